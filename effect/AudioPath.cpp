@@ -1,0 +1,203 @@
+// The road of one block: crossover, then tick by tick the filter and the gains, then the bypassed band comes back.
+#include <algorithm>
+#include <cmath>
+
+#include "effect/LfoDSP.h"
+#include "effect/ModulationLaws.h"
+
+namespace {
+
+// Longer calls are cut into slices of whole ticks, so that they sound like one long block.
+constexpr int kSliceFrames = kLongestBlock - kLongestBlock % kTickFrames;
+
+std::size_t at(int i) noexcept { return static_cast<std::size_t>(i); }
+
+void copySamples(const float* from, float* to, int count) noexcept {
+  if (from != to) std::copy_n(from, count, to);
+}
+
+constexpr float kCentre = 0.5f;  // of the pan
+
+bool hasPointers(float** channels, int last) noexcept { return channels && channels[0] && channels[last]; }
+
+}  // namespace
+
+void LfoDSP::processReplacing(float** inputs, float** outputs, VstInt32 sampleFrames) noexcept {
+  const AudioGate::Block block(gate);
+  if (block.held() && !bAudioHold) return;  // the state is being rebuilt
+  if (bGraphsDirty && bGraphsDirty.take(false)) RenderEnvsInCaseGUIClosed(true);
+  processBufferSetup(block.held());
+  if (block.held() || bAudioHold) return;
+  const int last = lastIn;
+  if (!hasPointers(inputs, last) || !hasPointers(outputs, 1)) return;
+  dropNonFinite();
+  followXoverFrequency();
+  bSplit_ = bXoverOn;
+  gainSmoothing_ = gainSmoothing(lfoSmooth);
+  for (int start = 0; start == 0 || start < sampleFrames;) {
+    const int frames = sampleFrames > kLongestBlock ? std::min(sampleFrames - start, kSliceFrames) : sampleFrames;
+    const Slice slice{outputs[0] + start, outputs[1] + start, outputs[last] + start, std::max(frames, 0)};
+    splitBands(inputs[0] + start, inputs[last] + start, slice);
+    if (start == 0) blockStart();
+    processTicks(slice);
+    joinBands(slice);
+    start += std::max(frames, 1);
+  }
+}
+
+void LfoDSP::processBufferSetup(bool held) noexcept {
+  bWarmedUp = true;
+  if (bFiltersWarm_ || held) return;
+  bFiltersWarm_ = true;
+  filterStage_.warmUp();
+}
+
+// What a broken neighbour in the host's chain sent must not circulate here for good.
+void LfoDSP::dropNonFinite() noexcept {
+  xoverLeft_.dropNonFinite();
+  xoverRight_.dropNonFinite();
+  filterStage_.dropNonFinite();
+}
+
+// The coefficients belong to the audio thread, so that no block ever meets half a set.
+void LfoDSP::followXoverFrequency() noexcept {
+  const float wanted = xoverFrequency;
+  if (wanted == xoverApplied_) return;
+  xoverApplied_ = wanted;
+  const float hertz = xoverMapper_.setAndGetValue(wanted);
+  xoverLeft_.setFrequency(hertz);
+  xoverRight_.setFrequency(hertz);
+}
+
+void LfoDSP::splitBands(const float* left, const float* right, const Slice& slice) noexcept {
+  const bool bMono = lastIn == 0;
+  if (!bSplit_) {
+    copySamples(left, slice.left, slice.frames);
+    if (!bMono) copySamples(right, slice.right, slice.frames);
+    return;
+  }
+  const std::size_t n = at(slice.frames);
+  const Bands bands{{slice.left, n}, {slice.right, n}, {asideLeft_.data(), n}, {asideRight_.data(), n}};
+  if (bMono) {
+    splitMono(xoverLeft_, {left, n}, bXoverInvert, bands);
+  } else {
+    splitStereo(xoverLeft_, xoverRight_, {left, n}, {right, n}, bXoverInvert, bands);
+  }
+}
+
+void LfoDSP::joinBands(const Slice& slice) noexcept {
+  if (!bSplit_) return;
+  for (int i = 0; i < slice.frames; ++i) {
+    slice.left[i] += asideLeft_[at(i)];
+    slice.right[i] += asideRight_[at(i)];
+  }
+}
+
+void LfoDSP::processTicks(const Slice& slice) noexcept {
+  for (int start = 0; start < slice.frames; start += kTickFrames)
+    controlTick(slice, start, std::min(kTickFrames, slice.frames - start));
+}
+
+// Settings first, then the samples move the clock: what steers the filter in a tick is the graphs' position at the end
+// of the tick before.
+void LfoDSP::controlTick(const Slice& slice, int start, int frames) noexcept {
+  TickBuffer tick;
+  for (int j = 0; j < frames; ++j) {
+    tick[at(2 * j)] = slice.left[start + j];
+    tick[at(2 * j + 1)] = slice.tickRight[start + j];
+  }
+  if (bScopeOn) scopeIn.captureInput(displayIndex, tick[0]);
+  updateFilterSettings();
+  if (filterOnFlag > 0) filterStage_.process(filterParams.data(), filterMix, tick, frames);
+  playTick(slice, start, tick, frames);
+}
+
+void LfoDSP::updateFilterSettings() noexcept {
+  const auto graphOf = [this](std::int8_t route) -> float { return padLFO.graphOut[static_cast<std::size_t>(route)]; };
+  const float knob = padLFO.depthKnob;
+  cutMod =
+      activeCut ? cutoffLaw(filterCutoff, padLFO.depthCut, knob, graphOf(routeCut)) : static_cast<float>(filterCutoff);
+  varMod = activeVar ? linearLaw(static_cast<double>(filterVar), depthOf(padLFO.depthVar, knob), graphOf(routeVar))
+                     : static_cast<float>(filterVar);
+  constexpr double kLeastSmoothing = 0.1;
+  constexpr double kMostSmoothing = 0.99;
+  const double s = std::min(static_cast<double>(lfoSmooth) + kLeastSmoothing, kMostSmoothing);
+  cutSmoothed =
+      static_cast<float>(limit01(static_cast<double>(cutMod) * (1.0 - s) + s * static_cast<double>(cutSmoothed)));
+  const double resonance =
+      activeRes ? resonanceLaw(filterReso, padLFO.depthRes, knob, graphOf(routeRes)) : static_cast<double>(filterReso);
+  resoMod = static_cast<float>(limit01(resonance));
+  filterParams = {filterDrive, 1.0f, filterType, cutSmoothed, resoMod, varMod, 1.0f};
+}
+
+// Moves the clock over the tick, then applies pan and volume sample by sample.
+void LfoDSP::playTick(const Slice& slice, int start, TickBuffer& tick, int frames) noexcept {
+  const ClockSettings settings = clockSettings();
+  ClockState clock = clockState();
+  std::array<double, kTickFrames> positions;
+  int moved = 0;  // samples that moved the position; a finished one-shot holds the rest
+  for (int j = 0; j < frames; ++j) {
+    if (advanceClock(clock, settings)) positions[at(moved++)] = clock.lfoPhase;
+    clock.beatPos += settings.beatsPerSample;
+  }
+  storeClock(clock);
+  const std::span<const double> track(positions.data(), at(moved));
+  applyGains(tick, frames, track);
+  for (int j = 0; j < frames; ++j) {
+    slice.left[start + j] = tick[at(2 * j)];
+    slice.right[start + j] = tick[at(2 * j + 1)];
+  }
+  if (bScopeOn) captureOutput(tick, frames, track);
+  if (moved > 0) readGraphs(track.back());
+}
+
+void LfoDSP::applyGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {
+  if (activeVol || activePan || panSmoothed != kCentre) return applyMovingGains(tick, frames, track);
+  volSmoothed = 1.0f;
+  for (int j = 0; j < frames; ++j) {
+    tick[at(2 * j)] *= gainL;
+    tick[at(2 * j + 1)] *= gainR;
+  }
+}
+
+void LfoDSP::applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {
+  const GraphReader panGraph = graphReader(routePan);
+  const GraphReader volGraph = graphReader(routeVol);
+  const float knob = padLFO.depthKnob;
+  const float depthVol = padLFO.depthVol;
+  const double panDepth = depthOf(padLFO.depthPan, knob);
+  const bool bAtOnce = lfoSmooth <= 0.0f;
+  float panValue = padLFO.graphOut[at(routePan)];
+  float volValue = padLFO.graphOut[at(routeVol)];
+  for (int j = 0; j < frames; ++j) {
+    if (at(j) < track.size()) {
+      panValue = panGraph.read(track[at(j)]);
+      volValue = volGraph.read(track[at(j)]);
+    }
+    const float panTarget = activePan ? linearLaw(kCentre, panDepth, panValue) : kCentre;
+    if (panSmoothed != panTarget) {
+      panSmoothed = smoothed(panSmoothed, panTarget, bAtOnce, gainSmoothing_);
+      gainL = panGain(1.0 - static_cast<double>(panSmoothed));
+      gainR = panGain(static_cast<double>(panSmoothed));
+    }
+    tick[at(2 * j)] *= gainL;
+    tick[at(2 * j + 1)] *= gainR;
+    if (!activeVol) {
+      volSmoothed = 1.0f;
+      continue;
+    }
+    const float volTarget = volumeLaw(depthVol, knob, volValue);
+    if (volSmoothed != volTarget) volSmoothed = smoothed(volSmoothed, volTarget, bAtOnce, gainSmoothing_);
+    tick[at(2 * j)] *= volSmoothed;
+    tick[at(2 * j + 1)] *= volSmoothed;
+  }
+}
+
+void LfoDSP::captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept {
+  const bool bOpen = padLFO.bLfoOpen != 0;
+  int index = displayIndex;
+  for (int j = 0; j < frames; ++j) {
+    if (at(j) < track.size()) index = bOpen ? displayIndexAt(track[at(j)]) : 0;
+    scopeOut.captureOutput(index, tick[at(2 * j)]);
+  }
+}

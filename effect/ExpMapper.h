@@ -1,0 +1,28 @@
+// Maps a normalised value to a range by equal ratios, as pitch and cutoff are heard.
+#pragma once
+
+namespace Lumbrix::Utility {
+
+class CExpMapper {
+ public:
+  // A minimum of 0 or below becomes 1. `start` is a normalised value.
+  CExpMapper(float min, float max, float start) noexcept;
+  // Sets the ends of the range and keeps the current value.
+  void setRange(float min, float max) noexcept;
+  void setValue(float normalised) noexcept;
+  [[nodiscard]] float getValue() const noexcept { return current; }
+  float setAndGetValue(float normalised) noexcept;
+
+ private:
+  float current = 0.0f;
+  float minimum = 1.0f;
+  float maximum = 1.0f;
+  float range = 0.0f;
+  float lastRaw = 0.0f;
+  float logMinimum = 0.0f;
+  float logMaximum = 0.0f;
+  float lastLog = 0.0f;
+  float logRange = 0.0f;
+};
+
+}  // namespace Lumbrix::Utility

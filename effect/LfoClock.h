@@ -1,0 +1,102 @@
+// The clock that reads the graphs: one read position from 0 to 1, moved on once a sample.
+//
+// `ClockSettings` is read off the parameters once a control tick, `ClockState` lives from sample to sample; both are
+// plain values, so the sample loop keeps them in registers.
+#pragma once
+
+#include <cmath>
+
+#include "effect/Helpers.h"
+
+inline constexpr double kSongWrapBeats = 64.0;    // the longest cycle
+inline constexpr double kDottedFactor = 1.33333;  // not 4/3: rounding it moves every dotted cycle
+inline constexpr double kTripletFactor = 1.5;
+inline constexpr double kDividerScale = 0.00390625;  // 1/256: the divider that makes a quarter beat's cycle
+inline constexpr double kSlowestIncrement = 1e-11;   // cycles a sample; the free clock never stops for good
+inline constexpr double kFastestIncrement = 1e12;    // far beyond hearing; keeps wild rates finite
+inline constexpr double kOneShotEnd = 0.9999999999999;
+
+// A cycle takes 64 / divider beats. `rate` 0 to 1 has 43 steps, three to an octave: straight, dotted, triplet.
+[[nodiscard]] inline double rateDivider(float rate, bool bTriplet, bool bDotted) noexcept {
+  const double steps = static_cast<double>(rate * 42.0f);
+  const int step = integerPart(steps);
+  const int octave = integerPart(steps / 3.0);
+  if (octave < 0) return 0.0;  // a whole number: below one there is none
+  constexpr int kHighestOctave = 62;
+  const double straight = static_cast<double>(1ULL << (octave < kHighestOctave ? octave : kHighestOctave));
+  if (bTriplet && step % 3 == 2) return straight * kTripletFactor;
+  if (bDotted && step % 3 > 0) return straight * kDottedFactor;
+  return straight;
+}
+
+struct ClockSettings {
+  bool onBeat = true;          // read the song's beats; else run freely
+  bool oneShotOnBeat = false;  // a trigger plays one cycle and then holds
+  bool oneShot = false;        // the free clock rests at the end of its cycle
+  double cyclesPerBeat = 0.0;
+  double beatsPerSample = 0.0;
+  double oneShotLength = 0.0;                // beats
+  double freeIncrement = kSlowestIncrement;  // cycles a sample
+  double phase = 0.0;
+  double swing = 0.5;        // share of a pair of cycles that the first one takes
+  double swingFirst = 2.0;   // 1 / swing, a float's value
+  double swingSecond = 2.0;  // 1 / (1 - swing), a float's value
+  double pwmAmount = 0.0;    // 0 for none, to 0.996
+  bool bSwing = false;
+  bool bPwm = false;
+  bool bPwmLate = false;  // bends towards the cycle's end
+};
+
+struct ClockState {
+  double beatPos = 0.0;    // beats since the reference point
+  double freePhase = 0.0;  // 0 to below 1
+  double lfoPhase = 0.0;   // the read position after phase and PWM
+  float cyclePos = 0.0f;   // the position before them
+  bool bOneShotDone = false;
+};
+
+// Reciprocals are floats; that of a denormal number is infinite and would make 0 x infinity.
+[[nodiscard]] inline double floatReciprocal(float x) noexcept {
+  const float r = 1.0f / x;
+  return std::isfinite(r) ? static_cast<double>(r) : 0.0;
+}
+
+// Bends a pair of cycles so that the first takes the share `swing` of the time.
+[[nodiscard]] inline double swungPosition(double cycles, const ClockSettings& s) noexcept {
+  const double pair = fraction(cycles * 0.5);
+  return pair >= s.swing ? (pair - s.swing) * s.swingSecond : pair * s.swingFirst;
+}
+
+// Leaves 0 and 1 in place and pushes the body of the cycle towards one end.
+[[nodiscard]] inline double pwmPosition(double x, const ClockSettings& s) noexcept {
+  const double bent = s.bPwmLate ? static_cast<double>(sixteenthPower(static_cast<float>(x)))
+                                 : 1.0 - static_cast<double>(sixteenthPower(static_cast<float>(1.0 - x)));
+  return limit01(s.pwmAmount * bent + x * (1.0 - s.pwmAmount));
+}
+
+[[nodiscard]] inline double freePosition(ClockState& state, const ClockSettings& s) noexcept {
+  double position = state.freePhase + s.freeIncrement;
+  if (position >= 1.0) position = s.oneShot ? kOneShotEnd : fraction(position);
+  state.freePhase = position;
+  return position;
+}
+
+// Moves the position on by one sample; `beatPos` is the caller's to move. False: a finished one-shot holds everything.
+inline bool advanceClock(ClockState& state, const ClockSettings& s) noexcept {
+  double position;
+  if (s.onBeat) {
+    if (s.oneShotOnBeat && (state.bOneShotDone || state.beatPos >= s.oneShotLength)) {
+      state.bOneShotDone = true;
+      return false;
+    }
+    const double cycles = std::abs(state.beatPos) * s.cyclesPerBeat;
+    position = s.bSwing ? swungPosition(cycles, s) : fraction(cycles);
+  } else {
+    position = freePosition(state, s);
+  }
+  state.cyclePos = static_cast<float>(position);
+  double x = s.phase + position;
+  if (x < 0.0 || x > 1.0) x = fraction(x);
+  state.lfoPhase = s.bPwm ? pwmPosition(x, s) : x;
+  return true;
+}

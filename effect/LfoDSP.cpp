@@ -1,0 +1,211 @@
+// Construction, life cycle and the effect's answers to the host.
+#include "effect/LfoDSP.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+#include "effect/WarpTable.h"
+
+namespace {
+
+constexpr float kLowestSafeRate = 44000.0f;
+constexpr float kHighestSafeRate = 1e7f;  // beyond it the crossover's coefficients leave the range of float
+constexpr float kFallbackRate = 44100.0f;
+constexpr float kTuningHz = 440.0f;
+
+constexpr char kEffectName[] = "Modrift";
+constexpr char kVendorName[] = "Ambrel Works";
+constexpr char kProgramListName[] = "DefaultProgram  ";
+
+// Calls of the adapter that are private to it and the effect.
+constexpr VstInt32 kSetIoCount = CCONST('s', 'A', 'I', 'O');
+constexpr VstInt32 kHello = CCONST('s', 'H', 'i', '!');
+constexpr VstInt32 kValueToText = CCONST('s', 'V', '2', 'S');
+
+constexpr std::array<std::string_view, 10> kAbilities = {
+    "receiveVstEvents", "receiveVstMidiEvent", "plugAsChannelInsert", "2in2out",       "1in2out", "sendVstMidiEvent",
+    "sendVstEvents",    "FileSelector",        "receiveVstTimeInfo",  "wantsUTF8Paths"};
+
+struct SpeakerPair {
+  VstInt32 in, out;
+  const char* message;
+};
+constexpr SpeakerPair kSpeakerPairs[] = {
+    {2, 2, "\n SSA CALLED! STEREO!"}, {1, 1, "\n SSA CALLED! MONO!"}, {1, 2, "\n SSA CALLED! MONO TO  STEREO!"}};
+
+bool isSane(float rate) { return rate >= kLowestSafeRate && rate <= kHighestSafeRate; }
+
+float safeRate(float rate) { return isSane(rate) ? rate : kFallbackRate; }
+
+// Labels the pin `before`, its number, `after`.
+bool describePin(VstInt32 index, VstInt32 count, const char* before, const char* after, VstPinProperties* pin) {
+  if (index < 0 || index >= count) return false;
+  std::snprintf(pin->label, sizeof pin->label, "%s%1d%s", before, index + 1, after);
+  pin->flags = kVstPinIsActive;
+  if (index == 0 && count >= 2) pin->flags |= kVstPinIsStereo;
+  return true;
+}
+
+}  // namespace
+
+LfoDSP::LfoDSP(audioMasterCallback host) : AudioEffectX(host, 1, kHostParameters) {
+  LfoDSP::setNumInputs(2);
+  LfoDSP::setNumOutputs(2);
+  LfoDSP::canProcessReplacing(true);
+  LfoDSP::setUniqueID(kUniqueId);
+  if (!host)
+    for (int i = 0; i < 3; ++i) std::fputs("\n  no audioMaster", stderr);
+  for (auto& table : graphTable) table = std::make_unique<Shared<float>[]>(kGraphTableSize);
+  sampleRateSafe = safeRate(sampleRate);
+  for (CrossoverState* const state : {&xoverLeft_, &xoverRight_}) state->setFrequency(xoverMapper_.getValue());
+  initFilters();
+  initClipboard();
+  LfoDSP::canMono(true);
+  initPadLFO();
+  for (int g = 0; g < kGraphs; ++g) initEnv(g);
+  RenderEnvsInCaseGUIClosed(false);
+  LfoDSP::resume();
+}
+
+// What the fields' own defaults leave open.
+void LfoDSP::initPadLFO() noexcept {
+  for (int g = 0; g < kGraphs; ++g) {
+    padLFO.graphWarp[static_cast<std::size_t>(g)] = kWarpOne;
+    warpMult[static_cast<std::size_t>(g)] = 1.0;
+  }
+}
+
+void LfoDSP::initFilters() { filterCoeffs_.init(kTuningHz, sampleRateSafe); }
+
+void LfoDSP::setIOCount() noexcept {
+  numIn = numOut = 2;
+  lastIn = lastOut = 1;
+}
+
+void LfoDSP::suspend() {
+  bSuspended = true;
+  sampleRateSafe = safeRate(sampleRate);
+}
+
+void LfoDSP::resume() {
+  const AudioGate::Hold hold(gate);
+  bSuspended = false;
+  wantEvents(1);
+  sampleRateSafe = safeRate(sampleRate);
+  setIOCount();
+  const bool bUsable = sampleRate > 0.0f && sampleRate <= kHighestSafeRate;
+  filterStage_.prepare(filterCoeffs_, bUsable ? sampleRate : static_cast<float>(sampleRateSafe));
+  for (CrossoverState* const state : {&xoverLeft_, &xoverRight_}) {
+    state->sampleRate = sampleRateSafe;
+    state->clear();
+    state->setFrequency(xoverMapper_.getValue());
+  }
+  setFreeLFOTime();
+  setInitialDelay(0);
+  ioChanged();
+}
+
+void LfoDSP::setProgram(VstInt32 program) { curProgram = program; }
+
+void LfoDSP::setProgramName(char* name) { std::snprintf(programName_.data(), programName_.size(), "%s", name); }
+
+void LfoDSP::getProgramName(char* name) { std::strcpy(name, programName_.data()); }
+
+bool LfoDSP::getProgramNameIndexed(VstInt32 /*category*/, VstInt32 index, char* text) {
+  if (index != 0) return false;
+  std::strcpy(text, kProgramListName);
+  return true;
+}
+
+bool LfoDSP::getInputProperties(VstInt32 index, VstPinProperties* pin) {
+  return describePin(index, numIn, "", " In", pin);
+}
+
+bool LfoDSP::getOutputProperties(VstInt32 index, VstPinProperties* pin) {
+  return describePin(index, numOut, "LFOOut ", "", pin);
+}
+
+bool LfoDSP::setSpeakerArrangement(VstSpeakerArrangement* in, VstSpeakerArrangement* out) {
+  std::fputs("\n SSA CALLED!!!!", stderr);
+  if (!in || !out) return false;
+  for (const SpeakerPair& pair : kSpeakerPairs) {
+    if (in->numChannels != pair.in || out->numChannels != pair.out) continue;
+    std::fputs(pair.message, stderr);
+    return true;
+  }
+  return false;
+}
+
+VstInt32 LfoDSP::getNumMidiInputChannels() { return 1; }
+
+VstInt32 LfoDSP::getNumMidiOutputChannels() { return 1; }
+
+VstInt32 LfoDSP::processEvents(VstEvents* /*events*/) noexcept { return 1; }
+
+VstInt32 LfoDSP::getGetTailSize() { return 1; }
+
+bool LfoDSP::getEffectName(char* name) {
+  std::strcpy(name, kEffectName);
+  return true;
+}
+
+bool LfoDSP::getVendorString(char* text) {
+  std::strcpy(text, kVendorName);
+  return true;
+}
+
+bool LfoDSP::getProductString(char* text) { return getEffectName(text); }
+
+VstInt32 LfoDSP::getVendorVersion() { return kVendorVersion; }
+
+VstPlugCategory LfoDSP::getPlugCategory() { return kPlugCategEffect; }
+
+VstInt32 LfoDSP::canDo(char* text) {
+  return std::find(kAbilities.begin(), kAbilities.end(), text) != kAbilities.end() ? 1 : -1;
+}
+
+// Two input channels or one; the output is always a pair.
+void LfoDSP::setChannels(VstInt32 inputs) {
+  constexpr VstInt32 kOutputs = 2;
+  std::fprintf(stderr, "\n VST recieved I/O setting of %i, %i", inputs, kOutputs);
+  const AudioGate::Hold hold(gate);
+  numIn = inputs == 2 ? 2 : 1;
+  numOut = kOutputs;
+  lastIn = numIn - 1;
+  lastOut = kOutputs - 1;
+  setNumInputs(numIn);
+  setNumOutputs(kOutputs);
+}
+
+VstIntPtr LfoDSP::vendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float /*opt*/) {
+  switch (tag) {
+    case kSetIoCount:
+      setChannels(static_cast<VstInt32>(value));
+      return 0;
+    case kHello:
+      return 1;
+    case kValueToText: {
+      float number = 0.0f;
+      if (!ptr) return 0;
+      std::memcpy(&number, ptr, sizeof number);  // the same memory receives the text
+      convertParameterValueToString(static_cast<int>(value), number, static_cast<char*>(ptr));
+      return 1;
+    }
+    default:
+      return 0;
+  }
+}
+
+// Keys have no names of their own.
+bool LfoDSP::getMidiKeyName(VstInt32 /*channel*/, MidiKeyName* key) {
+  std::strcpy(key->keyName, "    ");
+  key->reserved = 0;
+  key->flags = 0;
+  return true;
+}
+
+float LfoDSP::getRecentFilterParam(int index) const noexcept {
+  return index >= 0 && index < kFilterParams ? filterParams[static_cast<std::size_t>(index)] : 0.0f;
+}

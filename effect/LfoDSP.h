@@ -1,0 +1,235 @@
+// The effect: graphs, settings, clock and audio path behind the VST 2 frame.
+//
+// Callers, named in brackets at the declarations:
+//   [audio]  the host's audio thread; nothing there allocates, locks, waits or throws
+//   [ui]     the editor's and host's user-interface thread
+//   [any]    any thread, also while a block runs
+//   [host, not during a block]  the host's own threads; where a block may be in flight, `gate` keeps it out
+// Fields of type `Shared` are touched by more than one thread. Booleans carry a `b`.
+//
+// Life: construction resumes once, so that blocks may come at once; then sample rate, `resume`, blocks, `suspend`, and
+// again; destruction by the host's effClose.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "effect/AudioGate.h"
+#include "effect/Crossover.h"
+#include "effect/CurveLaw.h"
+#include "effect/ExpMapper.h"
+#include "effect/FilterStage.h"
+#include "effect/LfoClock.h"
+#include "effect/PadLFO.h"
+#include "effect/ScopeCapture.h"
+#include "effect/Shared.h"
+#include "vst2/audioeffectx.h"
+
+inline constexpr VstInt32 kUniqueId = CCONST('V', 'r', 'l', 'q');
+inline constexpr VstInt32 kVendorVersion = 1100;
+inline constexpr int kHostParameters = 70;
+inline constexpr int kAutomatedPoints = 24;  // values of the first graph's first eight points: Y, X, curve each
+inline constexpr int kLongestBlock = 16384;  // frames of the crossover's aside buffers
+
+// A copy of one graph, for copy and paste; `points.lastPoint` 0 means empty.
+struct EnvClipboard {
+  GraphPoints points;
+  float warp = 0.0f;
+};
+
+// Reads a graph's table at positions from 0 to 1, as many times a cycle as its warp says.
+struct GraphReader {
+  const Shared<float>* table;
+  double warp;
+  bool bOpen;  // a closed gate reads the first sample
+
+  [[nodiscard]] float read(double position) const noexcept;
+};
+
+class LfoDSP : public AudioEffectX {
+ public:
+  explicit LfoDSP(audioMasterCallback audioMaster);
+  ~LfoDSP() override = default;
+
+  void suspend() override;  // [any]
+  void resume() override;   // [host, not during a block]; waits for a block in flight
+  void processReplacing(float** inputs, float** outputs, VstInt32 sampleFrames) noexcept override;  // [audio]
+  void setParameter(VstInt32 index, float value) override;                                          // [any]
+  float getParameter(VstInt32 index) override;                                                      // [any]
+  void setProgram(VstInt32 program) override;
+  void setProgramName(char* name) override;
+  void getProgramName(char* name) override;
+  void getParameterLabel(VstInt32 index, char* label) override;
+  void getParameterDisplay(VstInt32 index, char* text) override;
+  void getParameterName(VstInt32 index, char* text) override;
+  bool getProgramNameIndexed(VstInt32 category, VstInt32 index, char* text) override;
+  bool getInputProperties(VstInt32 index, VstPinProperties* pin) override;
+  bool getOutputProperties(VstInt32 index, VstPinProperties* pin) override;
+  bool setSpeakerArrangement(VstSpeakerArrangement* in, VstSpeakerArrangement* out) override;
+  VstInt32 getNumMidiInputChannels() override;
+  VstInt32 getNumMidiOutputChannels() override;
+  VstInt32 processEvents(VstEvents* events) noexcept override;  // [audio]
+  VstInt32 getGetTailSize() override;
+  bool getEffectName(char* name) override;
+  bool getVendorString(char* text) override;
+  bool getProductString(char* text) override;
+  VstInt32 getVendorVersion() override;
+  VstIntPtr vendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float opt) override;
+  VstInt32 canDo(char* text) override;
+  VstPlugCategory getPlugCategory() override;
+  bool getMidiKeyName(VstInt32 channel, MidiKeyName* key) override;
+
+  // The text of a value that is passed in, as `getParameterDisplay` writes it for the present one [any].
+  void convertParameterValueToString(int index, float value, char* text);
+  [[nodiscard]] float getRecentFilterParam(int index) const noexcept;
+
+  // Graphs.
+  void initEnv(int g) noexcept;
+  void initClipboard() noexcept;
+  void copyEnv(int g) noexcept;                             // [ui]
+  void pasteEnv(int g);                                     // [ui]
+  void RenderEnvsInCaseGUIClosed(bool firstOnly) noexcept;  // [any]
+  void renderEnv(int g) noexcept;                           // [any]
+  [[nodiscard]] GraphPoints pointsOf(int g) const noexcept;
+  void setWarp(int g, float value) noexcept;  // [any] the parameter and its multiplier
+
+  // Clock.
+  void ProcessPadLFO() noexcept;        // [audio], or under `gate`: one sample
+  void setFreeLFOTime() noexcept;       // [any]
+  void CalculateTrigOffset() noexcept;  // [any]
+
+  // The graphs that move cutoff, resonance, volume, pan and Var, in the order in which they are read.
+  [[nodiscard]] std::array<std::int8_t, 5> routes() const noexcept {
+    return {routeCut, routeRes, routeVol, routePan, routeVar};
+  }
+
+  void initPadLFO() noexcept;
+  void initFilters();
+  void setIOCount() noexcept;
+  void setChannels(VstInt32 inputs);  // [host, not during a block]
+
+  // --- Settings, by parameter
+  PadLFO padLFO;
+  Shared<float> filterCutoff{0.5f};
+  Shared<float> filterReso{0.01f};
+  Shared<float> filterOn{0.0f};
+  Shared<std::int8_t> filterOnFlag{0};
+  Shared<float> filterDrive{0.0f};
+  Shared<float> lfoSmooth{0.0f};
+  Shared<bool> bRetrig{false};
+  Shared<bool> bOneShot{false};
+  Shared<bool> bOneShotDone{false};
+  Shared<bool> bGateMode{false};
+  Shared<bool> bVelToPwm{false};
+  Shared<bool> bNoteToRate{false};
+  Shared<std::int8_t> routeCut{0};  // routes: which graph moves the destination, 0 to 11
+  Shared<std::int8_t> routeRes{0};
+  Shared<std::int8_t> routeVol{0};
+  Shared<std::int8_t> routePan{0};
+  Shared<std::int8_t> routeVar{0};
+  Shared<float> filterVar{0.5f};
+  Shared<float> filterMix{1.0f};
+  Shared<float> timing{0.5f};
+  Shared<float> timingOffset{0.0f};                             // samples, -4096 to 4096
+  std::array<Shared<float>, kAutomatedPoints> pendingPoints{};  // what the host set before the first block
+  Shared<float> filterType{0.0f};
+  Shared<bool> bXoverOn{false};
+  Shared<bool> bXoverInvert{false};  // the high band is processed
+  Shared<float> xoverFrequency{0.5f};
+  Shared<float> filterNameScratch{0.0f};
+  Shared<bool> bNoteToCutoff{false};
+  Shared<bool> bAnchor{true};  // follow the song; off, the clock runs on when the song stands
+  Shared<std::int8_t> currentGraph{0};
+  Shared<float> gridSize{0.45f};
+  Shared<std::int8_t> ccNumber{0};  // controller 1 to 127; 0 and below is off
+  Shared<bool> bCCLock{false};
+
+  // --- Graphs
+  std::array<Shared<std::int8_t>, kGraphs> envNumPoints{};  // index of the last point
+  Shared<double> envX[kGraphs][kGraphSlots];
+  Shared<double> envY[kGraphs][kGraphSlots];
+  Shared<double> envCurve[kGraphs][kGraphSlots];
+  std::array<std::unique_ptr<Shared<float>[]>, kGraphs> graphTable;
+  std::array<Shared<double>, kGraphs> warpMult{};
+  EnvClipboard envClipboard;
+  Shared<bool> bGraphsDirty{false};  // points of graph 1 were automated; the next block renders it
+
+  // --- Clock
+  VstTimeInfo* timeInfo = nullptr;  // the host's, for the length of a block
+  Shared<double> tempo{1.0};
+  Shared<double> beatsPerSample{22050.0};  // no block yet; from then on at most 1
+  double beatPos = 0.0;                    // beats since the reference point
+  Shared<double> trigPos{0.0};
+  Shared<double> trigOffset{0.0};
+  Shared<double> oneShotLength{0.0};
+  Shared<double> freeIncrement{0.0001};
+  Shared<double> freePhase{0.0};
+  double lfoPhase = 0.0;
+  Shared<std::int32_t> displayIndex{0};
+  Shared<float> displayPos{0.0f};
+  bool activeVol = false, activeVar = false, activePan = false, activeCut = false, activeRes = false;
+  int heldNotes = 0;
+
+  // --- Audio
+  Shared<std::int32_t> numIn{2}, numOut{2}, lastIn{1}, lastOut{1};
+  Shared<float> sampleRateSafe{44100.0f};
+  Shared<bool> bSuspended{false};
+  Shared<bool> bWarmedUp{false};  // the first block has run
+  Shared<bool> bRenderingMidi{false};
+  Shared<bool> bAudioHold{false};  // the MIDI export runs: blocks leave the outputs alone
+  AudioGate gate;
+  std::array<float, kFilterParams> filterParams{};
+  float cutMod = 0.5f, varMod = 0.5f, resoMod = 0.01f;
+  Shared<float> cutSmoothed{0.5f};
+  float panSmoothed = 0.5f, volSmoothed = 1.0f;
+  float gainL = 1.0003273f, gainR = 1.0003273f;  // the pan law's value at the centre
+  Shared<bool> bScopeOn{false};
+  ScopeTrace scopeIn, scopeOut;
+
+ private:
+  // Pointers and length of the slice that is being processed.
+  struct Slice {
+    float* left;
+    float* right;
+    const float* tickRight;  // where the right channel's tick samples come from
+    int frames;
+  };
+
+  void processBufferSetup(bool held) noexcept;
+  void splitBands(const float* left, const float* right, const Slice& slice) noexcept;
+  void joinBands(const Slice& slice) noexcept;
+  void processTicks(const Slice& slice) noexcept;
+  void controlTick(const Slice& slice, int start, int frames) noexcept;
+  void updateFilterSettings() noexcept;
+  void followXoverFrequency() noexcept;
+  void dropNonFinite() noexcept;
+
+  void blockStart() noexcept;
+  void followHostTempo(double hostTempo) noexcept;
+  void standStill(bool bModulate) noexcept;
+  [[nodiscard]] ClockSettings clockSettings() const noexcept;
+  [[nodiscard]] ClockState clockState() const noexcept;
+  void storeClock(const ClockState& state) noexcept;
+  void readGraphs(double position) noexcept;
+  [[nodiscard]] int displayIndexAt(double position) const noexcept;
+  [[nodiscard]] GraphReader graphReader(int g) const noexcept;
+
+  // `track`: the clock's positions in the tick, one a sample for as long as it moved.
+  void playTick(const Slice& slice, int start, TickBuffer& tick, int frames) noexcept;
+  void applyGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept;
+  void applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept;
+  void captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept;
+
+  VGlobalCoeffs filterCoeffs_;
+  FilterStage filterStage_;
+  bool bFiltersWarm_ = false;
+  Lumbrix::Utility::CExpMapper xoverMapper_{20.0f, 20000.0f, 0.5f};
+  float xoverApplied_ = 0.5f;  // the parameter's value that the coefficients were made for
+  CrossoverState xoverLeft_, xoverRight_;
+  std::array<float, kLongestBlock> asideLeft_{}, asideRight_{};
+  bool bSplit_ = false;       // the crossover runs in this block
+  double gainSmoothing_ = 0;  // one-pole factor of pan and volume, for this block
+  std::array<char, 24> programName_{' '};
+};

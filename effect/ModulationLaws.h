@@ -1,0 +1,61 @@
+// How a graph's value becomes cutoff, resonance, Var, pan and volume.
+//
+// A graph value is 0 to 1 and rests at 0.5; a depth is none at 0.5 and turns the graph upside down below it; the depth
+// knob scales all depths towards none. The cubes give cutoff and resonance a soft response round the centre.
+#pragma once
+
+#include <cmath>
+
+#include "effect/Helpers.h"
+
+inline constexpr float kNoDepth = 0.5f;
+
+[[nodiscard]] inline double depthOf(float depth, float knob) noexcept {
+  return 2.0 * (static_cast<double>(depth) - 0.5) * static_cast<double>(knob);
+}
+
+[[nodiscard]] inline float cutoffLaw(float cutoff, float depth, float knob, float graph) noexcept {
+  const double m = depthOf(depth, knob);
+  return static_cast<float>(static_cast<double>(cutoff) + (static_cast<double>(graph) - 0.5) * (2.0 * (m * m * m)));
+}
+
+[[nodiscard]] inline double resonanceLaw(float resonance, float depth, float knob, float graph) noexcept {
+  const double m = depthOf(depth, knob);
+  return static_cast<double>(resonance) + (static_cast<double>(graph) - 0.5) * (m * m * m);
+}
+
+// Var and pan: `rest` is the slider, or the middle.
+[[nodiscard]] inline float linearLaw(double rest, double depth, float graph) noexcept {
+  return static_cast<float>(limit01(rest + (static_cast<double>(graph) - 0.5) * depth));
+}
+
+// Full depth swings over all of 0 to 1, no depth stands at 1.
+[[nodiscard]] inline float volumeLaw(float depth, float knob, float graph) noexcept {
+  const double k = static_cast<double>(depth) - 0.5;
+  const double knobbed = static_cast<double>(knob);
+  return static_cast<float>(
+      limit01((1.0 - std::abs(k) * knobbed) + (static_cast<double>(graph) - 0.5) * 2.0 * k * knobbed));
+}
+
+// A quadratic near to constant power: 1.0003273 at x = 0.5, 1.413 at 1, 0 at 0. `x` is 1 - pan on the left, pan on the
+// right.
+[[nodiscard]] inline float panGain(double x) noexcept {
+  constexpr double kLinear = static_cast<double>(1.831783f);
+  constexpr double kSquare = static_cast<double>(-0.83178306f);
+  constexpr double kScale = static_cast<double>(1.413f);
+  return static_cast<float>((x * kLinear + x * kSquare * x) * kScale);
+}
+
+// Factor of the one-pole smoothing of pan and volume, once a block; held to where the pole is stable.
+[[nodiscard]] inline double gainSmoothing(float lfoSmooth) noexcept {
+  const double open = limit01(1.0 - static_cast<double>(lfoSmooth));
+  return open * open * open * 0.06;
+}
+
+// One step of `value` towards `target`; takes it at once when `bAtOnce`, and when it has come within 1e-8.
+[[nodiscard]] inline float smoothed(float value, float target, bool bAtOnce, double a) noexcept {
+  constexpr double kArrived = 1e-8;
+  if (bAtOnce) return target;
+  const auto next = static_cast<float>(static_cast<double>(value) * (1.0 - a) + a * static_cast<double>(target));
+  return std::abs(static_cast<double>(next) - static_cast<double>(target)) < kArrived ? target : next;
+}

@@ -1,0 +1,74 @@
+// Everything the host and the editor can change, as one table: 0 to 69 are the host's automatable parameters, 70 to 109
+// commands of the editor and notices to it. Hosts store the numbers; a row never moves.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+class LfoDSP;
+
+enum ParameterIndex : int {
+  kRate = 0,
+  kSwing,
+  kPhase,
+  kPwm,
+  kDepthCut,
+  kDepthRes,
+  kDepthVol,
+  kDepthPan,
+  kDepthVar,
+  kBpmSync,
+  kDotted,
+  kTriplet,
+  kFilterCutoff,
+  kFilterReso,
+  kFilterOn,
+  kFilterDrive,
+  kSmooth,
+  kRetrigger,
+  kGateMode,
+  kVelToPwm,
+  kNoteToRate,
+  kRouteCut,
+  kRouteRes,
+  kRouteVol,
+  kRoutePan,
+  kRouteVar,
+  kWarp1,  // to 37: one a graph
+  kDepthKnob = 38,
+  kFilterVar,
+  kFilterMix,
+  kTiming,
+  kPoint1,  // to 65: Y, X and curve of the first graph's first eight points
+  kFilterType = 66,
+  kXoverOn,
+  kXoverInvert,
+  kXoverFrequency,
+  kFilterNameScratch = 71,
+  kNoteToCutoff = 73,
+  kAnchor,
+  kCopyGraph,
+  kPasteGraph,
+  kCurrentGraph = 78,
+  kGridSize,
+  kCcNumber,
+  kNoticeClock = 84,  // a clock or depth parameter changed, value 11
+  kNoticeGraph,       // the current graph's points changed, value 0
+  kNoticePoint,       // a point of graph 1 was automated, value 1
+  kCurrentWarp = 92,
+  kStepRouteCut,  // to 97: a signed step of a route
+  kCcLock = 100,
+  kParameterRows = 110,
+};
+
+inline constexpr float kNoticeClockValue = 11.0f;
+inline constexpr float kPasteIntoAll = 999.0f;  // values above it paste into all graphs
+
+struct ParameterRow {
+  std::array<char, 12> name{};                                    // as hosts show it; empty for none
+  void (*set)(LfoDSP& effect, int index, float value) = nullptr;  // null: nothing happens
+  float (*get)(LfoDSP& effect, int index) = nullptr;              // null: reads 0
+};
+
+// Null for an index outside the table.
+[[nodiscard]] const ParameterRow* parameterRow(int index) noexcept;

@@ -1,0 +1,22 @@
+// The waveform behind the graph: what entered and what left the effect, by position in the graph.
+#pragma once
+
+#include <memory>
+
+#include "effect/CurveLaw.h"
+#include "effect/Shared.h"
+
+// One trace, written by the audio thread and read by the editor without a lock.
+struct ScopeTrace {
+  std::unique_ptr<Shared<float>[]> samples = std::make_unique<Shared<float>[]>(kGraphTableSize);
+  int mark = 0;  // the last written index
+
+  Shared<float>& operator[](int index) noexcept { return samples[static_cast<std::size_t>(index)]; }
+
+  // [audio] The input, once a tick: holds `x` from the mark to `index`. Where the position jumped back, the mark
+  // follows without a fill.
+  void captureInput(int index, float x) noexcept;
+  // [audio] The output, once a sample: writes `x` at `index` and over what was skipped since the last sample. Where the
+  // position jumped back, the trace starts anew.
+  void captureOutput(int index, float x) noexcept;
+};
