@@ -17,7 +17,7 @@ target_compile_options(modrift_options INTERFACE
   -ffp-contract=off
   -Wall -Wextra -Wpedantic -Werror
   -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wcast-qual -Wcast-align -Wformat=2 -Wundef -Wnull-dereference -Wimplicit-fallthrough)
+  -Wcast-qual -Wcast-align -Wformat=2 -Wundef -Wimplicit-fallthrough)
 if(MODRIFT_SANITIZE)
   target_compile_options(modrift_options INTERFACE
     -fsanitize=${MODRIFT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

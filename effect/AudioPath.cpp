@@ -38,7 +38,10 @@ void LfoDSP::processReplacing(float** inputs, float** outputs, VstInt32 sampleFr
     const int frames = sampleFrames > kLongestBlock ? std::min(sampleFrames - start, kSliceFrames) : sampleFrames;
     const Slice slice{outputs[0] + start, outputs[1] + start, outputs[last] + start, std::max(frames, 0)};
     splitBands(inputs[0] + start, inputs[last] + start, slice);
-    if (start == 0) blockStart();
+    if (start == 0) {
+      blockStart();
+      blockClock_ = clockSettings();
+    }
     processTicks(slice);
     joinBands(slice);
     start += std::max(frames, 1);
@@ -132,7 +135,7 @@ void LfoDSP::updateFilterSettings() noexcept {
 
 // Moves the clock over the tick, then applies pan and volume sample by sample.
 void LfoDSP::playTick(const Slice& slice, int start, TickBuffer& tick, int frames) noexcept {
-  const ClockSettings settings = clockSettings();
+  const ClockSettings settings = blockClock_;
   ClockState clock = clockState();
   std::array<double, kTickFrames> positions;
   int moved = 0;  // samples that moved the position; a finished one-shot holds the rest

@@ -1,6 +1,6 @@
 // The clock that reads the graphs: one read position from 0 to 1, moved on once a sample.
 //
-// `ClockSettings` is read off the parameters once a control tick, `ClockState` lives from sample to sample; both are
+// `ClockSettings` is read off the parameters once a block, `ClockState` lives from sample to sample; both are
 // plain values, so the sample loop keeps them in registers.
 #pragma once
 

@@ -230,6 +230,7 @@ class LfoDSP : public AudioEffectX {
   CrossoverState xoverLeft_, xoverRight_;
   std::array<float, kLongestBlock> asideLeft_{}, asideRight_{};
   bool bSplit_ = false;       // the crossover runs in this block
+  ClockSettings blockClock_;  // read off the parameters once a block
   double gainSmoothing_ = 0;  // one-pole factor of pan and volume, for this block
   std::array<char, 24> programName_{' '};
 };

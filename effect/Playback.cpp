@@ -18,8 +18,9 @@ constexpr unsigned kWrapMask =
 
 double finiteOrZero(double v) noexcept { return std::isfinite(v) ? v : 0.0; }
 
+// Positions are 0 to 1 and warps at most 16, so the number fits whatever the settings are.
 int tableIndex(double scaledPosition) noexcept {
-  return static_cast<int>(static_cast<unsigned>(integerPart(scaledPosition)) & kWrapMask);
+  return static_cast<int>(static_cast<unsigned>(static_cast<int>(scaledPosition)) & kWrapMask);
 }
 
 // Positions before the trigger point move up by whole longest cycles; far beyond that no fraction is left.
@@ -149,7 +150,12 @@ void LfoDSP::readGraphs(double position) noexcept {
   displayIndex = bOpen ? index : 0;
   displayPos = static_cast<float>(displayIndex * 1.5258789e-5);
   if (!bOpen) lfoPhase = 0.0;
-  for (const std::int8_t g : routes()) padLFO.graphOut[static_cast<std::size_t>(g)] = graphReader(g).read(position);
+  int last = -1;  // routes that share a graph read the same value
+  for (const int g : routes()) {
+    if (g == last) continue;
+    padLFO.graphOut[static_cast<std::size_t>(g)] = graphReader(g).read(position);
+    last = g;
+  }
 }
 
 void LfoDSP::ProcessPadLFO() noexcept {

@@ -1,0 +1,75 @@
+// The gate between blocks and whoever rebuilds what they read.
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+#include "effect/AudioGate.h"
+
+namespace {
+
+TEST(AudioGate, NeverLetsABlockAndAHoldInTogether) {
+  AudioGate gate;
+  std::atomic<bool> bStop{false};
+  long guarded = 0;  // plain on purpose: both sides write it, so any overlap is a data race and a lost count
+  long blocks = 0, holds = 0;
+  std::thread audio([&] {
+    while (!bStop) {
+      const AudioGate::Block block(gate);
+      if (block.held()) continue;
+      const long before = guarded;
+      for (int i = 0; i < 20; ++i) std::atomic_signal_fence(std::memory_order_seq_cst);
+      guarded = before + 1;
+      ++blocks;
+    }
+  });
+  for (holds = 0; holds < 3000; ++holds) {
+    const AudioGate::Hold hold(gate);
+    const long before = guarded;
+    for (int i = 0; i < 20; ++i) std::atomic_signal_fence(std::memory_order_seq_cst);
+    guarded = before + 1;
+  }
+  bStop = true;
+  audio.join();
+  EXPECT_EQ(guarded, blocks + holds);
+  EXPECT_GT(blocks, 0);
+}
+
+TEST(AudioGate, WaitsForTheBlockInFlightAndTurnsTheNextOneAway) {
+  AudioGate gate;
+  std::atomic<int> step{0};
+  std::atomic<bool> bBlockEnded{false};
+  std::thread audio([&] {
+    {
+      const AudioGate::Block block(gate);
+      EXPECT_FALSE(block.held());
+      step = 1;
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+      bBlockEnded = true;
+    }
+    while (step < 2) std::this_thread::yield();
+    const AudioGate::Block late(gate);
+    EXPECT_TRUE(late.held());
+    step = 3;
+  });
+  while (step < 1) std::this_thread::yield();
+  {
+    const AudioGate::Hold hold(gate);
+    EXPECT_TRUE(bBlockEnded);
+    step = 2;
+    while (step < 3) std::this_thread::yield();
+  }
+  audio.join();
+  const AudioGate::Block after(gate);
+  EXPECT_FALSE(after.held());
+}
+
+// A host may call `resume` out of its own callback, in the middle of a block, on the same thread.
+TEST(AudioGate, DoesNotWaitForItsOwnThread) {
+  AudioGate gate;
+  const AudioGate::Block block(gate);
+  const AudioGate::Hold outer(gate);
+  const AudioGate::Hold inner(gate);
+  SUCCEED();
+}
+
+}  // namespace

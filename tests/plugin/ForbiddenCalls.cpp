@@ -1,0 +1,99 @@
+#include "tests/plugin/ForbiddenCalls.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <dlfcn.h>
+#include <pthread.h>
+#include <sched.h>
+#include <semaphore.h>
+#include <unistd.h>
+
+namespace {
+
+// Constant-initialised, so that calls before main find them ready.
+constinit thread_local bool watching = false;
+constinit int calls = 0;
+constinit const char* lastCall = "none";
+
+void note(const char* what) {
+  if (!watching) return;
+  ++calls;
+  lastCall = what;
+}
+
+template <class Function>
+Function next(Function& cached, const char* name) {
+  if (!cached) cached = reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+  return cached;
+}
+
+}  // namespace
+
+namespace forbidden {
+
+Watch::Watch() { watching = true; }
+Watch::~Watch() { watching = false; }
+int count() { return calls; }
+std::string last() { return lastCall; }
+void reset() {
+  calls = 0;
+  lastCall = "none";
+}
+
+}  // namespace forbidden
+
+// Stands in front of the system's function of that name and passes the call on.
+#define INTERPOSE(result, name, parameters, arguments)                       \
+  extern "C" __attribute__((visibility("default"))) result name parameters { \
+    static result(*real) parameters = nullptr;                               \
+    note(#name);                                                             \
+    return next(real, #name) arguments;                                      \
+  }
+
+extern "C" {
+void* __libc_malloc(std::size_t);
+void* __libc_calloc(std::size_t, std::size_t);
+void* __libc_realloc(void*, std::size_t);
+void* __libc_memalign(std::size_t, std::size_t);
+void __libc_free(void*);
+
+__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
+  note("malloc");
+  return __libc_malloc(size);
+}
+__attribute__((visibility("default"))) void* calloc(std::size_t n, std::size_t size) noexcept {
+  note("calloc");
+  return __libc_calloc(n, size);
+}
+__attribute__((visibility("default"))) void* realloc(void* old, std::size_t size) noexcept {
+  note("realloc");
+  return __libc_realloc(old, size);
+}
+__attribute__((visibility("default"))) void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
+  note("aligned_alloc");
+  return __libc_memalign(alignment, size);
+}
+__attribute__((visibility("default"))) int posix_memalign(void** out, std::size_t alignment,
+                                                          std::size_t size) noexcept {
+  note("posix_memalign");
+  *out = __libc_memalign(alignment, size);
+  return *out ? 0 : 12;
+}
+__attribute__((visibility("default"))) void free(void* memory) noexcept {
+  note("free");
+  __libc_free(memory);
+}
+}
+
+INTERPOSE(int, pthread_mutex_lock, (pthread_mutex_t * m) noexcept, (m))
+INTERPOSE(int, pthread_mutex_trylock, (pthread_mutex_t * m) noexcept, (m))
+INTERPOSE(int, pthread_rwlock_rdlock, (pthread_rwlock_t * l) noexcept, (l))
+INTERPOSE(int, pthread_rwlock_wrlock, (pthread_rwlock_t * l) noexcept, (l))
+INTERPOSE(int, pthread_spin_lock, (pthread_spinlock_t * l) noexcept, (l))
+INTERPOSE(int, pthread_cond_wait, (pthread_cond_t * c, pthread_mutex_t* m), (c, m))
+INTERPOSE(int, sem_wait, (sem_t * s), (s))
+INTERPOSE(int, sched_yield, () noexcept, ())
+INTERPOSE(int, nanosleep, (const timespec* t, timespec* rest), (t, rest))
+INTERPOSE(int, usleep, (useconds_t t), (t))
+INTERPOSE(ssize_t, write, (int file, const void* data, std::size_t size), (file, data, size))
+INTERPOSE(ssize_t, read, (int file, void* data, std::size_t size), (file, data, size))
