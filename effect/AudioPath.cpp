@@ -110,12 +110,12 @@ void LfoDSP::controlTick(const Slice& slice, int start, int frames) noexcept {
     tick[at(2 * j + 1)] = slice.tickRight[start + j];
   }
   if (bScopeOn) scopeIn.captureInput(displayIndex, tick[0]);
-  updateFilterSettings();
-  if (filterOnFlag > 0) filterStage_.process(filterParams.data(), filterMix, tick, frames);
+  const auto params = updateFilterSettings();
+  if (filterOnFlag > 0) filterStage_.process(params.data(), filterMix, tick, frames);
   playTick(slice, start, tick, frames);
 }
 
-void LfoDSP::updateFilterSettings() noexcept {
+std::array<float, kFilterParams> LfoDSP::updateFilterSettings() noexcept {
   const auto graphOf = [this](std::int8_t route) -> float { return padLFO.graphOut[static_cast<std::size_t>(route)]; };
   const float knob = padLFO.depthKnob;
   cutMod =
@@ -130,7 +130,9 @@ void LfoDSP::updateFilterSettings() noexcept {
   const double resonance =
       activeRes ? resonanceLaw(filterReso, padLFO.depthRes, knob, graphOf(routeRes)) : static_cast<double>(filterReso);
   resoMod = static_cast<float>(limit01(resonance));
-  filterParams = {filterDrive, 1.0f, filterType, cutSmoothed, resoMod, varMod, 1.0f};
+  const std::array<float, kFilterParams> params = {filterDrive, 1.0f, filterType, cutSmoothed, resoMod, varMod, 1.0f};
+  std::copy(params.begin(), params.end(), filterParams.begin());
+  return params;
 }
 
 // Moves the clock over the tick, then applies pan and volume sample by sample.

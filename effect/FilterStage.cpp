@@ -1,5 +1,7 @@
 #include "effect/FilterStage.h"
 
+#include <algorithm>
+
 void FilterStage::prepare(const VGlobalCoeffs& tables, float hostRateHz) {
   if (!left_) {
     left_ = std::make_unique<VFilter>(&tables);
@@ -27,8 +29,9 @@ void FilterStage::process(const float* params, float mix, TickBuffer& tick, int 
   runFilters(params, twice.data(), 2 * frames);
   down_.process(tick.data(), twice.data(), frames);
   if (mix >= 1.0f) return;
+  const float wet = std::max(mix, 0.0f);
   const auto samples = static_cast<std::size_t>(2 * frames);
-  for (std::size_t i = 0; i < samples; ++i) tick[i] = dry[i] * (1.0f - mix) + tick[i] * mix;
+  for (std::size_t i = 0; i < samples; ++i) tick[i] = dry[i] * (1.0f - wet) + tick[i] * wet;
 }
 
 void FilterStage::dropNonFinite() noexcept {

@@ -55,9 +55,9 @@ struct ClockState {
   bool bOneShotDone = false;
 };
 
-// Reciprocals are floats; that of a denormal number is infinite and would make 0 x infinity.
-[[nodiscard]] inline double floatReciprocal(float x) noexcept {
-  const float r = 1.0f / x;
+// 1 / x as a float; that of a denormal number is infinite and would make 0 x infinity.
+[[nodiscard]] inline double floatReciprocal(double x) noexcept {
+  const auto r = static_cast<float>(1.0 / x);
   return std::isfinite(r) ? static_cast<double>(r) : 0.0;
 }
 

@@ -207,5 +207,6 @@ bool LfoDSP::getMidiKeyName(VstInt32 /*channel*/, MidiKeyName* key) {
 }
 
 float LfoDSP::getRecentFilterParam(int index) const noexcept {
-  return index >= 0 && index < kFilterParams ? filterParams[static_cast<std::size_t>(index)] : 0.0f;
+  if (index < 0 || index >= kFilterParams) return 0.0f;
+  return filterParams[static_cast<std::size_t>(index)];
 }

@@ -208,7 +208,7 @@ struct PointParameter {
 
 // The first and the last point of a graph stay at one height.
 void setPointY(LfoDSP& effect, int point, float value) {
-  const int last = effect.envNumPoints[0];
+  const int last = std::clamp<int>(effect.envNumPoints[0], 0, kGraphSlots - 1);
   const double y = 1.0 - static_cast<double>(value);
   effect.envY[0][point] = y;
   if (point == 0) effect.envY[0][last] = y;

@@ -105,8 +105,8 @@ ClockSettings LfoDSP::clockSettings() const noexcept {
   s.bSwing = swing != 0.5f;
   if (s.bSwing) {
     s.swing = static_cast<double>(swing);
-    s.swingFirst = floatReciprocal(swing);
-    s.swingSecond = floatReciprocal(1.0f - swing);
+    s.swingFirst = floatReciprocal(s.swing);
+    s.swingSecond = floatReciprocal(1.0 - s.swing);
   }
   const float pwm = padLFO.pwm;
   s.bPwm = pwm != 0.5f;
