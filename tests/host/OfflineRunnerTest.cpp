@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+#include <numeric>
+#include <vector>
+
+#include "host/OfflineRunner.h"
+#include "tests/host/HostFixtures.h"
+
+namespace modrift::host {
+namespace {
+
+constexpr VstInt32 kGain = 0;
+
+std::vector<float> ones(std::size_t frames) { return std::vector<float>(frames, 1.0f); }
+
+// Blocks after the silent one that comes before the settings.
+std::vector<foreign::Block> blocksOf(const Plugin& plugin) {
+  std::vector<foreign::Block> blocks = reportOf(plugin).blocks;
+  VstInt32 warmUp = 64;
+  while (warmUp > 0) {
+    warmUp -= blocks.front().frames;
+    EXPECT_FALSE(blocks.front().time.flags & kVstTransportPlaying);
+    blocks.erase(blocks.begin());
+  }
+  return blocks;
+}
+
+class AnyBlockSize : public testing::TestWithParam<VstInt32> {};
+
+TEST_P(AnyBlockSize, MakesChangesAtTheirExactFrames) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  RenderJob job{.blockFrames = GetParam(), .settings = {{0, kGain, 0.5f}}};
+  job.changes = {{700, kGain, 4.0f}, {-5, kGain, 2.0f}, {123, kGain, 3.0f}, {5000, kGain, 9.0f}};
+  const Planar input = {ones(1000), ones(1000)};
+  const Planar output = renderOffline(plugin, input, job);
+  std::vector<float> expected(1000, 2.0f);
+  std::fill(expected.begin() + 123, expected.end(), 3.0f);
+  std::fill(expected.begin() + 700, expected.end(), 4.0f);
+  EXPECT_EQ(output[0], expected);
+  EXPECT_EQ(output[1], expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Blocks, AnyBlockSize, testing::Values(1, 64, 511, 1000, 1000000));
+
+TEST(OfflineRunner, GivesTheTimeOfEveryBlockAndKeepsTheGridAroundChanges) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  RenderJob job{.sampleRateHz = 48000.0, .blockFrames = 400, .transport = {.startBeat = 8.0}};
+  job.changes = {{500, kGain, 0.0f}};
+  const Planar output = renderOffline(plugin, Planar{ones(1000), ones(1000)}, job);
+  const std::vector<foreign::Block> blocks = blocksOf(plugin);
+  const std::vector<VstInt32> starts = {0, 400, 500, 800};
+  ASSERT_EQ(blocks.size(), starts.size());
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    EXPECT_DOUBLE_EQ(blocks[i].time.ppqPos, 8.0 + starts[i] / 24000.0);
+    EXPECT_EQ((blocks[i].time.flags & kVstTransportChanged) != 0, i == 0);
+    EXPECT_EQ(blocks[i].processLevel, kVstProcessLevelOffline);
+  }
+}
+
+TEST(OfflineRunner, HasSettingsInPlaceBeforeActivationAndAfterTheFirstAudio) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  const RenderJob job{.blockFrames = 16, .settings = {{0, kGain, 0.25f}}};
+  const Planar output = renderOffline(plugin, Planar{ones(10), ones(10)}, job);
+  EXPECT_EQ(reportOf(plugin).blocks.front().gain, 0.25f);
+  EXPECT_EQ(output[0], std::vector<float>(10, 0.25f));
+}
+
+TEST(OfflineRunner, CutsBlocksWhereTheLoopJumps) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  RenderJob job{.sampleRateHz = 48000.0, .blockFrames = 30000};
+  job.transport.cycle = CycleRange{0.0, 1.0};
+  const Planar output = renderOffline(plugin, Planar{ones(40000), ones(40000)}, job);
+  const std::vector<foreign::Block> blocks = blocksOf(plugin);
+  ASSERT_EQ(blocks.size(), 3U);
+  EXPECT_EQ(blocks[0].frames, 24000);
+  EXPECT_EQ(blocks[1].time.ppqPos, 0.0);
+}
+
+TEST(OfflineRunner, TakesTheReportedLatencyOffAndRendersTheTail) {
+  Plugin plugin(load(FOREIGN_DELAY_PLUGIN));
+  std::vector<float> ramp(300);
+  std::iota(ramp.begin(), ramp.end(), 1.0f);
+  const Planar output = renderOffline(plugin, Planar{ramp}, {.blockFrames = 64, .tailFrames = 50});
+  std::vector<float> expected = ramp;
+  expected.resize(350);
+  EXPECT_EQ(output[0], expected);
+  EXPECT_EQ(output[1], std::vector<float>(350));  // nothing was fed there
+}
+
+TEST(OfflineRunner, DeliversNotesAtTheirFramesAndCollectsThePluginsOwn) {
+  RecordingListener listener;
+  Plugin plugin(load(FOREIGN_GAIN), &listener);
+  RenderJob job{.blockFrames = 100};
+  job.events = {{250, {0x90, 60, 100}}, {99, {0x80, 60, 0}}};
+  job.progress = [&](std::int64_t done, std::int64_t) {
+    if (done != 200) return true;
+    static EventBlock answer{std::vector<MidiEvent>{{7, {0xB0, 74, 64}}}};
+    plugin.dispatch(effVendorSpecific, foreign::sendNextBlock, 0, answer.list());
+    return true;
+  };
+  const Planar output = renderOffline(plugin, Planar{ones(300), ones(300)}, job);
+  const std::vector<foreign::Block> blocks = blocksOf(plugin);
+  ASSERT_EQ(blocks.size(), 3U);
+  ASSERT_EQ(blocks[0].notes.size(), 1U);
+  EXPECT_EQ(blocks[0].notes[0].deltaFrames, 99);
+  ASSERT_EQ(blocks[2].notes.size(), 1U);
+  EXPECT_EQ(blocks[2].notes[0].deltaFrames, 50);
+  ASSERT_EQ(listener.midi().size(), 1U);
+  EXPECT_EQ(listener.midi()[0].frame, 207);
+  EXPECT_EQ(listener.midi()[0].bytes, (std::vector<std::uint8_t>{0xB0, 74, 64}));
+}
+
+TEST(OfflineRunner, GivesUpWhenToldAndLeavesThePluginInactive) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  RenderJob job{.blockFrames = 10};
+  job.progress = [](std::int64_t done, std::int64_t) { return done < 30; };
+  EXPECT_THROW(static_cast<void>(renderOffline(plugin, Planar{ones(100)}, job)), Cancelled);
+  EXPECT_EQ(blocksOf(plugin).size(), 3U);
+  const foreign::Told last = reportOf(plugin).told.back();
+  EXPECT_EQ(last.opcode, effMainsChanged);
+  EXPECT_EQ(last.value, 0);
+}
+
+}  // namespace
+}  // namespace modrift::host

@@ -1,0 +1,202 @@
+#include <array>
+#include <cstring>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/Error.h"
+#include "host/EventBlock.h"
+#include "host/Plugin.h"
+#include "tests/host/HostFixtures.h"
+
+namespace modrift::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string errorOf(const fs::path& path) {
+  try {
+    const Plugin plugin(std::make_shared<Module>(path));
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return "no error";
+}
+
+VstIntPtr ask(const Plugin& plugin, foreign::HostQuestion question) {
+  plugin.dispatch(effVendorSpecific, foreign::askHost, 0, &question);
+  return question.answer;
+}
+
+class ThrowingListener : public HostListener {
+ public:
+  void automated(std::int64_t, VstInt32, float) override { throw Error("full"); }
+};
+
+TEST(Module, FindsTheSharedObjectOfABundleFolder) {
+  const fs::path bundle = fs::path(testing::TempDir()) / "Some.vst";
+  fs::remove_all(bundle);
+  fs::create_directories(bundle / "Contents/x86_64-linux");
+  EXPECT_NE(errorOf(bundle).find("Some.vst: a bundle with one shared object"), std::string::npos);
+  fs::copy_file(FOREIGN_GAIN, bundle / "Contents/x86_64-linux/Some.so");
+  EXPECT_EQ(Module(bundle).path(), bundle / "Contents/x86_64-linux/Some.so");
+  fs::copy_file(FOREIGN_GAIN, bundle / "Contents/x86_64-linux/Another.so");
+  EXPECT_EQ(Module(bundle.string() + "/").path(), bundle / "Contents/x86_64-linux/Some.so");
+  fs::remove_all(bundle);
+}
+
+TEST(Module, SaysInOneSentenceWhyAFileIsNoPlugin) {
+  EXPECT_EQ(errorOf("/nowhere/x.so"), "/nowhere/x.so: a plug-in was expected, but there is no such file");
+  EXPECT_NE(errorOf("/proc/self/status").find("a shared object for this machine was expected"), std::string::npos);
+  EXPECT_NE(errorOf(FOREIGN_NO_ENTRY).find("exports neither VSTPluginMain nor main"), std::string::npos);
+  EXPECT_NE(errorOf(FOREIGN_NO_RECORD).find("its record is not one"), std::string::npos);
+  EXPECT_EQ(errorOf(FOREIGN_OLD_ENTRY), "no error");
+}
+
+TEST(Plugin, IsAnsweredWhileItsEntryFunctionRuns) {
+  const Plugin plugin(load(FOREIGN_GAIN));
+  EXPECT_EQ(reportOf(plugin).versionWithoutEffect, 2400);
+  EXPECT_EQ(reportOf(plugin).blockSizeInEntry, 512);
+}
+
+TEST(Plugin, HearsItsLifeInOrder) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  plugin.setSampleRate(48000.0);
+  plugin.setBlockSize(64);
+  plugin.activate();
+  plugin.activate();
+  plugin.deactivate();
+  plugin.deactivate();
+  std::vector<std::pair<VstInt32, VstIntPtr>> told;
+  for (const foreign::Told& one : reportOf(plugin).told) told.emplace_back(one.opcode, one.value);
+  const std::vector<std::pair<VstInt32, VstIntPtr>> expected = {
+      {effOpen, 0},         {effSetSampleRate, 0}, {effSetBlockSize, 64}, {effMainsChanged, 1},
+      {effStartProcess, 0}, {effStopProcess, 0},   {effMainsChanged, 0}};
+  EXPECT_EQ(told, expected);
+  EXPECT_EQ(reportOf(plugin).told[1].opt, 48000.0f);
+}
+
+TEST(Plugin, KeepsInstancesOfOneModuleApart) {
+  const auto module = load(FOREIGN_GAIN);
+  Plugin first(module);
+  Plugin second(module);
+  first.setBlockSize(64);
+  second.setBlockSize(128);
+  EXPECT_EQ(ask(first, {.opcode = audioMasterGetBlockSize}), 64);
+  EXPECT_EQ(ask(second, {.opcode = audioMasterGetBlockSize}), 128);
+}
+
+TEST(Plugin, ReadsTextsThatAreFarTooLong) {
+  const Plugin plugin(load(FOREIGN_GAIN));
+  EXPECT_EQ(plugin.parameterName(1), "Offset");
+  plugin.dispatch(effVendorSpecific, foreign::writeLongTexts);
+  EXPECT_EQ(plugin.parameterName(1), std::string(300, 'x'));
+  EXPECT_EQ(plugin.programName(), "");
+}
+
+TEST(Plugin, IgnoresParametersThatDoNotExist) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  plugin.setParameter(-1, 0.5f);  // the test plug-in would throw
+  plugin.setParameter(3, 0.5f);
+  EXPECT_EQ(plugin.parameter(10000), 0.0f);
+  EXPECT_EQ(plugin.parameterName(-1), "");
+}
+
+TEST(Plugin, CarriesChunksBothWays) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  EXPECT_EQ(plugin.chunk(ChunkKind::bank).size(), std::strlen("state"));
+  const std::vector<std::byte> bytes = {std::byte{1}, std::byte{0}, std::byte{2}};
+  EXPECT_TRUE(plugin.setChunk(ChunkKind::bank, bytes));
+  EXPECT_EQ(plugin.chunk(ChunkKind::bank), bytes);
+}
+
+TEST(Plugin, RunsOneThatCanOnlyAddAndRefusesOneThatCannotProcess) {
+  Plugin plugin(load(FOREIGN_GAIN));
+  plugin.dispatch(effVendorSpecific, foreign::dropReplacing);
+  plugin.activate();
+  std::array<float, 2> in = {0.25f, 0.5f};
+  std::array<float, 2> out = {9.0f, 9.0f};
+  std::array<float*, 2> inputs = {in.data(), in.data()};
+  std::array<float*, 2> outputs = {out.data(), out.data()};
+  plugin.process(inputs.data(), outputs.data(), 1);
+  EXPECT_EQ(out[0], 0.25f + 0.25f);  // both channels were added into the same memory
+  Plugin broken(load(FOREIGN_GAIN));
+  broken.dispatch(effVendorSpecific, foreign::dropProcessing);
+  EXPECT_THROW(broken.activate(), Error);
+}
+
+TEST(HostCallback, TellsWhatItIsAndCanDo) {
+  const Plugin plugin(load(FOREIGN_GAIN));
+  std::array<char, 65> text{};
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterGetVendorString, .ptr = text.data()}), 1);
+  EXPECT_GT(std::strlen(text.data()), 0U);
+  std::string question = "sendVstTimeInfo";
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterCanDo, .ptr = question.data()}), 1);
+  question = "makeCoffee";
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterCanDo, .ptr = question.data()}), 0);
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterCurrentId}), CCONST('F', 'r', 'g', 'n'));
+  const VstIntPtr directory = ask(plugin, {.opcode = audioMasterGetDirectory});
+  EXPECT_EQ(reinterpret_cast<const char*>(directory),  // NOLINT(performance-no-int-to-ptr): the interface's way
+            fs::path(FOREIGN_GAIN).parent_path().string());
+}
+
+TEST(HostCallback, AnswersNeutrallyWithoutAnEffectAndToUnknownOpcodes) {
+  const Plugin plugin(load(FOREIGN_GAIN));
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterVersion, .withoutEffect = true}), 2400);
+  for (VstInt32 opcode = audioMasterCurrentId; opcode <= audioMasterCloseFileSelector; ++opcode) {
+    if (opcode == audioMasterGetVendorVersion || opcode == audioMasterGetLanguage) continue;
+    EXPECT_EQ(ask(plugin, {.opcode = opcode, .withoutEffect = true}), 0) << opcode;
+  }
+  EXPECT_EQ(ask(plugin, {.opcode = -1}), 0);
+  EXPECT_EQ(ask(plugin, {.opcode = 10000}), 0);
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterGetTime}), 0);  // no transport yet
+}
+
+TEST(HostCallback, RecordsAutomationWithTheBlockItCameIn) {
+  RecordingListener listener;
+  Plugin plugin(load(FOREIGN_GAIN), &listener);
+  plugin.setTime({}, 4800);
+  ask(plugin, {.opcode = audioMasterAutomate, .index = 2, .opt = 0.75f});
+  const std::vector<RecordingListener::Automation> automation = listener.automation();
+  ASSERT_EQ(automation.size(), 1U);
+  EXPECT_EQ(automation[0].frame, 4800);
+  EXPECT_EQ(automation[0].parameter, 2);
+  EXPECT_EQ(automation[0].value, 0.75f);
+}
+
+TEST(HostCallback, LetsNoExceptionIntoThePlugin) {
+  ThrowingListener listener;
+  const Plugin plugin(load(FOREIGN_GAIN), &listener);
+  EXPECT_EQ(ask(plugin, {.opcode = audioMasterAutomate}), 0);
+}
+
+TEST(EventBlock, BringsBackWhatWasPutIn) {
+  const std::vector<MidiEvent> events = {
+      {0, {0x90, 60, 100}}, {5, {0xC0, 3}}, {6, {}}, {7, {0xF0, 1, 2, 3, 4, 0xF7}}, {9, {0xF8}}};
+  EventBlock block(events);
+  const std::vector<MidiEvent> copies = copyEvents(block.list(), 1000);
+  ASSERT_EQ(copies.size(), 4U);
+  EXPECT_EQ(copies[0].frame, 1000);
+  EXPECT_EQ(copies[0].bytes, events[0].bytes);
+  EXPECT_EQ(copies[1].bytes, events[1].bytes);
+  EXPECT_EQ(copies[2].frame, 1007);
+  EXPECT_EQ(copies[2].bytes, events[3].bytes);
+  EXPECT_EQ(copies[3].bytes, events[4].bytes);
+}
+
+TEST(EventBlock, SurvivesBrokenLists) {
+  EXPECT_TRUE(copyEvents(nullptr, 0).empty());
+  VstEvents list;
+  list.numEvents = -1;
+  EXPECT_TRUE(copyEvents(&list, 0).empty());
+  VstMidiSysexEvent empty;
+  empty.dumpBytes = 10;
+  list.numEvents = 2;
+  list.events[1] = reinterpret_cast<VstEvent*>(&empty);
+  EXPECT_TRUE(copyEvents(&list, 0).empty());
+}
+
+}  // namespace
+}  // namespace modrift::host
