@@ -1,0 +1,206 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <fmt/format.h>
+#include <string_view>
+
+#include "cli/AudioFile.h"
+#include "cli/Errors.h"
+#include "cli/ExampleCommand.h"
+#include "cli/InfoCommand.h"
+#include "cli/Interrupt.h"
+#include "cli/Numbers.h"
+#include "cli/RenderCommand.h"
+#include "cli/WaveCommand.h"
+
+namespace modrift::cli {
+namespace {
+
+// Ranges of the options. Wide, because odd values are what people try out; limits keep frame counts countable.
+constexpr double kLowestTempo = 1.0;
+constexpr double kHighestTempo = 10000.0;
+constexpr double kFarthestBeat = 1e9;
+constexpr double kLongestTailSeconds = 3600.0;
+constexpr int kLargestBlock = 1000000;
+constexpr int kLowestRate = 1000;
+constexpr int kHighestRate = 768000;
+
+constexpr const char* kOverview =
+    "Modrift from the command line: moves the filter, volume and pan of audio files with drawn LFO graphs.\n"
+    "Without arguments it renders a short example into the current folder.";
+
+constexpr const char* kOverviewFooter =
+    "\nExamples:\n"
+    "  modrift render loop.wav -o out.wav --tempo 128 --set \">vol=1\" --set Rate=0.43\n"
+    "  modrift render drums/*.flac -o rendered/ --picture rendered/\n"
+    "  modrift info --json\n"
+    "  modrift wave out.wav -o out.png\n"
+    "'modrift COMMAND --help' tells the options of a command.\n"
+    "\nThe plug-in is --plugin, else what MODRIFT_PLUGIN names, else the bundle that came with the program.\n"
+    "Exit status: 0 done, 1 a file or plug-in is not what was needed, 2 the command line is wrong.";
+
+constexpr const char* kRenderFooter =
+    "\nMono and stereo: a mono file feeds both inputs, and the result is stereo. With --mono the mean of a file's\n"
+    "channels feeds the plug-in, and the mean of its two outputs is written as one channel: what the stereo result\n"
+    "sounds like on one loudspeaker. The plug-in's reported latency is taken off, so results line up with inputs.\n"
+    "\nParameters: a name (exact, then in any case, then an unambiguous beginning) or an index; 'modrift info' lists\n"
+    "them. Values are plain numbers, 0 to 1 for most parameters.\n"
+    "\nAutomation is a text file of lines \"beat, parameter, value\", for example\n"
+    "  # the volume depth falls over one bar\n"
+    "  0, >vol, 1\n"
+    "  4, >vol, 0.5\n"
+    "Values jump at the exact frame of their beat; beats before --start-beat are made at the start.\n"
+    "\nExamples:\n"
+    "  modrift render loop.wav -o out.wav --tempo 128 --set \">pan=1\" --picture out.png\n"
+    "  modrift render loop.wav -o out.flac --automation moves.csv --rate 96000 --tail 2\n"
+    "  modrift render a.wav b.ogg -o results/";
+
+template <class Number, class Parse>
+CLI::Validator within(Number lowest, Number highest, Parse parse, const char* what) {
+  const auto check = [=](const std::string& text) {
+    const auto number = parse(text);
+    if (number && *number >= lowest && *number <= highest) return std::string();
+    return fmt::format("{} from {} to {} was expected, not '{}'", what, lowest, highest, text);
+  };
+  return {check, ""};
+}
+
+CLI::Validator numberWithin(double lowest, double highest) { return within(lowest, highest, parseNumber, "a number"); }
+
+CLI::Validator wholeNumberWithin(int lowest, int highest) {
+  return within(lowest, highest, parseInteger, "a whole number");
+}
+
+void addRender(CLI::App& app, RenderOptions& options) {
+  CLI::App* render = app.add_subcommand("render", "Render audio files through a plug-in");
+  render->footer(kRenderFooter);
+  render->add_option("IN", options.inputs, "Audio files, mono or stereo (WAV, FLAC, OGG, AIFF and more)")
+      ->required()
+      ->type_name("FILE");
+  render
+      ->add_option("-o,--output", options.output,
+                   "The result (" + writableExtensions() + "), or a folder ending in / for several")
+      ->required()
+      ->type_name("OUT");
+  render->add_option("--plugin", options.plugin, "Another VST 2 plug-in: a shared object or a bundle folder")
+      ->type_name("FILE");
+  render->add_option("--tempo", options.tempoBpm, "Beats a minute")
+      ->type_name("BPM")
+      ->capture_default_str()
+      ->check(numberWithin(kLowestTempo, kHighestTempo));
+  render->add_option("--start-beat", options.startBeat, "Song position of the first frame")
+      ->type_name("BEAT")
+      ->capture_default_str()
+      ->check(numberWithin(-kFarthestBeat, kFarthestBeat));
+  render->add_flag("--stopped", options.stopped, "The host's transport stands still");
+  render->add_flag("--no-time", options.noTime, "The host gives no tempo and position");
+  render->add_option("--set", options.settings, "A parameter's value from the start; may come often")
+      ->type_name("NAME|INDEX=VALUE")
+      ->allow_extra_args(false);
+  render->add_option("--automation", options.automation, "Parameter values at beats, see below")->type_name("FILE");
+  render->add_option("--block", options.blockFrames, "Frames a call of the plug-in")
+      ->type_name("FRAMES")
+      ->capture_default_str()
+      ->check(wholeNumberWithin(1, kLargestBlock));
+  render->add_option("--rate", options.rateHz, "Sample rate to run and write at; else the file's own")
+      ->type_name("HZ")
+      ->check(wholeNumberWithin(kLowestRate, kHighestRate));
+  render->add_option("--tail", options.tailSeconds, "Silence to render after the input")
+      ->type_name("SECONDS")
+      ->capture_default_str()
+      ->check(numberWithin(0.0, kLongestTailSeconds));
+  render->add_flag("--mono", options.mono, "One channel in, one channel out, see below");
+  render->add_option("--picture", options.picture, "Waveform and spectrogram before and after, or a folder ending in /")
+      ->type_name("PNG");
+}
+
+void addInfo(CLI::App& app, InfoOptions& options) {
+  CLI::App* info = app.add_subcommand("info", "Tell what a plug-in is and what parameters it has");
+  info->footer("\nExamples:\n  modrift info\n  modrift info SomeOther.so --json");
+  info->add_option("PLUGIN", options.plugin, "A shared object or a bundle folder; else the one that came along")
+      ->type_name("FILE");
+  info->add_flag("--json", options.json, "As JSON instead of tables");
+}
+
+void addWave(CLI::App& app, WaveOptions& options) {
+  CLI::App* wave = app.add_subcommand("wave", "Draw an audio file's waveform and spectrogram");
+  wave->footer("\nExample:\n  modrift wave loop.wav -o loop.png");
+  wave->add_option("IN", options.input, "An audio file, mono or stereo")->required()->type_name("FILE");
+  wave->add_option("-o,--output", options.output, "The picture, or a folder ending in /")
+      ->required()
+      ->type_name("PICTURE.png");
+}
+
+void run(const std::vector<std::string>& arguments) {
+  if (arguments.empty()) return runExample();
+  CLI::App app(kOverview, "modrift");
+  app.footer(kOverviewFooter);
+  app.set_version_flag("--version", "modrift " MODRIFT_VERSION);
+  app.require_subcommand(0, 1);  // none is answered below, with a better sentence than the library's
+  RenderOptions render;
+  InfoOptions info;
+  WaveOptions wave;
+  addRender(app, render);
+  addInfo(app, info);
+  addWave(app, wave);
+  try {
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::Success& request) {  // --help or --version
+    app.exit(request);
+    return;
+  }
+  if (app.get_subcommands().empty()) throw UsageError("modrift: render, info or wave was expected as a command");
+  if (app.got_subcommand("render")) runRender(render);
+  if (app.got_subcommand("info")) runInfo(info);
+  if (app.got_subcommand("wave")) runWave(wave);
+}
+
+// The library's sentences in the form of ours.
+std::string usageMessage(const CLI::ParseError& error) {
+  const std::string_view text = error.what();
+  const auto colon = text.rfind(": ");
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && colon != std::string_view::npos) {
+    return fmt::format("{}: a known command or option was expected (see modrift --help)", text.substr(colon + 2));
+  }
+  constexpr std::string_view kRequired = " is required";
+  if (text.ends_with(kRequired)) {
+    return fmt::format("{}: was expected, but is missing (see modrift --help)",
+                       text.substr(0, text.size() - kRequired.size()));
+  }
+  return std::string(text);
+}
+
+// One line, whatever a library or a file name put into the text.
+ExitStatus fail(ExitStatus status, std::string message) noexcept {
+  std::replace_if(
+      message.begin(), message.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  std::fprintf(stderr, "modrift: %s\n", message.c_str());
+  return status;
+}
+
+}  // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments) noexcept {
+  try {
+    run(arguments);
+    if (std::fflush(stdout) != 0) return fail(ExitStatus::failed, "standard output: room to write to was expected");
+    return ExitStatus::done;
+  } catch (const CLI::ParseError& error) {
+    return fail(ExitStatus::misused, usageMessage(error));
+  } catch (const UsageError& error) {
+    return fail(ExitStatus::misused, error.what());
+  } catch (const Interrupted&) {
+    return fail(ExitStatus::failed, "interrupted: unfinished files were removed");
+  } catch (const std::bad_alloc&) {
+    return fail(ExitStatus::failed, "memory: more was expected than this machine has");
+  } catch (const std::exception& error) {
+    return fail(ExitStatus::failed, error.what());
+  } catch (...) {
+    return fail(ExitStatus::failed, "the plug-in: results were expected, but it threw something unknown");
+  }
+}
+
+}  // namespace modrift::cli

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+#include <random>
+
+#include "cli/Automation.h"
+
+namespace modrift::cli {
+namespace {
+
+using Points = std::vector<AutomationPoint>;
+
+Points pointsOf(std::string_view bytes) {
+  const auto result = parseAutomation(bytes);
+  if (const auto* fault = std::get_if<AutomationFault>(&result)) {
+    ADD_FAILURE() << "line " << fault->line << ": " << fault->expected;
+    return {};
+  }
+  return std::get<Points>(result);
+}
+
+// The line with the fault, 0 if there is none.
+int faultIn(std::string_view bytes) {
+  const auto result = parseAutomation(bytes);
+  const auto* fault = std::get_if<AutomationFault>(&result);
+  return fault == nullptr ? 0 : fault->line;
+}
+
+TEST(Automation, ReadsWhatPeopleAndSpreadsheetsWrite) {
+  const Points points = pointsOf(
+      "\xEF\xBB\xBF"
+      "Beat,Parameter,Value\r\n"
+      "\r\n"
+      "# all of it\r\n"
+      " 0 ,\t>vol , 0.25 # a remark, with a comma\r\n"
+      "-1.5,7,+1,\r\n"
+      "2,\"A, \"\"big\"\" #1\",1e-3");
+  ASSERT_EQ(points.size(), 3U);
+  EXPECT_EQ(points[0].line, 4);
+  EXPECT_EQ(points[0].parameter, ">vol");
+  EXPECT_EQ(points[0].value, 0.25f);
+  EXPECT_EQ(points[1].beat, -1.5);
+  EXPECT_EQ(points[1].parameter, "7");
+  EXPECT_EQ(points[1].value, 1.0f);
+  EXPECT_EQ(points[2].parameter, "A, \"big\" #1");
+}
+
+TEST(Automation, IsEmptyForAnEmptyFile) {
+  EXPECT_TRUE(pointsOf("").empty());
+  EXPECT_TRUE(pointsOf("\n\r\n# nothing\nbeat,parameter,value").empty());
+}
+
+TEST(Automation, NamesTheLineOfTheFirstFault) {
+  EXPECT_EQ(faultIn("0,a,1\n0,a\n"), 2);
+  EXPECT_EQ(faultIn("0,a,1\n0,a,1,2\n"), 2);
+  EXPECT_EQ(faultIn("beat,parameter,value\nbeat,parameter,value\n"), 2);  // one heading is enough
+  EXPECT_EQ(faultIn("0,a,1\n\n#\nx,a,1"), 4);
+  EXPECT_EQ(faultIn("0,a,one"), 1);
+  EXPECT_EQ(faultIn("0,,1"), 1);
+  EXPECT_EQ(faultIn("0,\"a,1"), 1);
+  EXPECT_EQ(faultIn("0,\"a\"b,1"), 1);
+  EXPECT_EQ(faultIn("0,a,1x"), 1);
+  EXPECT_EQ(faultIn("hello"), 1);
+  EXPECT_EQ(faultIn(std::string(2000, '1')), 1);
+  EXPECT_EQ(faultIn(std::string_view("0,a\0,1", 6)), 1);
+}
+
+TEST(Automation, RefusesNumbersThatAreNotFinite) {
+  for (const char* number : {"nan", "inf", "-inf", "1e999", "infinity"}) {
+    EXPECT_EQ(faultIn(std::string("0,a,") + number), 1) << number;
+    EXPECT_EQ(faultIn(std::string(number) + ",a,0"), 1) << number;
+  }
+  EXPECT_EQ(faultIn("0,a,1e39"), 1);  // beyond what a parameter can hold
+}
+
+TEST(Automation, SurvivesAnyBytes) {
+  constexpr std::string_view kAlphabet = "0123456789.,,,-+e\"\n\r# ax\0\xFF";
+  std::mt19937 random(7);
+  for (int round = 0; round < 20000; ++round) {
+    std::string bytes(random() % 60, ' ');
+    for (char& c : bytes) c = kAlphabet[random() % kAlphabet.size()];
+    const auto result = parseAutomation(bytes);
+    if (const auto* points = std::get_if<Points>(&result)) {
+      for (const AutomationPoint& point : *points) EXPECT_FALSE(point.parameter.empty()) << bytes;
+    }
+  }
+}
+
+TEST(FrameAtBeat, RoundsToTheNearestFrameAndStaysCountable) {
+  EXPECT_EQ(frameAtBeat(4.0, 0.0, 120.0, 48000.0), 96000);
+  EXPECT_EQ(frameAtBeat(1.0, 0.5, 127.0, 44100.0), 10417);  // 0.5 * 60 / 127 * 44100 = 10417.32
+  EXPECT_EQ(frameAtBeat(3.0, 4.0, 60.0, 44100.0), -44100);
+  EXPECT_GT(frameAtBeat(1e300, 0.0, 1.0, 768000.0), std::int64_t{1} << 50);
+}
+
+}  // namespace
+}  // namespace modrift::cli
