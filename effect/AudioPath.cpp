@@ -36,7 +36,7 @@ void LfoDSP::processReplacing(float** inputs, float** outputs, VstInt32 sampleFr
   gainSmoothing_ = gainSmoothing(lfoSmooth);
   for (int start = 0; start == 0 || start < sampleFrames;) {
     const int frames = sampleFrames > kLongestBlock ? std::min(sampleFrames - start, kSliceFrames) : sampleFrames;
-    const Slice slice{outputs[0] + start, outputs[1] + start, outputs[last] + start, std::max(frames, 0)};
+    const Slice slice{outputs[0] + start, outputs[1] + start, outputs[last] + start, start, std::max(frames, 0)};
     splitBands(inputs[0] + start, inputs[last] + start, slice);
     if (start == 0) {
       blockStart();
@@ -46,6 +46,7 @@ void LfoDSP::processReplacing(float** inputs, float** outputs, VstInt32 sampleFr
     joinBands(slice);
     start += std::max(frames, 1);
   }
+  endMidiBlock();
 }
 
 void LfoDSP::processBufferSetup(bool held) noexcept {
@@ -96,9 +97,16 @@ void LfoDSP::joinBands(const Slice& slice) noexcept {
   }
 }
 
+// A tick's notes act before all of it, so that they steer the settings of their own tick.
 void LfoDSP::processTicks(const Slice& slice) noexcept {
-  for (int start = 0; start < slice.frames; start += kTickFrames)
-    controlTick(slice, start, std::min(kTickFrames, slice.frames - start));
+  const auto play = [this](const WaitingNote& n) {
+    ProcessWaitingNote(static_cast<char>(n.note), 0, static_cast<char>(n.velocity), static_cast<int>(n.frame), false);
+  };
+  for (int start = 0; start < slice.frames; start += kTickFrames) {
+    const int frames = std::min(kTickFrames, slice.frames - start);
+    if (noteQueue.play(slice.offset + start, frames, play)) blockClock_ = clockSettings();
+    controlTick(slice, start, frames);
+  }
 }
 
 // Settings first, then the samples move the clock: what steers the filter in a tick is the graphs' position at the end
@@ -111,6 +119,7 @@ void LfoDSP::controlTick(const Slice& slice, int start, int frames) noexcept {
   }
   if (bScopeOn) scopeIn.captureInput(displayIndex, tick[0]);
   const auto params = updateFilterSettings();
+  sendCutoffController(slice.offset + start + frames - 1);
   if (filterOnFlag > 0) filterStage_.process(params.data(), filterMix, tick, frames);
   playTick(slice, start, tick, frames);
 }

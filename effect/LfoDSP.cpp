@@ -142,8 +142,6 @@ VstInt32 LfoDSP::getNumMidiInputChannels() { return 1; }
 
 VstInt32 LfoDSP::getNumMidiOutputChannels() { return 1; }
 
-VstInt32 LfoDSP::processEvents(VstEvents* /*events*/) noexcept { return 1; }
-
 VstInt32 LfoDSP::getGetTailSize() { return 1; }
 
 bool LfoDSP::getEffectName(char* name) {

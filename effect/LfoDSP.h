@@ -22,6 +22,8 @@
 #include "effect/ExpMapper.h"
 #include "effect/FilterStage.h"
 #include "effect/LfoClock.h"
+#include "effect/MidiOut.h"
+#include "effect/NoteQueue.h"
 #include "effect/PadLFO.h"
 #include "effect/ScopeCapture.h"
 #include "effect/Shared.h"
@@ -105,6 +107,10 @@ class LfoDSP : public AudioEffectX {
     return {routeCut, routeRes, routeVol, routePan, routeVar};
   }
 
+  // Notes and MIDI.
+  void ProcessWaitingNote(char note, char unused, char velocity, int frame, bool alsoUnused) noexcept;  // [audio]
+  void sendMidiOutEvent(int status, int data1, int data2, int frame) noexcept;                          // [audio]
+
   void initPadLFO() noexcept;
   void initFilters();
   void setIOCount() noexcept;
@@ -170,7 +176,15 @@ class LfoDSP : public AudioEffectX {
   Shared<std::int32_t> displayIndex{0};
   Shared<float> displayPos{0.0f};
   bool activeVol = false, activeVar = false, activePan = false, activeCut = false, activeRes = false;
-  int heldNotes = 0;
+
+  // --- Notes and MIDI
+  NoteQueue noteQueue;
+  int heldNotes = 0;  // 0 to 127
+  MidiOut midiOut{MidiOut::Limits::block};
+  std::int8_t lastCCValue = -1;  // the last controller value queued; -1 is none that a controller has
+  Shared<std::int32_t> midiThinning{64};
+  Shared<bool> bDontInsertMIDIEachPPQ_OnRender{false};
+  Shared<bool> bNoteSelectsGraphs{false};
 
   // --- Audio
   Shared<std::int32_t> numIn{2}, numOut{2}, lastIn{1}, lastOut{1};
@@ -194,8 +208,17 @@ class LfoDSP : public AudioEffectX {
     float* left;
     float* right;
     const float* tickRight;  // where the right channel's tick samples come from
+    int offset;              // of the slice in the block
     int frames;
   };
+
+  [[nodiscard]] bool takesNotes() const noexcept;
+  bool takeEvent(const VstMidiEvent& event) noexcept;
+  void releaseAllNotes() noexcept;
+  bool selectsGraph(int note);
+  void retrigger(int frame) noexcept;
+  void sendCutoffController(int frame) noexcept;
+  void endMidiBlock() noexcept;
 
   void processBufferSetup(bool held) noexcept;
   void splitBands(const float* left, const float* right, const Slice& slice) noexcept;
