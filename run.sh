@@ -14,4 +14,4 @@ lock_build
 build release plugin/all cli/all
 unlock_build
 
-exec "$root/build/release/bin/modrift" "$@"
+MODRIFT_COMMAND=$0 exec "$root/build/release/bin/modrift" "$@"

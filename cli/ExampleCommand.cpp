@@ -1,5 +1,6 @@
 #include "cli/ExampleCommand.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <string>
@@ -33,8 +34,11 @@ void runExample() {
   const std::filesystem::path folder = std::filesystem::current_path();
   fmt::print("Listen to  {}\nLook at    {}\n\nNext, try\n", (folder / kAudioName).string(),
              (folder / kPictureName).string());
-  fmt::print("  modrift render YOUR.wav -o RESULT.wav --tempo 120 --set \">vol=1\" --picture RESULT.png\n");
-  fmt::print("  modrift info\n");
+  // A script that sets everything up and starts the program says how it was called itself.
+  const char* const typed = std::getenv("MODRIFT_COMMAND");
+  const std::string command = typed != nullptr && *typed != '\0' ? typed : "modrift";
+  fmt::print("  {} render YOUR.wav -o RESULT.wav --tempo 120 --set \">vol=1\" --picture RESULT.png\n", command);
+  fmt::print("  {} info\n", command);
 }
 
 }  // namespace modrift::cli

@@ -23,7 +23,7 @@ fs::path installation() {
 
 fs::path pluginPath(const std::string& named) {
   if (!named.empty()) return named;
-  const char* chosen = std::getenv("MODRIFT_PLUGIN");  // NOLINT(concurrency-mt-unsafe): nothing here sets variables
+  const char* chosen = std::getenv("MODRIFT_PLUGIN");
   if (chosen != nullptr && *chosen != '\0') return chosen;
   fs::path bundle = installation() / "Modrift.vst";
   std::error_code error;

@@ -10,7 +10,11 @@ namespace {
 
 constexpr std::size_t kTextBytes = 8;  // the shortest buffer that hosts give, closing zero included
 
-void writeValue(float value, char* text) {
+bool isPoint(int index) { return index >= kPoint1 && index < kPoint1 + kAutomatedPoints; }
+
+// Points read as a percentage, as their label says.
+void writeValue(int index, float value, char* text) {
+  if (isPoint(index)) value *= 100.0f;
   const bool bFits = value > -100.0f && value < 1000.0f;
   std::snprintf(text, kTextBytes, bFits ? "%.3f" : "%.0e", static_cast<double>(value));
 }
@@ -32,11 +36,8 @@ void LfoDSP::getParameterName(VstInt32 index, char* text) {
   if (row && row->name[0]) std::strcpy(text, row->name.data());
 }
 
-void LfoDSP::getParameterLabel(VstInt32 index, char* label) {
-  const bool bPoint = index >= kPoint1 && index < kPoint1 + kAutomatedPoints;
-  std::strcpy(label, bPoint ? "%" : "  ");
-}
+void LfoDSP::getParameterLabel(VstInt32 index, char* label) { std::strcpy(label, isPoint(index) ? "%" : "  "); }
 
-void LfoDSP::getParameterDisplay(VstInt32 index, char* text) { writeValue(getParameter(index), text); }
+void LfoDSP::getParameterDisplay(VstInt32 index, char* text) { writeValue(index, getParameter(index), text); }
 
-void LfoDSP::convertParameterValueToString(int /*index*/, float value, char* text) { writeValue(value, text); }
+void LfoDSP::convertParameterValueToString(int index, float value, char* text) { writeValue(index, value, text); }

@@ -49,7 +49,7 @@ EventBlock::EventBlock(std::span<const MidiEvent> events) {
   dumps_.reserve(events.size());
   dumpBytes_.reserve(events.size());
   // Bytes and not an array of records, because the list's true length stands only in its count.
-  const std::size_t entryBytes = events.size() * sizeof(VstEvent*);  // NOLINT(bugprone-sizeof-expression): pointers
+  const std::size_t entryBytes = events.size() * sizeof(VstEvent*);
   list_ = std::make_unique<std::byte[]>(sizeof(VstEvents) + entryBytes);
   auto* head = new (list_.get()) VstEvents;
   auto** entries = reinterpret_cast<VstEvent**>(list_.get() + offsetof(VstEvents, events));

@@ -151,7 +151,7 @@ constexpr auto kByOpcode = [] {
 HostFacts* factsOf(const AEffect* effect) noexcept {
   if (inTheMaking != nullptr) return inTheMaking;
   if (effect == nullptr) return nullptr;
-  return reinterpret_cast<HostFacts*>(effect->resvd1);  // NOLINT(performance-no-int-to-ptr): the record's way
+  return reinterpret_cast<HostFacts*>(effect->resvd1);
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ VstIntPtr pin(AudioEffectX& effect, const Call& c) {
 
 // Two records come with this call, one of them in place of the number.
 VstIntPtr speakers(AudioEffectX& effect, const Call& c) {
-  auto* const in = reinterpret_cast<VstSpeakerArrangement*>(c.value);  // NOLINT(performance-no-int-to-ptr)
+  auto* const in = reinterpret_cast<VstSpeakerArrangement*>(c.value);
   return in && effect.setSpeakerArrangement(in, c.as<VstSpeakerArrangement>());
 }
 
@@ -95,7 +95,7 @@ VstInt32 AudioEffectX::getOutputLatency() { return static_cast<VstInt32>(callHos
 
 VstTimeInfo* AudioEffectX::getTimeInfo(VstInt32 filter) {
   const VstIntPtr answer = callHost(audioMasterGetTime, 0, filter);
-  return reinterpret_cast<VstTimeInfo*>(answer);  // NOLINT(performance-no-int-to-ptr): the interface's way
+  return reinterpret_cast<VstTimeInfo*>(answer);
 }
 
 VstInt32 AudioEffectX::getCurrentProcessLevel() {
@@ -126,9 +126,7 @@ VstInt32 AudioEffectX::canHostDo(const char* text) {
 
 VstInt32 AudioEffectX::getHostLanguage() { return static_cast<VstInt32>(callHost(audioMasterGetLanguage)); }
 
-void* AudioEffectX::getDirectory() {
-  return reinterpret_cast<void*>(callHost(audioMasterGetDirectory));  // NOLINT(performance-no-int-to-ptr)
-}
+void* AudioEffectX::getDirectory() { return reinterpret_cast<void*>(callHost(audioMasterGetDirectory)); }
 
 bool AudioEffectX::updateDisplay() { return callHost(audioMasterUpdateDisplay) != 0; }
 
