@@ -58,9 +58,12 @@ void LfoDSP::processBufferSetup(bool held) noexcept {
 
 // What a broken neighbour in the host's chain sent must not circulate here for good.
 void LfoDSP::dropNonFinite() noexcept {
-  xoverLeft_.dropNonFinite();
-  xoverRight_.dropNonFinite();
-  filterStage_.dropNonFinite();
+  if (bSplit_) {
+    xoverLeft_.dropNonFinite();
+    xoverRight_.dropNonFinite();
+  }
+  if (bFiltered_) filterStage_.dropNonFinite();
+  bFiltered_ = false;
 }
 
 // The coefficients belong to the audio thread, so that no block ever meets half a set.
@@ -120,7 +123,10 @@ void LfoDSP::controlTick(const Slice& slice, int start, int frames) noexcept {
   if (bScopeOn) scopeIn.captureInput(displayIndex, tick[0]);
   const auto params = updateFilterSettings();
   sendCutoffController(slice.offset + start + frames - 1);
-  if (filterOnFlag > 0) filterStage_.process(params.data(), filterMix, tick, frames);
+  if (filterOnFlag > 0) {
+    bFiltered_ = true;
+    filterStage_.process(params.data(), filterMix, tick, frames);
+  }
   playTick(slice, start, tick, frames);
 }
 
@@ -150,7 +156,10 @@ void LfoDSP::playTick(const Slice& slice, int start, TickBuffer& tick, int frame
   ClockState clock = clockState();
   std::array<double, kTickFrames> positions;
   int moved = 0;  // samples that moved the position; a finished one-shot holds the rest
-  for (int j = 0; j < frames; ++j) {
+  // With nothing that follows the clock sample by sample, the tick's last position is all that counts.
+  const int skipped = settings.oneShotOnBeat || bScopeOn || !gainsRest() ? 0 : frames - 1;
+  for (int j = 0; j < skipped; ++j) skipSample(clock, settings);
+  for (int j = skipped; j < frames; ++j) {
     if (advanceClock(clock, settings)) positions[at(moved++)] = clock.lfoPhase;
     clock.beatPos += settings.beatsPerSample;
   }
@@ -165,8 +174,10 @@ void LfoDSP::playTick(const Slice& slice, int start, TickBuffer& tick, int frame
   if (moved > 0) readGraphs(track.back());
 }
 
+bool LfoDSP::gainsRest() const noexcept { return !activeVol && !activePan && panSmoothed == kCentre; }
+
 void LfoDSP::applyGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {
-  if (activeVol || activePan || panSmoothed != kCentre) return applyMovingGains(tick, frames, track);
+  if (!gainsRest()) return applyMovingGains(tick, frames, track);
   volSmoothed = 1.0f;
   for (int j = 0; j < frames; ++j) {
     tick[at(2 * j)] *= gainL;
@@ -177,41 +188,52 @@ void LfoDSP::applyGains(TickBuffer& tick, int frames, std::span<const double> tr
 void LfoDSP::applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {
   const GraphReader panGraph = graphReader(routePan);
   const GraphReader volGraph = graphReader(routeVol);
+  const bool bPan = activePan;
+  const bool bVol = activeVol;
   const float knob = padLFO.depthKnob;
   const float depthVol = padLFO.depthVol;
   const double panDepth = depthOf(padLFO.depthPan, knob);
   const bool bAtOnce = lfoSmooth <= 0.0f;
+  const double smoothing = gainSmoothing_;
   float panValue = padLFO.graphOut[at(routePan)];
   float volValue = padLFO.graphOut[at(routeVol)];
+  float pan = panSmoothed;
+  float volume = volSmoothed;
+  dsp::Pair gains = {gainL, gainR};
   for (int j = 0; j < frames; ++j) {
     if (at(j) < track.size()) {
       panValue = panGraph.read(track[at(j)]);
       volValue = volGraph.read(track[at(j)]);
     }
-    const float panTarget = activePan ? linearLaw(kCentre, panDepth, panValue) : kCentre;
-    if (panSmoothed != panTarget) {
-      panSmoothed = smoothed(panSmoothed, panTarget, bAtOnce, gainSmoothing_);
-      gainL = panGain(1.0 - static_cast<double>(panSmoothed));
-      gainR = panGain(static_cast<double>(panSmoothed));
+    const float panTarget = bPan ? linearLaw(kCentre, panDepth, panValue) : kCentre;
+    if (pan != panTarget) {
+      pan = smoothed(pan, panTarget, bAtOnce, smoothing);
+      gains = panGains(pan);
     }
-    tick[at(2 * j)] *= gainL;
-    tick[at(2 * j + 1)] *= gainR;
-    if (!activeVol) {
-      volSmoothed = 1.0f;
-      continue;
+    dsp::Pair out = dsp::loadPair(&tick[at(2 * j)]) * gains;
+    if (bVol) {
+      const float volTarget = volumeLaw(depthVol, knob, volValue);
+      if (volume != volTarget) volume = smoothed(volume, volTarget, bAtOnce, smoothing);
+      out *= volume;
+    } else {
+      volume = 1.0f;
     }
-    const float volTarget = volumeLaw(depthVol, knob, volValue);
-    if (volSmoothed != volTarget) volSmoothed = smoothed(volSmoothed, volTarget, bAtOnce, gainSmoothing_);
-    tick[at(2 * j)] *= volSmoothed;
-    tick[at(2 * j + 1)] *= volSmoothed;
+    dsp::storePair(&tick[at(2 * j)], out);
   }
+  panSmoothed = pan;
+  volSmoothed = volume;
+  gainL = gains[0];
+  gainR = gains[1];
 }
 
 void LfoDSP::captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept {
   const bool bOpen = padLFO.bLfoOpen != 0;
+  const double warp = warpMult[at(currentGraph)];
+  ScopeTrace::Writer writer(scopeOut);
   int index = displayIndex;
   for (int j = 0; j < frames; ++j) {
-    if (at(j) < track.size()) index = bOpen ? displayIndexAt(track[at(j)]) : 0;
-    scopeOut.captureOutput(index, tick[at(2 * j)]);
+    if (at(j) < track.size())
+      index = bOpen ? GraphReader::tableIndex(track[at(j)] * warp * GraphReader::kLastEntry) : 0;
+    writer.captureOutput(index, tick[at(2 * j)]);
   }
 }

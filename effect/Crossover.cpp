@@ -1,5 +1,6 @@
 #include "effect/Crossover.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "filters/Lanes.h"
@@ -39,6 +40,14 @@ struct FourLanes {
     return y;
   }
 
+  // True where a step on digital silence gives back the same state: the guard's residue feeds itself.
+  [[nodiscard]] bool restsOnSilence() const noexcept {
+    FourLanes next = *this;
+    next.step(Quad{});
+    const auto same = (next.s1 == s1) & (next.s2 == s2) & (next.last == last) & (last == s1);
+    return (same[0] & same[1] & same[2] & same[3]) != 0;
+  }
+
   void storeTo(CrossoverState& state, int channel) const noexcept {
     state.lowS1 = s1[channel];
     state.lowS2 = s2[channel];
@@ -61,6 +70,10 @@ struct Split {
   }
   Pair processed, aside;
 };
+
+bool isSilent(std::span<const float> x) noexcept {
+  return std::all_of(x.begin(), x.end(), [](float v) { return v == 0.0f; });
+}
 
 }  // namespace
 
@@ -91,6 +104,14 @@ void CrossoverState::dropNonFinite() noexcept {
 void splitStereo(CrossoverState& stateLeft, CrossoverState& stateRight, std::span<const float> left,
                  std::span<const float> right, bool bHighProcessed, const Bands& out) noexcept {
   FourLanes lanes(stateLeft, stateRight);
+  if (isSilent(left) && isSilent(right) && lanes.restsOnSilence()) {
+    const Split split(lanes.last, bHighProcessed);
+    std::fill(out.processedLeft.begin(), out.processedLeft.end(), split.processed[0]);
+    std::fill(out.processedRight.begin(), out.processedRight.end(), split.processed[1]);
+    std::fill(out.asideLeft.begin(), out.asideLeft.end(), split.aside[0]);
+    std::fill(out.asideRight.begin(), out.asideRight.end(), split.aside[1]);
+    return;
+  }
   for (std::size_t i = 0; i < left.size(); ++i) {
     const Split split(lanes.step(Quad{left[i], right[i], left[i], right[i]}), bHighProcessed);
     out.processedLeft[i] = split.processed[0];
@@ -104,6 +125,13 @@ void splitStereo(CrossoverState& stateLeft, CrossoverState& stateRight, std::spa
 
 void splitMono(CrossoverState& state, std::span<const float> in, bool bHighProcessed, const Bands& out) noexcept {
   FourLanes lanes(state, state);
+  if (isSilent(in) && lanes.restsOnSilence()) {
+    const Split split(lanes.last, bHighProcessed);
+    std::fill(out.processedLeft.begin(), out.processedLeft.end(), split.processed[0]);
+    std::fill(out.asideLeft.begin(), out.asideLeft.end(), split.aside[0]);
+    std::fill(out.asideRight.begin(), out.asideRight.end(), split.aside[1]);
+    return;
+  }
   for (std::size_t i = 0; i < in.size(); ++i) {
     const Split split(lanes.step(dsp::quadOf(in[i])), bHighProcessed);
     out.processedLeft[i] = split.processed[0];

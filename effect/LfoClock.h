@@ -20,7 +20,7 @@ inline constexpr double kOneShotEnd = 0.9999999999999;
 [[nodiscard]] inline double rateDivider(float rate, bool bTriplet, bool bDotted) noexcept {
   const double steps = static_cast<double>(rate * 42.0f);
   const int step = integerPart(steps);
-  const int octave = integerPart(steps / 3.0);
+  const int octave = step / 3;
   if (octave < 0) return 0.0;  // a whole number: below one there is none
   constexpr int kHighestOctave = 62;
   const double straight = static_cast<double>(1ULL << (octave < kHighestOctave ? octave : kHighestOctave));
@@ -74,7 +74,7 @@ struct ClockState {
   return limit01(s.pwmAmount * bent + x * (1.0 - s.pwmAmount));
 }
 
-[[nodiscard]] inline double freePosition(ClockState& state, const ClockSettings& s) noexcept {
+inline double freePosition(ClockState& state, const ClockSettings& s) noexcept {
   double position = state.freePhase + s.freeIncrement;
   if (position >= 1.0) position = s.oneShot ? kOneShotEnd : fraction(position);
   state.freePhase = position;
@@ -99,4 +99,10 @@ inline bool advanceClock(ClockState& state, const ClockSettings& s) noexcept {
   if (x < 0.0 || x > 1.0) x = fraction(x);
   state.lfoPhase = s.bPwm ? pwmPosition(x, s) : x;
   return true;
+}
+
+// Moves the time on by one sample whose position nobody asks for; not for a one-shot on the beat.
+inline void skipSample(ClockState& state, const ClockSettings& s) noexcept {
+  if (!s.onBeat) freePosition(state, s);
+  state.beatPos += s.beatsPerSample;
 }

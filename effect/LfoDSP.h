@@ -47,7 +47,17 @@ struct GraphReader {
   double warp;
   bool bOpen;  // a closed gate reads the first sample
 
-  [[nodiscard]] float read(double position) const noexcept;
+  [[nodiscard]] float read(double position) const noexcept {
+    const double y = bOpen ? position * kLastEntry : 0.0;
+    return table[tableIndex(y * warp)];
+  }
+
+  static constexpr double kLastEntry = kGraphTableSize - 1;  // scale of a read position
+  // And its wrap: 65535 here, 65536 there, as stored projects know it. Positions are 0 to 1 and warps at most 16, so
+  // the number fits whatever the settings are.
+  static int tableIndex(double scaledPosition) noexcept {
+    return static_cast<int>(static_cast<unsigned>(static_cast<int>(scaledPosition)) & (kGraphTableSize - 1u));
+  }
 };
 
 class LfoDSP : public AudioEffectX {
@@ -241,6 +251,7 @@ class LfoDSP : public AudioEffectX {
 
   // `track`: the clock's positions in the tick, one a sample for as long as it moved.
   void playTick(const Slice& slice, int start, TickBuffer& tick, int frames) noexcept;
+  [[nodiscard]] bool gainsRest() const noexcept;
   void applyGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept;
   void applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept;
   void captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept;
@@ -253,6 +264,7 @@ class LfoDSP : public AudioEffectX {
   CrossoverState xoverLeft_, xoverRight_;
   std::array<float, kLongestBlock> asideLeft_{}, asideRight_{};
   bool bSplit_ = false;       // the crossover runs in this block
+  bool bFiltered_ = false;    // the filter stage has run since it was last looked at for non-finite states
   ClockSettings blockClock_;  // read off the parameters once a block
   double gainSmoothing_ = 0;  // one-pole factor of pan and volume, for this block
   std::array<char, 24> programName_{' '};

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "effect/Helpers.h"
+#include "filters/Lanes.h"
 
 inline constexpr float kNoDepth = 0.5f;
 
@@ -37,13 +38,15 @@ inline constexpr float kNoDepth = 0.5f;
       limit01((1.0 - std::abs(k) * knobbed) + (static_cast<double>(graph) - 0.5) * 2.0 * k * knobbed));
 }
 
-// A quadratic near to constant power: 1.0003273 at x = 0.5, 1.413 at 1, 0 at 0. `x` is 1 - pan on the left, pan on the
-// right.
-[[nodiscard]] inline float panGain(double x) noexcept {
-  constexpr double kLinear = static_cast<double>(1.831783f);
-  constexpr double kSquare = static_cast<double>(-0.83178306f);
-  constexpr double kScale = static_cast<double>(1.413f);
-  return static_cast<float>((x * kLinear + x * kSquare * x) * kScale);
+// Left and right gain for a pan of 0 to 1: a quadratic near to constant power, 1.0003273 at the centre, 1.413 on the
+// hard side and 0 on the other.
+[[nodiscard]] inline dsp::Pair panGains(float pan) noexcept {
+  constexpr dsp::DoublePair kLinear = {static_cast<double>(1.831783f), static_cast<double>(1.831783f)};
+  constexpr dsp::DoublePair kSquare = {static_cast<double>(-0.83178306f), static_cast<double>(-0.83178306f)};
+  constexpr dsp::DoublePair kScale = {static_cast<double>(1.413f), static_cast<double>(1.413f)};
+  const auto p = static_cast<double>(pan);
+  const dsp::DoublePair x = {1.0 - p, p};
+  return __builtin_convertvector((x * kLinear + x * kSquare * x) * kScale, dsp::Pair);
 }
 
 // Factor of the one-pole smoothing of pan and volume, once a block; held to where the pole is stable.
@@ -57,5 +60,7 @@ inline constexpr float kNoDepth = 0.5f;
   constexpr double kArrived = 1e-8;
   if (bAtOnce) return target;
   const auto next = static_cast<float>(static_cast<double>(value) * (1.0 - a) + a * static_cast<double>(target));
-  return std::abs(static_cast<double>(next) - static_cast<double>(target)) < kArrived ? target : next;
+  if (std::abs(static_cast<double>(next) - static_cast<double>(target)) < kArrived) [[unlikely]]
+    return target;
+  return next;
 }

@@ -12,16 +12,7 @@ namespace {
 constexpr VstInt32 kTimeFilter =
     kVstTransportChanged | kVstTransportCycleActive | kVstTransportRecording | kVstPpqPosValid | kVstTempoValid;
 
-constexpr double kLastEntry = kGraphTableSize - 1;  // scale of a read position
-constexpr unsigned kWrapMask =
-    kGraphTableSize - 1u;  // and its wrap: 65535 here, 65536 there, as stored projects know it
-
 double finiteOrZero(double v) noexcept { return std::isfinite(v) ? v : 0.0; }
-
-// Positions are 0 to 1 and warps at most 16, so the number fits whatever the settings are.
-int tableIndex(double scaledPosition) noexcept {
-  return static_cast<int>(static_cast<unsigned>(static_cast<int>(scaledPosition)) & kWrapMask);
-}
 
 // Positions before the trigger point move up by whole longest cycles; far beyond that no fraction is left.
 double wrapAboveZero(double beats) noexcept {
@@ -128,18 +119,13 @@ void LfoDSP::storeClock(const ClockState& state) noexcept {
   bOneShotDone = state.bOneShotDone;
 }
 
-float GraphReader::read(double position) const noexcept {
-  const double y = bOpen ? position * kLastEntry : 0.0;
-  return table[tableIndex(y * warp)];
-}
-
 GraphReader LfoDSP::graphReader(int g) const noexcept {
   const auto i = static_cast<std::size_t>(g);
   return {graphTable[i].get(), warpMult[i], padLFO.bLfoOpen != 0};
 }
 
 int LfoDSP::displayIndexAt(double position) const noexcept {
-  return tableIndex(position * warpMult[static_cast<std::size_t>(currentGraph)] * kLastEntry);
+  return GraphReader::tableIndex(position * warpMult[static_cast<std::size_t>(currentGraph)] * GraphReader::kLastEntry);
 }
 
 void LfoDSP::readGraphs(double position) noexcept {

@@ -16,7 +16,25 @@ struct ScopeTrace {
   // [audio] The input, once a tick: holds `x` from the mark to `index`. Where the position jumped back, the mark
   // follows without a fill.
   void captureInput(int index, float x) noexcept;
-  // [audio] The output, once a sample: writes `x` at `index` and over what was skipped since the last sample. Where the
-  // position jumped back, the trace starts anew.
-  void captureOutput(int index, float x) noexcept;
+  // [audio] The output, once a sample for the length of a tick: writes `x` at `index` and over what was skipped since
+  // the last sample. Where the position jumped back, the trace starts anew.
+  class Writer {
+   public:
+    explicit Writer(ScopeTrace& trace) noexcept : trace_(trace), samples_(trace.samples.get()), mark_(trace.mark) {}
+    ~Writer() { trace_.mark = mark_; }
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+    void captureOutput(int index, float x) noexcept {
+      if (mark_ > index) mark_ = -1;
+      for (int i = mark_ + 1; i < index; ++i) samples_[i] = x;
+      samples_[index] = x;
+      mark_ = index;
+    }
+
+   private:
+    ScopeTrace& trace_;
+    Shared<float>* samples_;
+    int mark_;
+  };
 };

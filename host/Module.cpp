@@ -51,7 +51,7 @@ fs::path sharedObjectOf(const fs::path& fileOrBundle) {
   const fs::path path = fs::absolute(fileOrBundle, error).lexically_normal();
   if (!fs::exists(path, error))
     throw Error(fileOrBundle.string() + ": a plug-in was expected, but there is no such file");
-  if (!fs::is_directory(path, error)) return path;
+  if (!fs::is_directory(path, error)) return fs::path(path);
   const fs::path bundle = path.has_filename() ? path : path.parent_path();
   for (const fs::path& folder : {bundle / "Contents" / kMachineFolder, bundle}) {
     const std::vector<fs::path> found = sharedObjectsIn(folder);
