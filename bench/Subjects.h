@@ -1,0 +1,13 @@
+// The subjects, one file each; `main` adds their rows.
+#pragma once
+
+namespace bench {
+
+void addClockRows();
+void addCrossoverRows();
+void addGainsRows();
+void addRateChangeRows();
+void addRenderingRows();
+void addWholePathRows();
+
+}  // namespace bench
