@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "effect/WarpTable.h"
+#include "model/WarpTable.h"
 
 namespace {
 

@@ -18,7 +18,6 @@
 
 #include "effect/AudioGate.h"
 #include "effect/Crossover.h"
-#include "effect/CurveLaw.h"
 #include "effect/ExpMapper.h"
 #include "effect/FilterStage.h"
 #include "effect/LfoClock.h"
@@ -27,6 +26,7 @@
 #include "effect/PadLFO.h"
 #include "effect/ScopeCapture.h"
 #include "effect/Shared.h"
+#include "model/CurveLaw.h"
 #include "vst2/audioeffectx.h"
 
 inline constexpr VstInt32 kUniqueId = CCONST('V', 'r', 'l', 'q');
@@ -95,7 +95,8 @@ class LfoDSP : public AudioEffectX {
   void RenderEnvsInCaseGUIClosed(bool firstOnly) noexcept;  // [any]
   void renderEnv(int g) noexcept;                           // [any]
   [[nodiscard]] GraphPoints pointsOf(int g) const noexcept;
-  void setWarp(int g, float value) noexcept;  // [any] the parameter and its multiplier
+  void setPoints(int g, const GraphPoints& points, int slots) noexcept;  // the first `slots` of them
+  void setWarp(int g, float value) noexcept;                             // [any] the parameter and its multiplier
 
   // Clock.
   void ProcessPadLFO() noexcept;        // [audio], or under `gate`: one sample

@@ -10,8 +10,7 @@
 #include <type_traits>
 
 #include "effect/Shared.h"
-
-inline constexpr int kGraphs = 12;
+#include "model/Graph.h"
 
 struct PadLFO {
   Shared<std::uint8_t> bLfoOpen{1};  // the gate: closed, all routes read the first sample of their graph
