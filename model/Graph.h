@@ -11,6 +11,12 @@ inline constexpr double kGraphWidth = 65536.0;  // X of a graph's last point
 // A straight line, as fresh graphs and old files have it: not quite 0.5, where the curve law has a pole.
 inline constexpr double kStraightCurve = 0.4999999701976776;
 
+// Old files have their points in pixels of a graph of 388 by 240.
+inline constexpr float kPixelWidth = 388.0f;
+inline constexpr float kPixelHeight = 240.0f;
+inline constexpr float kXPerPixel = 65536.0f / kPixelWidth;
+inline constexpr float kYPerPixel = 1.0f / kPixelHeight;
+
 // X rises from 0 to kGraphWidth; Y is upside down, 0 at the top. Slots behind the last point keep what they had.
 struct GraphPoints {
   int lastPoint = 0;  // an index, not a count
