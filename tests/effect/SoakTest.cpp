@@ -1,7 +1,6 @@
 // Everything that loads, saves and automates in two threads while blocks run. What it proves is mostly the sanitizers'
 // to say; without them sound must stay finite, and every state that is taken out must be whole enough to load again.
 // Three seconds; MODRIFT_SOAK_SECONDS asks for more.
-#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -99,13 +98,12 @@ TEST(Soak, BlocksLoadsSavesAndAutomationRunTogether) {
   const fs::path folder = fs::temp_directory_path() / ("modrift-soak-" + std::to_string(getpid()));
   fs::create_directories(folder);
   KorvelInDSPEdit effect(hostCallback);
-  std::atomic<bool> bStop{false};
-  std::thread loading([&] {
+  std::jthread loading([&](const std::stop_token& stop) {
     Loader loader(effect, folder);
-    while (!bStop) loader.act();
+    while (!stop.stop_requested()) loader.act();
   });
-  std::thread saving([&] {  // a host that keeps a copy now and then
-    while (!bStop) {
+  std::jthread saving([&](const std::stop_token& stop) {  // a host that keeps a copy now and then
+    while (!stop.stop_requested()) {
       void* data = nullptr;
       const auto size = static_cast<std::size_t>(effect.getChunk(&data, false));
       const std::vector<std::byte> copy(static_cast<std::byte*>(data), static_cast<std::byte*>(data) + size);
@@ -115,9 +113,10 @@ TEST(Soak, BlocksLoadsSavesAndAutomationRunTogether) {
   });
   const auto end = std::chrono::steady_clock::now() + soakTime();
   for (int turn = 0; std::chrono::steady_clock::now() < end; ++turn) playBlock(effect, turn);
-  bStop = true;
-  loading.join();
-  saving.join();
+  for (std::jthread* const thread : {&loading, &saving}) {
+    thread->request_stop();
+    thread->join();
+  }
   fs::remove_all(folder);
 }
 

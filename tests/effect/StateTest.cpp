@@ -237,11 +237,10 @@ State flatVolume(double height) {
 // last.
 TEST(EffectState, IsPlayedWholeOrNotAtAll) {
   EffectRig rig;
-  std::atomic<bool> bStop{false};
-  std::thread loader([&] {
+  std::jthread loader([&](const std::stop_token& stop) {
     const auto low = ChunkBuilder::current(flatVolume(0.25)), high = ChunkBuilder::current(flatVolume(0.75));
     load(rig, low);
-    for (int turn = 0; !bStop; ++turn) {
+    for (int turn = 0; !stop.stop_requested(); ++turn) {
       load(rig, turn % 2 ? low : high);
       std::this_thread::yield();
     }
@@ -256,8 +255,6 @@ TEST(EffectState, IsPlayedWholeOrNotAtAll) {
     highBlocks += std::abs(left[0] - 0.75f) < 0.001f;
     std::this_thread::yield();
   }
-  bStop = true;
-  loader.join();
   EXPECT_GE(std::min(lowBlocks, highBlocks), 50);
 }
 
@@ -276,19 +273,16 @@ struct WaitingHost {
 
 TEST(EffectState, LoadsUnderAHostThatWaitsForABlock) {
   KorvelInDSPEdit effect(WaitingHost::callback);
-  std::atomic<bool> bStop{false};
-  std::thread audio([&] {
+  const std::jthread audio([&](const std::stop_token& stop) {
     std::vector<float> samples(64);
     float* channels[] = {samples.data(), samples.data()};
-    while (!bStop) {
+    while (!stop.stop_requested()) {
       effect.processReplacing(channels, channels, 64);
       ++WaitingHost::blocks;
     }
   });
   auto chunk = ChunkBuilder::current(randomState(8));
   EXPECT_EQ(effect.setChunk(chunk.bytes().data(), static_cast<VstInt32>(chunk.bytes().size()), false), 0);
-  bStop = true;
-  audio.join();
   EXPECT_EQ(WaitingHost::waited, 42);
 }
 
