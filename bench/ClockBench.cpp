@@ -5,9 +5,9 @@
 #include "bench/BenchHost.h"
 #include "bench/Measure.h"
 #include "bench/Subjects.h"
-#include "effect/CurveLaw.h"
 #include "effect/LfoClock.h"
 #include "effect/ParameterTable.h"
+#include "model/CurveLaw.h"
 
 namespace bench {
 namespace {

@@ -5,7 +5,8 @@
 
 #include "bench/Measure.h"
 #include "bench/Subjects.h"
-#include "effect/CurveLaw.h"
+#include "effect/Shared.h"
+#include "model/CurveLaw.h"
 
 namespace bench {
 namespace {

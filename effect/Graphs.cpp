@@ -1,28 +1,22 @@
 // The twelve graphs: default, copy and paste, rendering.
-#include <algorithm>
-
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
-#include "effect/WarpTable.h"
+#include "model/WarpTable.h"
 
 namespace {
-
-// From the top down to the bottom at the middle and back, in straight lines. Y is upside down.
-constexpr double kDefaultX[] = {0.0, 32768.0, kGraphWidth};
-constexpr double kDefaultY[] = {0.0, 1.0, 0.0};
-constexpr int kDefaultLastPoint = 2;
 
 std::size_t slot(int i) { return static_cast<std::size_t>(i); }
 
 }  // namespace
 
-void LfoDSP::initEnv(int g) noexcept {
-  envNumPoints[slot(g)] = kDefaultLastPoint;
-  for (int i = 0; i < kGraphSlots; ++i) {
-    const int point = std::min(i, kDefaultLastPoint);
-    envCurve[g][i] = kStraightCurve;
-    envX[g][i] = kDefaultX[point];
-    envY[g][i] = kDefaultY[point];
+void LfoDSP::initEnv(int g) noexcept { setPoints(g, freshGraph(), kGraphSlots); }
+
+void LfoDSP::setPoints(int g, const GraphPoints& points, int slots) noexcept {
+  envNumPoints[slot(g)] = static_cast<std::int8_t>(points.lastPoint);
+  for (int i = 0; i < slots; ++i) {
+    envX[g][i] = points.x[slot(i)];
+    envY[g][i] = points.y[slot(i)];
+    envCurve[g][i] = points.curve[slot(i)];
   }
 }
 
@@ -51,12 +45,7 @@ void LfoDSP::copyEnv(int g) noexcept {
 void LfoDSP::pasteEnv(int g) {
   const GraphPoints& from = envClipboard.points;
   if (from.lastPoint <= 0) return;
-  envNumPoints[slot(g)] = static_cast<std::int8_t>(from.lastPoint);
-  for (int i = 0; i < kStoredSlots; ++i) {
-    envX[g][i] = from.x[slot(i)];
-    envY[g][i] = from.y[slot(i)];
-    envCurve[g][i] = from.curve[slot(i)];
-  }
+  setPoints(g, from, kStoredSlots);
   setWarp(g, envClipboard.warp);
   setParameter(kNoticeGraph, 0.0f);
   renderEnv(g);

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "effect/WarpTable.h"
+#include "model/WarpTable.h"
 
 namespace {
 
@@ -54,6 +54,7 @@ LfoDSP::LfoDSP(audioMasterCallback host) : AudioEffectX(host, 1, kHostParameters
   LfoDSP::setNumInputs(2);
   LfoDSP::setNumOutputs(2);
   LfoDSP::canProcessReplacing(true);
+  LfoDSP::programsAreChunks(true);
   LfoDSP::setUniqueID(kUniqueId);
   if (!host)
     for (int i = 0; i < 3; ++i) std::fputs("\n  no audioMaster", stderr);

@@ -13,12 +13,13 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
+#include <mutex>
 #include <span>
 
 #include "effect/AudioGate.h"
 #include "effect/Crossover.h"
-#include "effect/CurveLaw.h"
 #include "effect/ExpMapper.h"
 #include "effect/FilterStage.h"
 #include "effect/LfoClock.h"
@@ -27,6 +28,8 @@
 #include "effect/PadLFO.h"
 #include "effect/ScopeCapture.h"
 #include "effect/Shared.h"
+#include "model/CurveLaw.h"
+#include "model/StateChunk.h"
 #include "vst2/audioeffectx.h"
 
 inline constexpr VstInt32 kUniqueId = CCONST('V', 'r', 'l', 'q');
@@ -76,6 +79,13 @@ class LfoDSP : public AudioEffectX {
   void getParameterLabel(VstInt32 index, char* label) override;
   void getParameterDisplay(VstInt32 index, char* text) override;
   void getParameterName(VstInt32 index, char* text) override;
+  // The state as bytes, the effect's until the next call or its end; hosts keep them in their projects [host].
+  VstInt32 getChunk(void** data, bool isPreset) override;
+  // Takes a state; a block in flight ends first, the next one plays the new state whole [host, ui]. Meanwhile the host
+  // hears of all parameters, and the editor of all that it shows.
+  VstInt32 setChunk(void* data, VstInt32 byteSize, bool isPreset) override;
+  // The same for the layout before today's; -1 for a chunk that has none, or no version.
+  VstInt32 setChunk_Old(void* data, VstInt32 byteSize, bool isPreset);
   bool getProgramNameIndexed(VstInt32 category, VstInt32 index, char* text) override;
   bool getInputProperties(VstInt32 index, VstPinProperties* pin) override;
   bool getOutputProperties(VstInt32 index, VstPinProperties* pin) override;
@@ -105,7 +115,18 @@ class LfoDSP : public AudioEffectX {
   void RenderEnvsInCaseGUIClosed(bool firstOnly) noexcept;  // [any]
   void renderEnv(int g) noexcept;                           // [any]
   [[nodiscard]] GraphPoints pointsOf(int g) const noexcept;
-  void setWarp(int g, float value) noexcept;  // [any] the parameter and its multiplier
+  void setPoints(int g, const GraphPoints& points, int slots) noexcept;  // the first `slots` of them
+  void setWarp(int g, float value) noexcept;                             // [any] the parameter and its multiplier
+
+  // Files [ui]. Loads read the file at `loadPath`; what cannot be read changes nothing, what cannot be written leaves
+  // the file that was there. A load of a shape replaces the points of the current graph; the caller renders.
+  void SavePreset(const char* path);
+  void LoadPreset();
+  void SaveShape(const char* path);
+  void LoadShape();
+  void ByteSwapLFO() noexcept {}  // where a big-endian build would turn the stored numbers
+  // False for a path that does not fit; then the next load finds none.
+  bool setLoadPath(const char* path) noexcept;
 
   // Clock.
   void ProcessPadLFO() noexcept;        // [audio], or under `gate`: one sample
@@ -187,6 +208,10 @@ class LfoDSP : public AudioEffectX {
   Shared<float> displayPos{0.0f};
   bool activeVol = false, activeVar = false, activePan = false, activeCut = false, activeRes = false;
 
+  // --- Files and the editor's window
+  std::array<char, 512> loadPath{};                          // [ui] what the next load reads, zero at its end
+  Shared<std::int16_t> editorWidth{708}, editorHeight{343};  // pixels
+
   // --- Notes and MIDI
   NoteQueue noteQueue;
   int heldNotes = 0;  // 0 to 127
@@ -221,6 +246,20 @@ class LfoDSP : public AudioEffectX {
     int offset;              // of the slice in the block
     int frames;
   };
+
+  using ChunkBuffer = std::array<std::byte, model::kChunkBytes>;
+
+  [[nodiscard]] model::State snapshot() const noexcept;
+  void takeState(const model::State& state) noexcept;
+  void resetGraphs() noexcept;
+  [[nodiscard]] model::Locks locksFor(bool isPreset) const noexcept;
+  void repeatParameters(std::initializer_list<VstInt32> indices);
+  void repeatController(const model::Locks& locks);
+  void automateFirst(VstInt32 count);
+  void announceGraphs();
+  void announceCurrent(const model::LoadedState& loaded, const model::Locks& locks);
+  void announceOld(const model::Locks& locks);
+  [[nodiscard]] const char* readableLoadPath() const noexcept;
 
   [[nodiscard]] bool takesNotes() const noexcept;
   bool takeEvent(const VstMidiEvent& event) noexcept;
@@ -268,4 +307,6 @@ class LfoDSP : public AudioEffectX {
   ClockSettings blockClock_;  // read off the parameters once a block
   double gainSmoothing_ = 0;  // one-pole factor of pan and volume, for this block
   std::array<char, 24> programName_{' '};
+  std::recursive_mutex chunkLock_;  // guards the pointer; never held while the host or the editor is called
+  std::unique_ptr<ChunkBuffer> chunk_;
 };

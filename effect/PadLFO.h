@@ -10,15 +10,14 @@
 #include <type_traits>
 
 #include "effect/Shared.h"
-
-inline constexpr int kGraphs = 12;
+#include "model/Graph.h"
 
 struct PadLFO {
   Shared<std::uint8_t> bLfoOpen{1};  // the gate: closed, all routes read the first sample of their graph
-  std::uint8_t reserved1[3]{};
+  std::array<Shared<std::uint8_t>, 3> reserved1{};
   std::array<Shared<float>, kGraphs> graphOut{};   // last value read from each graph, 0 to 1
   std::array<Shared<float>, kGraphs> graphWarp{};  // warp parameter of each graph, 0 to 1
-  std::uint8_t reserved100[4]{};
+  std::array<Shared<std::uint8_t>, 4> reserved100{};
   Shared<float> rate{0.5f};
   Shared<float> pwm{0.5f};
   Shared<float> swing{0.5f};
@@ -27,18 +26,18 @@ struct PadLFO {
   Shared<float> depthVol{0.5f};
   Shared<float> depthRes{0.5f};
   Shared<std::int32_t> reserved132{3};
-  std::uint8_t reserved136[4]{};
+  std::array<Shared<std::uint8_t>, 4> reserved136{};
   Shared<float> depthKnob{1.0f};  // scales all depths towards none
   Shared<float> depthVar{0.5f};
-  std::uint8_t reserved148[4]{};
+  std::array<Shared<std::uint8_t>, 4> reserved148{};
   Shared<float> cyclePos{0.0f};  // clock position before phase and PWM, 0 to 1
   Shared<float> phase{0.0f};     // 1 is a whole turn
   Shared<std::uint8_t> bTriplet{1};
   Shared<std::uint8_t> bDotted{1};
-  std::uint8_t reserved162[2]{};
+  std::array<Shared<std::uint8_t>, 2> reserved162{};
   Shared<std::int32_t> reserved164{3};
   Shared<std::uint8_t> bFreeRun{0};
-  std::uint8_t reserved169[135]{};
+  std::array<Shared<std::uint8_t>, 135> reserved169{};
 };
 
 static_assert(std::is_standard_layout_v<PadLFO> && sizeof(PadLFO) == 304);

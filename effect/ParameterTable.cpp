@@ -192,6 +192,23 @@ void pasteGraph(LfoDSP& effect, int, float value) {
   }
 }
 
+// --- Files
+
+constexpr float kCommandThreshold = 0.5f;
+
+// The block after it plays the new graph whole.
+void loadShape(LfoDSP& effect, int, float value) {
+  if (value < kCommandThreshold) return;
+  const AudioGate::Hold hold(effect.gate);
+  effect.LoadShape();
+  effect.setParameter(kNoticeGraph, 0.0f);
+  effect.RenderEnvsInCaseGUIClosed(false);
+}
+
+void loadPreset(LfoDSP& effect, int, float value) {
+  if (value >= kCommandThreshold) effect.LoadPreset();
+}
+
 // --- Points of graph 1
 
 enum class PointValue { y, x, curve };
@@ -371,9 +388,11 @@ consteval Table makeTable() {
   rows[kAnchor] = {{}, setAnchor, getSwitch<&LfoDSP::bAnchor>};
   rows[kCopyGraph] = {{}, copyGraph, nullptr};
   rows[kPasteGraph] = {{}, pasteGraph, nullptr};
+  rows[kLoadShape] = {{}, loadShape, nullptr};
   rows[kCurrentGraph] = {nameOf("Which Env"), setCurrentGraph, getGraphNumber<&LfoDSP::currentGraph>};
   rows[kGridSize] = plain<&LfoDSP::gridSize>();
   rows[kCcNumber] = {nameOf("CC Out"), setCcNumber, getCcNumber};
+  rows[kLoadPreset] = {{}, loadPreset, nullptr};
   rows[kCurrentWarp] = {{}, setCurrentWarp, getCurrentWarp};
   rows[kStepRouteCut] = routeStep<&LfoDSP::routeCut>();
   rows[kStepRouteCut + 1] = routeStep<&LfoDSP::routeRes>();

@@ -45,19 +45,25 @@ enum ParameterIndex : int {
   kXoverInvert,
   kXoverFrequency,
   kFilterNameScratch = 71,
-  kNoteToCutoff = 73,
+  kNoticeFilterType,  // the filter type was loaded, value 1
+  kNoteToCutoff,
   kAnchor,
   kCopyGraph,
   kPasteGraph,
+  kLoadShape,  // the file at `loadPath`; values from 0.5 on act
   kCurrentGraph = 78,
   kGridSize,
   kCcNumber,
+  kLoadPreset = 83,   // as kLoadShape
   kNoticeClock = 84,  // a clock or depth parameter changed, value 11
   kNoticeGraph,       // the current graph's points changed, value 0
   kNoticePoint,       // a point of graph 1 was automated, value 1
   kCurrentWarp = 92,
   kStepRouteCut,  // to 97: a signed step of a route
   kCcLock = 100,
+  kNoticeScope = 102,        // the scope was switched by a load
+  kNoticeEditorSize,         // the window's size was loaded, value 100
+  kNoticePresetTitle = 109,  // a state was loaded, value 1
   kParameterRows = 110,
 };
 

@@ -4,7 +4,7 @@
 #include "effect/Helpers.h"
 #include "effect/LfoDSP.h"
 #include "effect/ModulationLaws.h"
-#include "effect/WarpTable.h"
+#include "model/WarpTable.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
-#include "effect/WarpTable.h"
+#include "model/WarpTable.h"
 #include "tests/effect/TestHost.h"
 
 namespace {

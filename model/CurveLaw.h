@@ -1,37 +1,31 @@
-#include "effect/CurveLaw.h"
+// The curve law of a graph's segments, and the rendering of a whole graph into its table.
+#pragma once
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
+#include <span>
 
-namespace {
+#include "model/Graph.h"
 
-// Keeps the law off its poles: at 0 and 1 the exponential is infinitely bent, at 0.5 infinitely long.
-double offThePoles(double curve) noexcept {
-  if (curve <= 0.0) return 1e-14;
-  if (curve == 0.5) return 0.4999999998;
-  if (curve >= 1.0) return 0.9999999998;
-  return curve;
-}
+inline constexpr int kGraphTableSize = 65536;  // samples of a rendered graph
 
-double bend(double curve) noexcept {
-  const double t = curve > 0.5 ? 2.0 * (1.0 - curve) : 2.0 * curve;
-  const double half = t * t * t / 2.0;
-  const double q = curve > 0.5 ? 1.0 - half : half;
-  if (q <= 0.0) return 1e-14;
-  if (q >= 1.0) return 0.99999999999999;
-  return q;
-}
+// A segment as a piece of an exponential: position 1 at its left end falls by the factor `ratio` a sample and reaches
+// `end` at its right end; `scale` stretches 1 - end to 1.
+struct CurveCoef {
+  double end;
+  double scale;
+  double ratio;
+};
+
+// `curve` 0 to 1, 0.5 straight; `length` in samples, a length below 1 gives a ratio of 1. The cube inside gives fine
+// control near the straight line.
+[[nodiscard]] CurveCoef calcCurveCoef(double curve, int length) noexcept;
 
 // The samples from one X to the next, rounded; held inside what a table can use, which wild X values are not.
-int segmentLength(double from, double to) noexcept {
-  const double length = to - from + 0.5;
-  if (!(length > 0.0)) return 0;
-  return static_cast<int>(std::min(length, 2.0 * kGraphTableSize));
-}
+[[nodiscard]] int segmentLength(double from, double to) noexcept;
 
 // Writes one segment behind table index `start`, as far as the table reaches.
-void renderSegment(std::span<Shared<float>, kGraphTableSize> table, int start, int length, const CurveCoef& c, float y0,
+template <class Cell>
+void renderSegment(std::span<Cell, kGraphTableSize> table, int start, int length, const CurveCoef& c, float y0,
                    float d) noexcept {
   const int count = std::min(length, kGraphTableSize - 1 - start);
   double p = 1.0;
@@ -42,17 +36,10 @@ void renderSegment(std::span<Shared<float>, kGraphTableSize> table, int start, i
   }
 }
 
-}  // namespace
-
-CurveCoef calcCurveCoef(double curve, int length) noexcept {
-  const double q = bend(offThePoles(curve));
-  const double k = std::numbers::pi / std::log(1.0 / q - 1.0);
-  const double end = std::exp(-2.0 * std::numbers::pi / k);
-  const double ratio = length > 0 ? std::exp(-2.0 * std::numbers::pi / (length * k)) : 1.0;
-  return {end, 1.0 / (1.0 - end), ratio};
-}
-
-void renderGraph(const GraphPoints& points, std::span<Shared<float>, kGraphTableSize> table) noexcept {
+// Renders 1 - Y over the table, whose cells are floats or convert to and from them [any]. Where X falls back or leaves
+// the range, the walk stays bounded and inside.
+template <class Cell>
+void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> table) noexcept {
   const int last = std::clamp(points.lastPoint, 0, kGraphSlots - 1);
   // Behind the last point nothing follows, whatever the slots there hold.
   const auto xOf = [&](int point) {

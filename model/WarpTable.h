@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "effect/Helpers.h"
+#include "model/Numbers.h"
 
 inline constexpr int kWarps = 18;
 inline constexpr float kWarpOne = 0.46666667f;  // the parameter's default; lands on 1x

@@ -1,0 +1,223 @@
+// The whole state between the live fields and the bytes that hosts keep.
+//
+// A load first reads all of the chunk into plain values; a chunk that is refused has changed nothing by then. Under the
+// gate the values go into the fields, and then everybody hears of them in a fixed order that editors and hosts know:
+// the effect's own parameters, the host's automation, the graphs, the window.
+#include "effect/LfoDSP.h"
+#include "effect/ParameterTable.h"
+
+namespace {
+
+constexpr float kFirstFilterTypes = 0.98f;  // version: before it the filter's switch chose the type
+constexpr float kFirstWindowSize = 1.21f;
+constexpr VstInt32 kRefused = -1;
+
+// --- One field, one way or the other
+
+template <class T>
+void copyCell(T& to, const Shared<T>& from) noexcept {
+  to = from;
+}
+
+template <class T>
+void copyCell(Shared<T>& to, const T& from) noexcept {
+  to = from;
+}
+
+template <class To, class From, std::size_t N>
+void copyCell(std::array<To, N>& to, const std::array<From, N>& from) noexcept {
+  for (std::size_t i = 0; i < N; ++i) copyCell(to[i], from[i]);
+}
+
+template <class State, class Record, class Copy>
+void pairRecord(State& state, Record& lfo, Copy copy) noexcept {
+  copy(state.bLfoOpen, lfo.bLfoOpen);
+  copy(state.reserved1, lfo.reserved1);
+  copy(state.graphOut, lfo.graphOut);
+  copy(state.graphWarp, lfo.graphWarp);
+  copy(state.reserved100, lfo.reserved100);
+  copy(state.rate, lfo.rate);
+  copy(state.pwm, lfo.pwm);
+  copy(state.swing, lfo.swing);
+  copy(state.depthPan, lfo.depthPan);
+  copy(state.depthCut, lfo.depthCut);
+  copy(state.depthVol, lfo.depthVol);
+  copy(state.depthRes, lfo.depthRes);
+  copy(state.reserved132, lfo.reserved132);
+  copy(state.reserved136, lfo.reserved136);
+  copy(state.depthKnob, lfo.depthKnob);
+  copy(state.depthVar, lfo.depthVar);
+  copy(state.reserved148, lfo.reserved148);
+  copy(state.cyclePos, lfo.cyclePos);
+  copy(state.phase, lfo.phase);
+  copy(state.bTriplet, lfo.bTriplet);
+  copy(state.bDotted, lfo.bDotted);
+  copy(state.reserved162, lfo.reserved162);
+  copy(state.reserved164, lfo.reserved164);
+  copy(state.bFreeRun, lfo.bFreeRun);
+  copy(state.reserved169, lfo.reserved169);
+}
+
+// All fields but the points, which lie in another order here and there.
+template <class State, class Effect, class Copy>
+void pairFields(State& state, Effect& effect, Copy copy) noexcept {
+  pairRecord(state, effect.padLFO, copy);
+  copy(state.filterType, effect.filterType);
+  copy(state.filterVar, effect.filterVar);
+  copy(state.filterMix, effect.filterMix);
+  copy(state.filterCutoff, effect.filterCutoff);
+  copy(state.filterReso, effect.filterReso);
+  copy(state.filterOn, effect.filterOn);
+  copy(state.filterDrive, effect.filterDrive);
+  copy(state.lfoSmooth, effect.lfoSmooth);
+  copy(state.xoverFrequency, effect.xoverFrequency);
+  copy(state.gridSize, effect.gridSize);
+  copy(state.timing, effect.timing);
+  copy(state.ccNumber, effect.ccNumber);
+  copy(state.currentGraph, effect.currentGraph);
+  copy(state.routeCut, effect.routeCut);
+  copy(state.routeRes, effect.routeRes);
+  copy(state.routeVol, effect.routeVol);
+  copy(state.routePan, effect.routePan);
+  copy(state.routeVar, effect.routeVar);
+  copy(state.bXoverOn, effect.bXoverOn);
+  copy(state.bXoverInvert, effect.bXoverInvert);
+  copy(state.bAnchor, effect.bAnchor);
+  copy(state.bRetrig, effect.bRetrig);
+  copy(state.bOneShot, effect.bOneShot);
+  copy(state.bGateMode, effect.bGateMode);
+  copy(state.bVelToPwm, effect.bVelToPwm);
+  copy(state.bNoteToRate, effect.bNoteToRate);
+  copy(state.bNoteToCutoff, effect.bNoteToCutoff);
+  copy(state.bScopeOn, effect.bScopeOn);
+  copy(state.editorWidth, effect.editorWidth);
+  copy(state.editorHeight, effect.editorHeight);
+}
+
+std::span<const std::byte> bytesOf(const void* data, VstInt32 size) noexcept {
+  if (!data || size <= 0) return {};
+  return {static_cast<const std::byte*>(data), static_cast<std::size_t>(size)};
+}
+
+}  // namespace
+
+// --- Saving
+
+model::State LfoDSP::snapshot() const noexcept {
+  model::State state;
+  pairFields(state, *this, [](auto& stored, const auto& live) { copyCell(stored, live); });
+  for (int g = 0; g < kGraphs; ++g) model::setPoints(state, g, pointsOf(g));
+  return state;
+}
+
+VstInt32 LfoDSP::getChunk(void** data, bool /*isPreset*/) {
+  if (!data) return 0;
+  auto fresh = std::make_unique<ChunkBuffer>(model::writeChunk(snapshot()));
+  const std::lock_guard lock(chunkLock_);
+  chunk_ = std::move(fresh);
+  *data = chunk_->data();
+  return static_cast<VstInt32>(chunk_->size());
+}
+
+// --- Loading
+
+void LfoDSP::takeState(const model::State& state) noexcept {
+  pairFields(state, *this, [](const auto& stored, auto& live) { copyCell(live, stored); });
+  for (int g = 0; g < kGraphs; ++g) {
+    setPoints(g, model::pointsOf(state, g), kGraphSlots);
+    setWarp(g, state.graphWarp[static_cast<std::size_t>(g)]);
+  }
+}
+
+// A preset leaves a locked controller alone, a project does not; the timing stays under the lock for both.
+model::Locks LfoDSP::locksFor(bool isPreset) const noexcept { return {isPreset && bCCLock, bCCLock}; }
+
+void LfoDSP::repeatParameters(std::initializer_list<VstInt32> indices) {
+  for (const VstInt32 index : indices) setParameter(index, getParameter(index));
+}
+
+// The stored byte counts to 128, which the signed field keeps as -128.
+void LfoDSP::repeatController(const model::Locks& locks) {
+  if (locks.bController) return;
+  constexpr float kStep = 0.0078125f;
+  setParameter(kCcNumber, static_cast<float>(static_cast<std::uint8_t>(ccNumber)) * kStep);
+}
+
+void LfoDSP::automateFirst(VstInt32 count) {
+  for (VstInt32 index = 0; index < count; ++index) setParameterAutomated(index, getParameter(index));
+}
+
+// The effect always comes back with the first graph on show.
+void LfoDSP::announceGraphs() {
+  setParameter(kNoticeGraph, 0.0f);
+  RenderEnvsInCaseGUIClosed(false);
+  setParameter(kCurrentGraph, 0.0f);
+}
+
+void LfoDSP::announceCurrent(const model::LoadedState& loaded, const model::Locks& locks) {
+  const bool bSplitSwitch = loaded.version < kFirstFilterTypes;
+  if (bSplitSwitch) repeatParameters({kFilterType});
+  if (bSplitSwitch && loaded.state.filterOn >= 1.0f) repeatParameters({kFilterMix, kFilterVar});
+  setParameter(kNoticeScope, bScopeOn ? 1.0f : 0.0f);
+  repeatParameters({kFilterOn, kXoverFrequency, kXoverInvert, kXoverOn, kNoteToCutoff});
+  repeatController(locks);
+  repeatParameters({kRouteCut, kRouteRes, kRouteVol, kRoutePan, kRouteVar, kGridSize, kAnchor});
+  if (!bSplitSwitch) {
+    repeatParameters({kFilterType});
+    setParameter(kNoticeFilterType, 1.0f);
+    repeatParameters({kFilterMix, kFilterVar});
+  }
+  automateFirst(kPoint1);
+  announceGraphs();
+  const float retrigger = loaded.state.bRetrig ? 0.5f : 0.0f;
+  setParameter(kRetrigger, loaded.state.bOneShot ? 1.0f : retrigger);
+  padLFO.bLfoOpen = !bGateMode;
+  if (AEffEditor* const e = getEditor(); e && loaded.version >= kFirstWindowSize)
+    e->setParameter(kNoticeEditorSize, 100.0f);
+  setParameter(kNoticePresetTitle, 1.0f);
+}
+
+VstInt32 LfoDSP::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
+  const auto bytes = bytesOf(data, byteSize);
+  if (!model::hasCurrentSize(bytes.size())) return setChunk_Old(data, byteSize, isPreset);
+  const AudioGate::Hold hold(gate);
+  const model::Locks locks = locksFor(isPreset);
+  const auto reading = model::readChunk(model::Layout::current, bytes, snapshot(), locks);
+  const auto& loaded = std::get<model::LoadedState>(reading);  // a chunk of this size is never refused
+  // The retrigger switch comes last: a one-shot rests on the end of the new graphs once these are rendered.
+  model::State state = loaded.state;
+  state.bRetrig = bRetrig;
+  state.bOneShot = false;
+  takeState(state);
+  announceCurrent(loaded, locks);
+  return 0;
+}
+
+// --- The layout before today's
+
+void LfoDSP::resetGraphs() noexcept {
+  for (int g = 0; g < kGraphs; ++g) initEnv(g);
+  RenderEnvsInCaseGUIClosed(false);
+}
+
+void LfoDSP::announceOld(const model::Locks& locks) {
+  repeatController(locks);
+  repeatParameters({kRouteCut, kRouteRes, kRouteVol, kRoutePan, kGridSize, kAnchor, kFilterType});
+  setParameter(kNoticeFilterType, 1.0f);
+  automateFirst(kHostParameters);
+  announceGraphs();
+}
+
+VstInt32 LfoDSP::setChunk_Old(void* data, VstInt32 byteSize, bool isPreset) {
+  const AudioGate::Hold hold(gate);
+  const model::Locks locks = locksFor(isPreset);
+  const auto reading = model::readChunk(model::Layout::old, bytesOf(data, byteSize), snapshot(), locks);
+  if (const auto* const loaded = std::get_if<model::LoadedState>(&reading)) {
+    takeState(loaded->state);
+    announceOld(locks);
+    return 0;
+  }
+  const auto refusal = std::get<model::Refusal>(reading);
+  if (refusal == model::Refusal::noVersion) resetGraphs();
+  return refusal == model::Refusal::empty ? 0 : kRefused;
+}

@@ -1,0 +1,394 @@
+// Saving and loading through the effect: what changes, who hears of it in which order, what a lock keeps, which files
+// load.
+#include <atomic>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <thread>
+#include <unistd.h>
+
+#include "effect/ParameterTable.h"
+#include "model/AtomicFile.h"
+#include "model/PresetFile.h"
+#include "model/ShapeFile.h"
+#include "tests/effect/TestHost.h"
+#include "tests/model/ChunkBuilder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using model::State;
+
+struct RecordingEditor final : AEffEditor {
+  std::vector<int> heard;
+  void setParameter(VstInt32 index, float) override { heard.push_back(index); }
+};
+
+State stateOf(EffectRig& rig) {
+  void* data = nullptr;
+  const auto size = static_cast<std::size_t>(rig.call(effGetChunk, 0, 0, &data));
+  return std::get<model::LoadedState>(model::readChunk(std::span(static_cast<const std::byte*>(data), size))).state;
+}
+
+VstIntPtr load(EffectRig& rig, ChunkBuilder chunk, bool isPreset = false) {
+  return rig.call(effSetChunk, isPreset, static_cast<VstIntPtr>(chunk.bytes().size()), chunk.bytes().data());
+}
+
+// What the effect gives back of a loaded state: it always starts with the first graph on show, and a one-shot rests.
+State shownFirst(State state) {
+  state.currentGraph = 0;
+  if (state.bOneShot) state.graphOut = {};
+  return state;
+}
+
+// Where the state of an effect parts from the one that was loaded.
+std::string lostBy(EffectRig& rig, const State& loaded) {
+  return firstDifference(shownFirst(stateOf(rig)), shownFirst(loaded));
+}
+
+TEST(EffectState, OfAFreshEffectIsTheFreshState) {
+  EffectRig rig;
+  void* data = nullptr;
+  ASSERT_EQ(rig.call(effGetChunk, 0, 0, &data), 18824);
+  const auto expected = model::writeChunk({});
+  EXPECT_EQ(std::memcmp(data, expected.data(), expected.size()), 0) << firstDifference(stateOf(rig), State());
+  EXPECT_TRUE(rig.record()->flags & effFlagsProgramChunks);
+}
+
+TEST(EffectState, ComesBackFromItsChunkWholeBeforeAndAfterTheFirstBlock) {
+  for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+    const State state = randomState(seed);
+    EffectRig rig;
+    if (seed % 2) rig.playOnes(20);
+    EXPECT_EQ(load(rig, ChunkBuilder::current(state)), 0);
+    EXPECT_EQ(lostBy(rig, state), "") << "seed " << seed;
+  }
+}
+
+TEST(EffectState, OfTwelveGraphsIsRenderedAndWarped) {
+  const State state = randomState(9);
+  EffectRig rig;
+  load(rig, ChunkBuilder::current(state));
+  for (int g = 0; g < kGraphs; ++g) {
+    const auto i = static_cast<std::size_t>(g);
+    std::vector<float> expected(kGraphTableSize);
+    renderGraph(model::pointsOf(state, g), std::span<float, kGraphTableSize>(expected));
+    for (std::size_t n = 0; n < expected.size(); ++n) ASSERT_EQ(rig.fx().graphTable[i][n], expected[n]) << g;
+    EXPECT_EQ(rig.fx().warpMult[i], warpMultiplier(state.graphWarp[i]));
+    EXPECT_EQ(rig.fx().envX[g][64], 65536.0);
+  }
+  EXPECT_EQ(rig.fx().timingOffset, state.timing * 8192.0f - 4096.0f);
+  EXPECT_EQ(rig.fx().filterOnFlag, state.filterOn >= 0.5f);
+}
+
+TEST(EffectState, PlaysTheSameInAnotherEffect) {
+  EffectRig first;
+  for (int index = 0; index < 9; ++index) first.set(index, 0.3 + 0.07 * index);
+  // Stored points have the precision of float, as these do.
+  first.draw(3, {{0, 0.25}, {9000, 0.875, 0.25}, {40000, 0.5, 0.75}, {65536, 0.25}});
+  for (const int route : {23, 24}) first.set(route, 3.0 / 11);
+  first.set(29, 0.8);
+  first.set(67, 1.0);
+  first.set(69, 0.7);
+  EffectRig second;
+  void* data = nullptr;
+  const VstIntPtr size = first.call(effGetChunk, 0, 0, &data);
+  second.call(effSetChunk, 0, size, data);
+  const Stereo input = noise(30000, 5);
+  EXPECT_EQ(difference(first.play(input, {512}).left, second.play(input, {512}).left), "");
+}
+
+TEST(EffectState, IsToldToEditorAndHostInOrder) {
+  EffectRig rig;
+  auto* const editor = new RecordingEditor;
+  rig.fx().setEditor(editor);
+  State state = randomState(4);
+  state.currentGraph = 5;
+  load(rig, ChunkBuilder::current(state));
+  std::erase(editor->heard, kNoticeClock);
+  const std::vector<int> before = {102, 14, 69, 68, 67, 73, 80, 21, 22, 23, 24, 25, 79, 74, 66, 72, 40, 39, 0};
+  const std::vector<int> after = {40, 41, 85, 85, 78, 17, 103, 109};  // the other graph comes to show: 85 once more
+  ASSERT_GT(editor->heard.size(), before.size() + after.size());
+  EXPECT_EQ(std::vector(editor->heard.begin(), editor->heard.begin() + std::ssize(before)), before);
+  EXPECT_EQ(std::vector(editor->heard.end() - std::ssize(after), editor->heard.end()), after);
+  ASSERT_EQ(rig.host.automated.size(), 42u);
+  for (int i = 0; i < 42; ++i) EXPECT_EQ(rig.host.automated[static_cast<std::size_t>(i)].index, i);
+  EXPECT_EQ(rig.host.automated[31].value, state.graphWarp[5]);
+
+  editor->heard.clear();
+  load(rig, ChunkBuilder::current({}, 0.97f));  // older: the type came with the switch, no window size
+  const std::vector<int> oldest = {66, 102, 14, 69, 68, 67, 73, 80, 21, 22, 23, 24, 25, 79, 74, 84, 0};
+  EXPECT_EQ(std::vector(editor->heard.begin(), editor->heard.begin() + std::ssize(oldest)), oldest);
+  EXPECT_EQ(std::ranges::count(editor->heard, 103), 0);
+
+  editor->heard.clear();
+  rig.host.automated.clear();
+  load(rig, ChunkBuilder::old(state));
+  std::erase(editor->heard, kNoticeClock);
+  const std::vector<int> old = {80, 21, 22, 23, 24, 79, 74, 66, 72, 0};
+  EXPECT_EQ(std::vector(editor->heard.begin(), editor->heard.begin() + std::ssize(old)), old);
+  EXPECT_EQ(std::vector(editor->heard.end() - 4, editor->heard.end()), (std::vector{69, 85, 85, 78}));
+  EXPECT_EQ(rig.host.automated.size(), 70u);
+}
+
+TEST(EffectState, OfTheOldLayoutKeepsWhatThatHasNot) {
+  const State present = randomState(1), stored = randomState(2);
+  EffectRig rig;
+  load(rig, ChunkBuilder::current(present));
+  EXPECT_EQ(load(rig, ChunkBuilder::old(stored)), 0);
+  const State now = stateOf(rig);
+  EXPECT_EQ(lostBy(rig, ChunkBuilder::old(stored).state(present)), "");
+  EXPECT_EQ(now.routeVar, present.routeVar);
+  EXPECT_EQ(now.xoverFrequency, present.xoverFrequency);
+}
+
+TEST(EffectState, IsRefusedWithoutAChange) {
+  const State present = randomState(6);
+  EffectRig rig;
+  load(rig, ChunkBuilder::current(present));
+  rig.host.automated.clear();
+  EXPECT_EQ(load(rig, ChunkBuilder::old({}, 1.0f, 9)), 0);
+  EXPECT_EQ(load(rig, ChunkBuilder::old({}, 1.0f, 10)), -1);
+  EXPECT_EQ(load(rig, ChunkBuilder::old({}, 1.0f, 18812)), -1);
+  EXPECT_EQ(rig.fx().setChunk(nullptr, 18824, false), 0);
+  EXPECT_EQ(rig.fx().setChunk(&rig, -5, false), 0);
+  EXPECT_EQ(lostBy(rig, present), "");
+  EXPECT_EQ(load(rig, ChunkBuilder::old({}, 0.0f)), -1);  // this one resets the graphs, and nothing else
+  State reset = present;
+  for (int g = 0; g < kGraphs; ++g) model::setPoints(reset, g, freshGraph());
+  EXPECT_EQ(lostBy(rig, reset), "");
+  EXPECT_NEAR(rig.fx().graphTable[7][32768], 0.0f, 1e-5f);
+  EXPECT_TRUE(rig.host.automated.empty());
+}
+
+TEST(EffectState, KeepsControllerAndTimingUnderTheLock) {
+  State stored;
+  stored.ccNumber = 11;
+  stored.timing = 0.25f;
+  EffectRig rig;
+  rig.set(80, 7.0 / 128);
+  rig.set(41, 0.75);
+  rig.set(100, 1.0);
+  load(rig, ChunkBuilder::current(stored), true);
+  EXPECT_EQ(rig.fx().ccNumber, 7);
+  EXPECT_EQ(rig.get(41), 0.75f);
+  load(rig, ChunkBuilder::current(stored), false);
+  EXPECT_EQ(rig.fx().ccNumber, 11);
+  EXPECT_EQ(rig.get(41), 0.75f);
+  EXPECT_EQ(rig.get(100), 1.0f);
+  rig.set(100, 0.0);
+  load(rig, ChunkBuilder::current(stored), true);
+  EXPECT_EQ(rig.get(41), 0.25f);
+  for (const int raw : {-128, -1, 127}) {  // a number out of range comes back as it was, too
+    stored.ccNumber = static_cast<std::int8_t>(raw);
+    load(rig, ChunkBuilder::current(stored));
+    EXPECT_EQ(rig.fx().ccNumber, raw);
+  }
+}
+
+TEST(EffectState, OfAOneShotRestsOnTheEndOfTheNewGraphs) {
+  EffectRig rig;
+  State state;
+  state.routeVol = 2;
+  state.bOneShot = true;
+  GraphPoints points = freshGraph();
+  points.y = {};
+  points.y[2] = 0.75;
+  model::setPoints(state, 2, points);
+  load(rig, ChunkBuilder::current(state));
+  EXPECT_EQ(rig.get(17), 1.0f);
+  EXPECT_NEAR(rig.fx().padLFO.graphOut[2], 0.25f, 0.001f);
+  state.bOneShot = false;
+  state.bRetrig = true;
+  state.bGateMode = true;
+  load(rig, ChunkBuilder::current(state));
+  EXPECT_EQ(rig.get(17), 0.5f);
+  EXPECT_EQ(rig.fx().padLFO.bLfoOpen, 0);
+}
+
+TEST(EffectState, LeavesTheHostsBufferAloneUntilTheNextChunk) {
+  EffectRig rig;
+  void* data = nullptr;
+  rig.call(effGetChunk, 0, 0, &data);
+  const std::vector<char> before(static_cast<char*>(data), static_cast<char*>(data) + 18824);
+  rig.set(0, 0.9);
+  rig.fx().SavePreset("/dev/null/nowhere");
+  EXPECT_EQ(std::memcmp(data, before.data(), before.size()), 0);
+  void* next = nullptr;
+  rig.call(effGetChunk, 0, 0, &next);
+  EXPECT_NE(std::memcmp(next, before.data(), before.size()), 0);
+}
+
+// --- Against blocks in flight
+
+State flatVolume(double height) {
+  State state;
+  state.depthVol = 1.0f;
+  state.routeVol = height > 0.5 ? 1 : 2;
+  state.depthPan = 0.5f;
+  GraphPoints points = freshGraph();
+  points.y.fill(1.0 - height);
+  model::setPoints(state, state.routeVol, points);
+  return state;
+}
+
+// Two states alternate while blocks run; each block is left alone or plays one of them from its first sample to its
+// last.
+TEST(EffectState, IsPlayedWholeOrNotAtAll) {
+  EffectRig rig;
+  std::jthread loader([&](const std::stop_token& stop) {
+    const auto low = ChunkBuilder::current(flatVolume(0.25)), high = ChunkBuilder::current(flatVolume(0.75));
+    load(rig, low);
+    for (int turn = 0; !stop.stop_requested(); ++turn) {
+      load(rig, turn % 2 ? low : high);
+      std::this_thread::yield();
+    }
+  });
+  int lowBlocks = 0, highBlocks = 0;
+  for (int b = 0; b < 1000000 && (lowBlocks < 50 || highBlocks < 50); ++b) {
+    constexpr float kUntouched = 9.0f;
+    std::vector<float> in(256, 1.0f), left(256, kUntouched), right(256, kUntouched);
+    rig.block(in.data(), in.data(), left.data(), right.data(), left.size());
+    for (const float x : left) ASSERT_EQ(x, left[0]) << "block " << b;
+    lowBlocks += std::abs(left[0] - 0.25f) < 0.001f;
+    highBlocks += std::abs(left[0] - 0.75f) < 0.001f;
+    std::this_thread::yield();
+  }
+  EXPECT_GE(std::min(lowBlocks, highBlocks), 50);
+}
+
+// Some hosts take automation only between their blocks, so they wait for one while a load reports its parameters.
+struct WaitingHost {
+  static inline std::atomic<int> blocks{0};
+  static inline std::atomic<int> waited{0};
+  static VstIntPtr VSTCALLBACK callback(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
+    if (opcode == audioMasterVersion) return kVstVersion;
+    if (opcode != audioMasterAutomate) return 0;
+    for (const int now = blocks; blocks < now + 1;) std::this_thread::yield();
+    ++waited;
+    return 0;
+  }
+};
+
+TEST(EffectState, LoadsUnderAHostThatWaitsForABlock) {
+  KorvelInDSPEdit effect(WaitingHost::callback);
+  const std::jthread audio([&](const std::stop_token& stop) {
+    std::vector<float> samples(64);
+    float* channels[] = {samples.data(), samples.data()};
+    while (!stop.stop_requested()) {
+      effect.processReplacing(channels, channels, 64);
+      ++WaitingHost::blocks;
+    }
+  });
+  auto chunk = ChunkBuilder::current(randomState(8));
+  EXPECT_EQ(effect.setChunk(chunk.bytes().data(), static_cast<VstInt32>(chunk.bytes().size()), false), 0);
+  EXPECT_EQ(WaitingHost::waited, 42);
+}
+
+// --- Files
+
+class EffectFiles : public testing::Test {
+ protected:
+  EffectFiles() : folder(fs::temp_directory_path() / ("modrift-effect-" + std::to_string(getpid()))) {
+    fs::create_directories(folder);
+  }
+  ~EffectFiles() override { fs::remove_all(folder); }
+
+  std::string at(const char* name) { return (folder / name).string(); }
+  void write(const char* name, std::span<const std::byte> bytes) {
+    std::ofstream(at(name), std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  }
+  // Loads as the editor does.
+  void command(int index, const std::string& path, double value = 1.0) {
+    rig.fx().setLoadPath(path.c_str());
+    rig.set(index, value);
+  }
+
+  fs::path folder;
+  EffectRig rig;
+};
+
+TEST_F(EffectFiles, PresetsComeBackAndKeepALockedController) {
+  const State state = randomState(3);
+  load(rig, ChunkBuilder::current(state));
+  rig.fx().SavePreset(at("a.fxp").c_str());
+  EXPECT_EQ(fs::file_size(at("a.fxp")), 18884u);
+  load(rig, ChunkBuilder::current({}));
+  command(83, at("a.fxp"), 0.49);
+  EXPECT_EQ(firstDifference(stateOf(rig), State()), "");
+  rig.set(80, 99.0 / 128);
+  rig.set(100, 1.0);
+  command(83, at("a.fxp"));
+  State expected = state;
+  expected.ccNumber = 99;
+  expected.timing = 0.5f;
+  EXPECT_EQ(lostBy(rig, expected), "");
+}
+
+TEST_F(EffectFiles, PresetsThatAreNoneChangeNothing) {
+  const auto chunk = model::writeChunk(randomState(3));
+  auto file = model::writePreset(chunk);
+  write("torn.fxp", std::span(file).first(18883));
+  write("head.fxp", std::span(file).first(59));
+  file[56] = std::byte{1};
+  write("huge.fxp", file);
+  file.resize(model::kLargestPresetFile + 1);
+  file[56] = std::byte{0};
+  write("long.fxp", file);
+  for (const char* name : {"torn.fxp", "head.fxp", "huge.fxp", "long.fxp", "missing.fxp", "."}) {
+    command(83, at(name));
+    EXPECT_EQ(firstDifference(stateOf(rig), State()), "") << name;
+  }
+  file.resize(model::kLargestPresetFile);
+  std::ranges::copy(std::as_bytes(std::span("XXXX")), file.begin() + 16);
+  write("other.fxp", file);  // another id, and bytes behind the chunk
+  command(83, at("other.fxp"));
+  EXPECT_NE(firstDifference(stateOf(rig), State()), "");
+}
+
+TEST_F(EffectFiles, ShapesReplaceTheCurrentGraphAndNothingElse) {
+  rig.set(78, 4.0 / 11);
+  rig.set(30, 0.9);
+  const State before = stateOf(rig);
+  const GraphPoints points = model::pointsOf(randomState(2), 0);
+  write("a.shp", model::writeShape(points));
+  command(77, at("a.shp"), 0.4);
+  EXPECT_EQ(lostBy(rig, before), "");
+  command(77, at("a.shp"));
+  State expected = before;
+  model::setPoints(expected, 4, points);
+  EXPECT_EQ(lostBy(rig, expected), "");
+  std::vector<float> table(kGraphTableSize);
+  renderGraph(points, std::span<float, kGraphTableSize>(table));
+  for (std::size_t n = 0; n < table.size(); ++n) ASSERT_EQ(rig.fx().graphTable[4][n], table[n]);
+
+  rig.fx().SaveShape(at("b.shp").c_str());
+  EXPECT_EQ(model::readFile(at("a.shp"), 9999), model::readFile(at("b.shp"), 9999));
+  write("short.shp", std::vector<std::byte>(1543));
+  for (const char* name : {"short.shp", "missing.shp"}) {
+    command(77, at(name));
+    EXPECT_EQ(lostBy(rig, expected), "") << name;
+  }
+}
+
+TEST_F(EffectFiles, PathsThatDoNotFitAreRefused) {
+  rig.fx().SaveShape(at("a.shp").c_str());
+  rig.draw(0, {{0, 0.5}, {65536, 0.5}});
+  std::string path = at("a.shp");
+  while (path.size() < 511) path.insert(path.find('/', 1), "/");
+  EXPECT_TRUE(rig.fx().setLoadPath(path.c_str()));
+  EXPECT_FALSE(rig.fx().setLoadPath(("/" + path).c_str()));
+  rig.set(77, 1.0);
+  EXPECT_EQ(rig.fx().envNumPoints[0], 1);
+  rig.fx().loadPath.fill('x');  // no end
+  rig.set(77, 1.0);
+  rig.set(83, 1.0);
+  EXPECT_EQ(rig.fx().envNumPoints[0], 1);
+  EXPECT_TRUE(rig.fx().setLoadPath(path.c_str()));
+  rig.set(77, 1.0);
+  EXPECT_EQ(rig.fx().envNumPoints[0], 2);
+}
+
+}  // namespace

@@ -1,0 +1,325 @@
+// The state chunk: where everything lies, both layouts there and back, what each version means, hostile bytes.
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <map>
+
+#include "tests/model/ChunkBuilder.h"
+
+namespace {
+
+using model::FieldType;
+using model::Layout;
+using model::Refusal;
+using model::State;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// Projects rely on every one of these numbers.
+TEST(StateChunk, HasEveryFieldWhereProjectsHaveIt) {
+  struct Row {
+    FieldType type;
+    int count, now, old;
+  };
+  using enum FieldType;
+  const std::map<std::string_view, Row> expected = {
+      {"envCurve", {f64, 768, 0, 40}},          {"envX", {f64, 768, 6144, 6184}},
+      {"envY", {f64, 768, 12288, 12328}},       {"bLfoOpen", {u8, 1, 18432, 18480}},
+      {"graphOut", {f32, 12, 18436, 18484}},    {"graphWarp", {f32, 12, 18484, 18532}},
+      {"rate", {f32, 1, 18536, 18584}},         {"pwm", {f32, 1, 18540, 18588}},
+      {"swing", {f32, 1, 18544, 18592}},        {"depthPan", {f32, 1, 18548, 18596}},
+      {"depthCut", {f32, 1, 18552, 18600}},     {"depthVol", {f32, 1, 18556, 18604}},
+      {"depthRes", {f32, 1, 18560, 18608}},     {"reserved132", {i32, 1, 18564, 18612}},
+      {"depthKnob", {f32, 1, 18572, 18620}},    {"depthVar", {f32, 1, 18576, 18624}},
+      {"cyclePos", {f32, 1, 18584, 18632}},     {"phase", {f32, 1, 18588, 18636}},
+      {"bTriplet", {u8, 1, 18592, 18640}},      {"bDotted", {u8, 1, 18593, 18641}},
+      {"reserved164", {i32, 1, 18596, 18644}},  {"bFreeRun", {u8, 1, 18600, 18648}},
+      {"filterType", {f32, 1, 18736, 18784}},   {"filterVar", {f32, 1, 18740, 18788}},
+      {"filterMix", {f32, 1, 18744, 18792}},    {"xoverFrequency", {f32, 1, 18748, -1}},
+      {"filterCutoff", {f32, 1, 18752, 16}},    {"filterReso", {f32, 1, 18756, 20}},
+      {"filterOn", {f32, 1, 18760, 24}},        {"lfoSmooth", {f32, 1, 18764, 28}},
+      {"filterDrive", {f32, 1, 18768, 32}},     {"version", {f32, 1, 18772, 18804}},
+      {"gridSize", {f32, 1, 18776, 18808}},     {"timing", {f32, 1, 18780, -1}},
+      {"envNumPoints", {i8, 12, 18784, 0}},     {"ccNumber", {i8, 1, 18796, 12}},
+      {"currentGraph", {i8, 1, 18797, 13}},     {"routeCut", {i8, 1, 18798, 18800}},
+      {"routeRes", {i8, 1, 18799, 18801}},      {"routeVol", {i8, 1, 18800, 18802}},
+      {"routePan", {i8, 1, 18801, 18803}},      {"routeVar", {i8, 1, 18802, -1}},
+      {"bXoverOn", {flag, 1, 18803, -1}},       {"bXoverInvert", {flag, 1, 18804, -1}},
+      {"bAnchor", {flag, 1, 18808, 18812}},     {"bRetrig", {flag, 1, 18809, 18472}},
+      {"bGateMode", {flag, 1, 18810, 18473}},   {"bVelToPwm", {flag, 1, 18811, 18474}},
+      {"bNoteToRate", {flag, 1, 18812, 18475}}, {"bScopeOn", {flag, 1, 18813, -1}},
+      {"bNoteToCutoff", {flag, 1, 18814, -1}},  {"bOneShot", {flag, 1, 18815, -1}},
+      {"editorWidth", {i16, 1, 18816, -1}},     {"editorHeight", {i16, 1, 18818, -1}},
+  };
+  for (const auto& [name, row] : expected) {
+    const model::Field* const field = model::findField(name);
+    ASSERT_NE(field, nullptr) << name;
+    EXPECT_EQ(field->type, row.type) << name;
+    EXPECT_EQ(field->count, row.count) << name;
+    EXPECT_EQ(field->now.offset, row.now) << name;
+    EXPECT_EQ(field->old.offset, row.old) << name;
+  }
+  int covered = 0;
+  for (const model::Field& field : model::stateFields())
+    covered += field.count * static_cast<int>(model::widthOf(field.type));
+  EXPECT_EQ(covered, 18824 - 3 - 4);  // all bytes have one owner, but the two reserved places
+}
+
+TEST(StateChunk, ComesBackAsItWasFromBothLayouts) {
+  for (std::uint32_t seed = 1; seed <= 20; ++seed) {
+    const State state = randomState(seed);
+    const State present = randomState(seed + 100);
+    const auto chunk = model::writeChunk(state);
+    for (const std::size_t reserved : {18805u, 18806u, 18807u, 18820u, 18821u, 18822u, 18823u})
+      EXPECT_EQ(chunk[reserved], std::byte{0});
+    const auto reading = model::readChunk(chunk, present);
+    EXPECT_EQ(firstDifference(std::get<model::LoadedState>(reading).state, state), "") << "seed " << seed;
+
+    State mixed = state;  // what the old layout does not have stays
+    for (const model::Field& f : model::stateFields()) {
+      for (int i = 0; f.old.offset < 0 && i < f.count; ++i) f.put(mixed, i, f.get(present, i));
+    }
+    mixed.bRetrig = mixed.bRetrig || mixed.bOneShot;
+    EXPECT_EQ(firstDifference(ChunkBuilder::old(state).state(present), mixed), "") << "seed " << seed;
+  }
+  EXPECT_EQ(ChunkBuilder::current({}).at<std::uint32_t>(18772), 0x3F9EBB99u);
+  EXPECT_EQ(firstDifference(ChunkBuilder::current({}).state(), State()), "");
+}
+
+// --- Versions
+
+// One row of what a chunk older than `version` gets, in fields of a state that has 0.25, 1 or the like everywhere.
+struct Row {
+  float version;
+  std::string_view field;
+  double older, younger;  // what the field reads as just below `version`, and at it
+  bool bOldLayout;        // holds there as well
+};
+
+State everywhereOdd() {
+  State s;
+  for (const model::Field& f : model::stateFields()) {
+    const bool bFraction = f.type == FieldType::f32;
+    for (int i = 0; i < f.count && f.type != FieldType::f64; ++i) model::store(s, f, i, bFraction ? 0.25 : 1.0);
+  }
+  s.envNumPoints.fill(2);
+  s.bAnchor = false;
+  return s;
+}
+
+const Row kRows[] = {
+    {0.91f, "gridSize", static_cast<double>(7.0f / 15.0f), static_cast<double>(4.0f / 15.0f), true},
+    {0.93f, "bAnchor", 1, 0, true},
+    {0.94f, "lfoSmooth", 0, 0.25, true},
+    {0.95f, "graphWarp", static_cast<double>(0.46666667f), 0.25, true},
+    {0.96f, "depthKnob", 1, 0.25, false},
+    {0.97f, "bGateMode", 0, 1, false},
+    {0.98f, "filterType", 0, static_cast<double>(0.25f * 88.0f / 92.0f * 91.0f / 92.0f), false},
+    {0.98f, "filterMix", 1, 0.25, false},  // the switch at 0.25 means the first filter
+    {0.98f, "filterVar", 0.5, 0.25, false},
+    {0.98f, "filterOn", 1, 0.25, false},
+    {0.99f, "depthVar", 0.5, 0.25, false},
+    {0.99f, "routeVar", 0, 1, false},
+    {1.1f, "bScopeOn", 0, 1, false},
+    {1.11f, "bNoteToCutoff", 0, 1, false},
+    {1.12f, "timing", 0.75, 0.25, false},  // the present one stays
+    {1.14f, "bOneShot", 0, 1, false},
+    {1.15f, "bXoverOn", 0, 1, false},
+    {1.15f, "bXoverInvert", 0, 1, false},
+    {1.15f, "xoverFrequency", 0.5, 0.25, false},
+    {1.16f, "filterType", static_cast<double>(0.25f * 88.0f / 92.0f * 91.0f / 92.0f),
+     static_cast<double>(0.25f * 91.0f / 92.0f), false},
+    {1.21f, "editorWidth", 708, 1, false},
+    {1.21f, "editorHeight", 343, 1, false},
+    {1.22f, "gridSize", static_cast<double>(4.0f / 15.0f), 0.25, true},
+    {1.23f, "filterType", static_cast<double>(0.25f * 91.0f / 92.0f), 0.25, false},
+    {1.24f, "filterType", static_cast<double>((0.25f * 89.0f + 3.0f) / 92.0f), 0.25, false},
+};
+
+TEST(StateChunk, OfEachOlderVersionGetsWhatThatVersionLacks) {
+  State present;
+  present.timing = 0.75f;
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(std::string(row.field) + " around " + std::to_string(row.version));
+    const model::Field& field = *model::findField(row.field);
+    const float older = std::nextafter(row.version, 0.0f);
+    EXPECT_EQ(field.get(ChunkBuilder::current(everywhereOdd(), older).state(present), 0), row.older);
+    EXPECT_EQ(field.get(ChunkBuilder::current(everywhereOdd(), row.version).state(present), 0), row.younger);
+    if (field.old.offset < 0) continue;
+    const double inOld = field.get(ChunkBuilder::old(everywhereOdd(), older).state(present), 0);
+    EXPECT_EQ(inOld, row.bOldLayout ? row.older : field.get(everywhereOdd(), 0));
+  }
+}
+
+TEST(StateChunk, BetweenTwoVersionsHasFilterTypesOfItsOwn) {
+  const auto typeAt = [](float version, float stored) {
+    State s;
+    s.filterType = stored;
+    return ChunkBuilder::current(s, version).state().filterType;
+  };
+  EXPECT_EQ(typeAt(1.15f, 0.5f), 0.5f * 88.0f / 92.0f * 91.0f / 92.0f);
+  EXPECT_EQ(typeAt(1.2f, 0.5f), 0.5f * 91.0f / 92.0f);
+  EXPECT_EQ(typeAt(1.235f, 0.5f), (0.5f * 89.0f + 3.0f) / 92.0f);
+  EXPECT_EQ(typeAt(1.235f, 1.0f), 1.0f);
+  EXPECT_EQ(typeAt(1.235f, 1.5f), 1.0f);
+  EXPECT_EQ(typeAt(1.23f, 0.5f), 0.5f);  // both ends are outside
+  EXPECT_EQ(typeAt(1.2401f, 0.5f), 0.5f);
+}
+
+TEST(StateChunk, BeforeFilterTypesReadsThemOffTheSwitch) {
+  State present;
+  present.filterMix = 0.125f;
+  present.filterVar = 0.875f;
+  const auto at = [&](float filterOn) {
+    State s;
+    s.filterOn = filterOn;
+    return ChunkBuilder::current(s, 0.97f).state(present);
+  };
+  EXPECT_EQ(at(0.0f).filterType, 0.0f);
+  EXPECT_EQ(at(0.0f).filterOn, 0.0f);
+  EXPECT_EQ(at(0.0f).filterMix, 0.125f);  // off, it says nothing of the mix
+  EXPECT_EQ(at(0.0f).filterVar, 0.875f);
+  EXPECT_EQ(at(1.0f).filterType, 2.0f / 92.0f);
+  EXPECT_EQ(at(1.0f).filterOn, 1.0f);
+  EXPECT_EQ(at(0.667f).filterType, 1.0f / 92.0f);
+  EXPECT_EQ(at(0.667f).filterMix, 1.0f);
+  EXPECT_EQ(at(0.667f).filterVar, 0.5f);
+}
+
+TEST(StateChunk, BeforeTheResizableWindowHasPointsInPixels) {
+  auto chunk = ChunkBuilder::current({}, 1.19f);
+  chunk.put(6144 + 8, 97.0).put(6144 + 16, 388.0).put(12288 + 8, 60.0).put(12288 + 16, 240.0);
+  State state = chunk.state();
+  EXPECT_EQ(state.envX[0][1], 97.0 * 168.90721130371094);
+  EXPECT_EQ(state.envX[0][2], 65536.0);
+  EXPECT_EQ(state.envY[0][1], 60.0 * 0.004166666883975267);
+  EXPECT_EQ(state.envY[0][2], 1.0);
+  chunk.put(18772, 1.2f);
+  state = chunk.state();
+  EXPECT_EQ(state.envX[0][1], 97.0);
+  EXPECT_EQ(state.envY[0][1], 1.0);
+}
+
+TEST(StateChunk, KeepsWhatIsLocked) {
+  State present, stored;
+  present.ccNumber = 7;
+  present.timing = 0.75f;
+  stored.ccNumber = 11;
+  stored.timing = 0.25f;
+  const auto chunk = ChunkBuilder::current(stored);
+  EXPECT_EQ(chunk.state(present).ccNumber, 11);
+  EXPECT_EQ(chunk.state(present, {true, true}).ccNumber, 7);
+  EXPECT_EQ(chunk.state(present, {true, true}).timing, 0.75f);
+  EXPECT_EQ(chunk.state(present, {false, true}).ccNumber, 11);
+  EXPECT_EQ(ChunkBuilder::old(stored).state(present, {true, true}).ccNumber, 7);
+}
+
+// --- Hostile bytes
+
+TEST(StateChunk, IsToldApartAndRefusedBySize) {
+  const auto refusalOf = [](std::size_t size, float version = 1.0f) -> int {
+    const auto reading = ChunkBuilder::old({}, version, size).read();
+    return reading.index() == 0 ? -1 : static_cast<int>(std::get<Refusal>(reading));
+  };
+  for (const std::size_t size : {0u, 1u, 9u}) EXPECT_EQ(refusalOf(size), static_cast<int>(Refusal::empty));
+  for (const std::size_t size : {10u, 18804u, 18812u}) EXPECT_EQ(refusalOf(size), static_cast<int>(Refusal::cutShort));
+  for (const std::size_t size : {18813u, 18815u, 18825u, 4048576u}) {
+    EXPECT_EQ(refusalOf(size), -1);
+    EXPECT_EQ(refusalOf(size, 0.0f), static_cast<int>(Refusal::noVersion));
+    EXPECT_EQ(refusalOf(size, 0.00999f), static_cast<int>(Refusal::noVersion));
+    EXPECT_EQ(refusalOf(size, -7.0f), static_cast<int>(Refusal::noVersion));
+    EXPECT_EQ(refusalOf(size, 0.01f), static_cast<int>(Refusal::noVersion));  // as a float it lies below
+    EXPECT_EQ(refusalOf(size, 0.0101f), -1);
+  }
+  State stored;
+  stored.editorWidth = 900;
+  stored.editorHeight = 600;
+  for (std::size_t size = 18816; size <= 18824; ++size) {
+    const auto reading = ChunkBuilder::current(stored, 1.2401f, size).read();
+    const auto& loaded = std::get<model::LoadedState>(reading);
+    EXPECT_EQ(loaded.layout, Layout::current);
+    EXPECT_EQ(loaded.state.editorWidth, size >= 18818 ? 900 : 708) << size;
+    EXPECT_EQ(loaded.state.editorHeight, size >= 18820 ? 600 : 343) << size;
+  }
+}
+
+TEST(StateChunk, BringsNumbersThatAreNoneToTheirDefaults) {
+  for (const double broken : {kNaN, HUGE_VAL, -HUGE_VAL}) {
+    State s = everywhereOdd();
+    auto chunk = ChunkBuilder::current(s);
+    for (const model::Field& f : model::stateFields()) {
+      for (int i = 0; i < f.count; ++i) {
+        const auto place = static_cast<std::size_t>(f.now.offset);
+        if (f.type == FieldType::f32) chunk.put(place + 4 * static_cast<std::size_t>(i), static_cast<float>(broken));
+        if (f.type == FieldType::f64) chunk.put(place + 8 * static_cast<std::size_t>(i), broken);
+      }
+    }
+    const State loaded = chunk.state(randomState(3));
+    for (const model::Field& f : model::stateFields()) {
+      if (f.type != FieldType::f32 && f.type != FieldType::f64) continue;
+      for (int i = 0; i < f.count; ++i) EXPECT_EQ(f.get(loaded, i), model::defaultOf(f, i)) << f.name << i;
+    }
+  }
+}
+
+TEST(StateChunk, BringsValuesInsideTheirLimits) {
+  auto chunk = ChunkBuilder::current({});
+  for (std::size_t route = 18797; route <= 18802; ++route) chunk.put(route, static_cast<std::uint8_t>(200));
+  chunk.put(18784, std::int8_t{-3}).put(18785, std::int8_t{0}).put(18786, std::int8_t{65}).put(18787, std::int8_t{64});
+  chunk.put(18484, 1.5f).put(18488, -0.5f).put(18776, 1.01f);
+  State s = chunk.state();
+  EXPECT_EQ(s.currentGraph, 0);
+  EXPECT_EQ(s.routeCut, 0);
+  EXPECT_EQ(s.routeVar, 0);
+  EXPECT_EQ((std::array{s.envNumPoints[0], s.envNumPoints[1], s.envNumPoints[2], s.envNumPoints[3]}),
+            (std::array<std::int8_t, 4>{2, 2, 64, 64}));
+  EXPECT_EQ(model::pointsOf(s, 3).x[64], 65536.0);
+  EXPECT_EQ(s.graphWarp[0], 1.0f);
+  EXPECT_EQ(s.graphWarp[1], 0.0f);
+  EXPECT_EQ(s.gridSize, 0.45f);
+  chunk.put(18797, std::int8_t{12}).put(18798, std::int8_t{12});
+  EXPECT_EQ(chunk.state().currentGraph, 11);
+  EXPECT_EQ(chunk.state().routeCut, 11);
+}
+
+TEST(StateChunk, LiftsPointsThatFallBack) {
+  auto chunk = ChunkBuilder::current({});
+  chunk.put(18784, std::int8_t{5});
+  const double x[] = {77.0, 30000.0, 20000.0, 1e300, -5.0, 123.0, 99.0};
+  for (std::size_t i = 0; i < std::size(x); ++i) chunk.put(6144 + 8 * i, x[i]);
+  chunk.put(12288 + 8, 1.5).put(8, -0.5).put(16, 1.0 / 3.0);
+  const State s = chunk.state();
+  const double lifted[] = {0.0, 30000.0, 30000.0, 65536.0, 65536.0, 65536.0, 99.0};  // the last slot is no point
+  for (std::size_t i = 0; i < std::size(lifted); ++i) EXPECT_EQ(s.envX[0][i], lifted[i]) << i;
+  EXPECT_EQ(s.envY[0][1], 1.0);
+  EXPECT_EQ(s.envCurve[0][1], 0.0);
+  EXPECT_EQ(s.envCurve[0][2], static_cast<double>(1.0f / 3.0f));
+}
+
+// Whatever the bytes: finite, inside the limits, and the same once more from its own chunk.
+TEST(StateChunk, OfRandomBytesGivesAUsableState) {
+  std::mt19937 random(20250611);
+  for (std::uint32_t turn = 0; turn < 200; ++turn) {
+    auto chunk = turn % 2 ? ChunkBuilder::current(randomState(turn), static_cast<float>(random() % 130) * 0.01f)
+                          : ChunkBuilder::old(randomState(turn), static_cast<float>(random() % 130) * 0.01f);
+    for (int n = 0; n < 3000; ++n) chunk.bytes()[random() % chunk.bytes().size()] = static_cast<std::byte>(random());
+    const auto reading = chunk.read();
+    const auto* const loaded = std::get_if<model::LoadedState>(&reading);
+    if (!loaded) continue;
+    for (const model::Field& f : model::stateFields()) {
+      for (int i = 0; i < f.count; ++i) {
+        const double value = f.get(loaded->state, i);
+        ASSERT_TRUE(std::isfinite(value) && value >= f.low && value <= f.high) << f.name << ", turn " << turn;
+      }
+    }
+    for (int g = 0; g < kGraphs; ++g) {
+      const GraphPoints points = model::pointsOf(loaded->state, g);
+      const auto last = static_cast<std::size_t>(points.lastPoint);
+      ASSERT_EQ(points.x[0], 0.0);
+      ASSERT_EQ(points.x[last], 65536.0);
+      ASSERT_TRUE(std::is_sorted(points.x.begin(), points.x.begin() + static_cast<std::ptrdiff_t>(last) + 1));
+    }
+  }
+}
+
+}  // namespace
