@@ -90,10 +90,18 @@ void LfoDSP::suspend() {
   sampleRateSafe = safeRate(sampleRate);
 }
 
+// The host is called outside of the gate: it may hold locks of its own that another of its threads has when it comes
+// here.
 void LfoDSP::resume() {
-  const AudioGate::Hold hold(gate);
   bSuspended = false;
   wantEvents(1);
+  rebuildForSampleRate();
+  setInitialDelay(0);
+  ioChanged();
+}
+
+void LfoDSP::rebuildForSampleRate() {
+  const AudioGate::Hold hold(gate);
   sampleRateSafe = safeRate(sampleRate);
   setIOCount();
   const bool bUsable = sampleRate > 0.0f && sampleRate <= kHighestSafeRate;
@@ -104,8 +112,6 @@ void LfoDSP::resume() {
     state->setFrequency(xoverMapper_.getValue());
   }
   setFreeLFOTime();
-  setInitialDelay(0);
-  ioChanged();
 }
 
 void LfoDSP::setProgram(VstInt32 program) { curProgram = program; }

@@ -269,6 +269,7 @@ class LfoDSP : public AudioEffectX {
   void sendCutoffController(int frame) noexcept;
   void endMidiBlock() noexcept;
 
+  void rebuildForSampleRate();
   void processBufferSetup(bool held) noexcept;
   void splitBands(const float* left, const float* right, const Slice& slice) noexcept;
   void joinBands(const Slice& slice) noexcept;
