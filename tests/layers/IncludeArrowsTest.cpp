@@ -38,6 +38,7 @@ const std::vector<Folder>& folders() {
       {"plugin", {"vst2", "filters", "effect", "toolkit", "editor", "platform", "auadapter"}},
       {"host", {"vst2"}},
       {"cli", {"host", "vst2"}},
+      {"presets", {"effect", "vst2"}},
       {"tests", {kEverything}},
       {"bench", {kEverything}},
       {"fuzz", {kEverything}},
