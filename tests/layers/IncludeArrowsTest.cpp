@@ -39,6 +39,7 @@ const std::vector<Folder>& folders() {
       {"plugin", {"vst2", "filters", "model", "effect", "toolkit", "editor", "platform", "auadapter"}},
       {"host", {"vst2"}},
       {"cli", {"host", "vst2", "model"}},
+      {"presets", {"effect", "model", "vst2"}},
       {"tests", {kEverything}},
       {"bench", {kEverything}},
       {"fuzz", {kEverything}},

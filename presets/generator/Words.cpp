@@ -1,0 +1,216 @@
+#include "presets/generator/Words.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <vector>
+
+#include "effect/LfoClock.h"
+#include "effect/PadLFO.h"
+#include "effect/ParameterTable.h"
+#include "model/WarpTable.h"
+
+namespace modrift::factory {
+namespace {
+
+constexpr int kRateSteps = 42;  // the rate's highest step; 0 is the lowest
+
+// "t" is a triplet, "." dotted.
+constexpr auto kRateNames = std::to_array<std::string_view>(
+    {"16 bar",  "12 bar", "8 bar t", "8 bar",  "6 bar",  "4bar t",  "4 bar",  "3 bar",  "2bar t", "2 bar",
+     "1.5 bar", "bar t",  "bar",     "1/2.",   "1/2 t",  "1/2",     "1/4.",   "1/4 t",  "1/4",    "1/8.",
+     "1/8 t",   "1/8",    "1/16.",   "1/16 t", "1/16",   "1/32.",   "1/32 t", "1/32",   "1/48.",  "1/48 t",
+     "1/64",    "1/64.",  "1/64 t",  "1/128",  "1/128.", "1/128 t", "1/256",  "1/256.", "1/256 t"});
+
+constexpr auto kFilterTypeNames = std::to_array<std::string_view>({
+    "SVF LP",      "SVF BP",      "SVF HP",     "MG Low 6",    "MG Low 12",  "MG Low 18", "MG Low 24",  "Low 6",
+    "Low 12",      "Low 18",      "Low 24",     "High 6",      "High 12",    "High 18",   "High 24",    "Band 12",
+    "Band 24",     "Peak 12",     "Peak 24",    "Notch 12",    "Notch 24",   "LH 6",      "LH 12",      "LB 12",
+    "LP 12",       "LN 12",       "HB 12",      "HP 12",       "HN 12",      "BP 12",     "BN 12",      "PP 12",
+    "PN 12",       "NN 12",       "L/B/H 12",   "L/B/H 24",    "L/P/H 12",   "L/P/H 24",  "L/N/H 12",   "L/N/H 24",
+    "B/P/N 12",    "B/P/N 24",    "Cmb +",      "Cmb -",       "Cmb L6+",    "Cmb L6-",   "Cmb H6+",    "Cmb H6-",
+    "Cmb HL6+",    "Cmb HL6-",    "Flg +",      "Flg -",       "Flg L6+",    "Flg L6-",   "Flg H6+",    "Flg H6-",
+    "Flg HL6+",    "Flg HL6-",    "Phs 12+",    "Phs 12-",     "Phs 24+",    "Phs 24-",   "Phs 36+",    "Phs 36-",
+    "Phs 48+",     "Phs 48-",     "Phs 48L6+",  "Phs 48L6-",   "Phs 48H6+",  "Phs 48H6-", "Phs 48HL6+", "Phs 48HL6-",
+    "FPhs 12HL6+", "FPhs 12HL6-", "Low EQ 6",   "Low EQ 12",   "Band EQ 12", "High EQ 6", "High EQ 12", "Ring Mod",
+    "Ring Modx2",  "SampHold",    "SampHold-",  "Combs",       "Allpasses",  "Reverb",    "French LP",  "German LP",
+    "Add Bass",    "Formant-I",   "Formant-II", "Formant-III", "Bandreject",
+});
+static_assert(kFilterTypeNames.size() == 93);
+
+std::optional<double> inRange(std::optional<double> value, double least, double most) {
+  return value && *value >= least && *value <= most ? value : std::nullopt;
+}
+
+std::optional<float> asFloat(std::optional<double> value) {
+  return value ? std::optional(static_cast<float>(*value)) : std::nullopt;
+}
+
+template <class Names>
+std::optional<std::size_t> placeOf(std::string_view text, const Names& names) {
+  const auto place = std::ranges::find_if(names, [text](std::string_view name) { return trimmed(name) == text; });
+  if (place == std::end(names)) return std::nullopt;
+  return static_cast<std::size_t>(place - std::begin(names));
+}
+
+// The middle of a step, so that no rounding on the way moves it to its neighbour.
+float middleOfRateStep(std::size_t step) { return (static_cast<float>(step) + 0.5f) / static_cast<float>(kRateSteps); }
+
+// --- Values
+
+std::optional<float> readRate(std::string_view text) {
+  constexpr double kHighestHz = 440.0;
+  if (const auto hertz = inRange(readQuantity(text, "Hz"), 0.0, kHighestHz)) {
+    return static_cast<float>(std::pow(*hertz / kHighestHz, 0.25));
+  }
+  const auto step = placeOf(text, kRateNames);
+  return step ? std::optional(middleOfRateStep(*step)) : std::nullopt;
+}
+
+std::optional<float> readShare(std::string_view text) {
+  const auto percent = readQuantity(text, "%");
+  return asFloat(inRange(percent ? *percent / 100.0 : readNumber(text), 0.0, 1.0));
+}
+
+std::optional<float> readRoundTheMiddle(std::string_view text) {
+  const auto percent = readQuantity(text, "%");
+  return asFloat(inRange(percent ? 0.5 + *percent / 200.0 : readNumber(text), 0.0, 1.0));
+}
+
+std::optional<float> readSwitch(std::string_view text) {
+  if (text == "on") return 1.0f;
+  return text == "off" ? std::optional(0.0f) : std::nullopt;
+}
+
+std::optional<float> readRetrigger(std::string_view text) {
+  if (text == "off") return 0.0f;
+  if (text == "Trig") return 0.5f;
+  return text == "Env" ? std::optional(1.0f) : std::nullopt;
+}
+
+// A whole number of `least` to `most` as the place between `least` and `top`.
+std::optional<float> readCount(std::string_view text, double least, double most, double top) {
+  const auto number = inRange(readNumber(text), least, most);
+  if (!number || *number != std::floor(*number)) return std::nullopt;
+  return static_cast<float>((*number - least) / (top - least));
+}
+
+std::optional<float> readGraphNumber(std::string_view text) { return readCount(text, 1.0, kGraphs, kGraphs); }
+std::optional<float> readController(std::string_view text) { return readCount(text, 0.0, 127.0, 128.0); }
+
+// The effect keeps one cell less than it shows, in fifteenths.
+std::optional<float> readGrid(std::string_view text) {
+  const auto cells = readCount(text, 1.0, 16.0, 16.0);
+  return cells && *cells > 0.0f ? cells : std::nullopt;
+}
+
+std::optional<float> readWarp(std::string_view text) {
+  const auto entry = placeOf(text, WarpNames);
+  return entry ? std::optional(static_cast<float>(*entry) / static_cast<float>(kWarps - 1)) : std::nullopt;
+}
+
+std::optional<float> readFilterType(std::string_view text) {
+  const auto type = placeOf(text, kFilterTypeNames);
+  if (!type) return std::nullopt;
+  return static_cast<float>(*type) / static_cast<float>(kFilterTypeNames.size() - 1);
+}
+
+std::optional<float> readXoverFrequency(std::string_view text) {
+  constexpr double kLowestHz = 20.0;
+  constexpr double kHighestHz = 20000.0;
+  const auto hertz = inRange(readQuantity(text, "Hz"), kLowestHz, kHighestHz);
+  if (!hertz) return std::nullopt;
+  return static_cast<float>(std::log(*hertz / kLowestHz) / std::log(kHighestHz / kLowestHz));
+}
+
+// --- The parameters by number; names come from the effect's own table, but for the few that have none there.
+
+std::vector<ParameterWord> makeParameters() {
+  constexpr std::string_view kShareText = "a percentage from 0% to 100%, or a number from 0 to 1";
+  constexpr std::string_view kMiddleText = "a percentage from -100% to 100%, or a number from 0 to 1";
+  constexpr std::string_view kSwitchText = "on or off";
+  std::vector<ParameterWord> words = {
+      {kRate, "a rate step such as 1/4 or 2 bar, or a frequency up to 440 Hz", readRate},
+      {kRetrigger, "off, Trig or Env", readRetrigger},
+      {kFilterType, "the name of a filter type", readFilterType},
+      {kXoverFrequency, "a frequency from 20 Hz to 20000 Hz", readXoverFrequency},
+      {kGridSize, "a number of cells from 2 to 16", readGrid},
+      {kCcNumber, "a controller number from 0 to 127", readController},
+  };
+  for (const int index : {kSwing, kPwm, kDepthCut, kDepthRes, kDepthVol, kDepthPan, kDepthVar, kTiming})
+    words.push_back({index, kMiddleText, readRoundTheMiddle});
+  for (const int index :
+       {kPhase, kFilterCutoff, kFilterReso, kFilterDrive, kSmooth, kDepthKnob, kFilterVar, kFilterMix})
+    words.push_back({index, kShareText, readShare});
+  for (const int index : {kBpmSync, kDotted, kTriplet, kFilterOn, kGateMode, kVelToPwm, kNoteToRate, kXoverOn,
+                          kXoverInvert, kNoteToCutoff, kAnchor})
+    words.push_back({index, kSwitchText, readSwitch});
+  for (const int index : {kRouteCut, kRouteRes, kRouteVol, kRoutePan, kRouteVar})
+    words.push_back({index, "the number of a graph from 1 to 12", readGraphNumber});
+  for (int g = 0; g < kGraphs; ++g) words.push_back({kWarp1 + g, "a warp such as 1/2, 1x, 1.5x or 16x", readWarp});
+  return words;
+}
+
+std::string_view nameOf(int index) {
+  switch (index) {
+    case kNoteToCutoff:
+      return "In>Cutoff";
+    case kAnchor:
+      return "Anchor";
+    case kGridSize:
+      return "Grid";
+    default:
+      return parameterRow(index)->name.data();
+  }
+}
+
+}  // namespace
+
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::optional<double> readNumber(std::string_view text) {
+  double number = 0.0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, fault] = std::from_chars(text.data(), end, number, std::chars_format::fixed);
+  if (fault != std::errc{} || !std::isfinite(number)) return std::nullopt;
+  if (rest == end) return number;
+  if (*rest != '/') return std::nullopt;
+  const std::string_view below(rest + 1, static_cast<std::size_t>(end - rest - 1));
+  const auto divisor = below.find('/') == std::string_view::npos ? readNumber(below) : std::nullopt;
+  return divisor && *divisor > 0.0 ? std::optional(number / *divisor) : std::nullopt;
+}
+
+std::optional<double> readQuantity(std::string_view text, std::string_view unit) {
+  if (!text.ends_with(unit)) return std::nullopt;
+  return readNumber(trimmed(text.substr(0, text.size() - unit.size())));
+}
+
+std::optional<Length> readLength(std::string_view text) {
+  constexpr double kLongestBeats = 64.0;
+  Length length;
+  if (const auto step = placeOf(text, kRateNames)) {
+    length.beats = kLongestBeats / rateDivider(middleOfRateStep(*step), true, true);
+  } else if (const auto beats = readQuantity(text, "beats")) {
+    length.beats = *beats;
+  } else if (const auto seconds = readQuantity(text, "s")) {
+    length.seconds = *seconds;
+  }
+  return length.beats > 0.0 || length.seconds > 0.0 ? std::optional(length) : std::nullopt;
+}
+
+const ParameterWord* findParameter(std::string_view name) {
+  static const std::vector<ParameterWord> words = makeParameters();
+  const auto word = std::ranges::find_if(words, [name](const ParameterWord& w) { return nameOf(w.index) == name; });
+  return word == words.end() ? nullptr : &*word;
+}
+
+std::span<const std::string_view> rateNames() { return kRateNames; }
+std::span<const std::string_view> filterTypeNames() { return kFilterTypeNames; }
+
+}  // namespace modrift::factory

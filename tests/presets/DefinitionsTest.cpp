@@ -1,0 +1,185 @@
+// The definition files' format: what lines mean, and where faults are reported.
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <vector>
+
+#include "effect/LfoClock.h"
+#include "effect/ParameterTable.h"
+#include "model/WarpTable.h"
+#include "presets/generator/Application.h"
+#include "presets/generator/Definitions.h"
+
+namespace {
+
+using namespace modrift::factory;
+
+constexpr const char* kFile = "somewhere/Things.txt";
+
+std::vector<float> tableOf(const std::string& lines) {
+  const Shape shape = readShapes(kFile, "shape One\n" + lines).at(0);
+  std::vector<Shared<float>> table(kGraphTableSize);
+  renderGraph(shape.points, std::span<Shared<float>, kGraphTableSize>(table.data(), table.size()));
+  return {table.begin(), table.end()};
+}
+
+// The height of a shape at a place from 0 to 1.
+double heightAt(const std::vector<float>& table, double place) {
+  return static_cast<double>(table[static_cast<std::size_t>(place * kGraphWidth)]);
+}
+
+std::string faultOfShape(const std::string& text) {
+  try {
+    (void)readShapes(kFile, text);
+  } catch (const DefinitionError& fault) {
+    return fault.what();
+  }
+  return "";
+}
+
+const std::vector<Shape>& someShapes() {
+  static const std::vector<Shape> shapes = readShapes("Basic.txt", "shape Saw\n0 0\n1 1\n");
+  return shapes;
+}
+
+std::string faultOfPreset(const std::string& text) {
+  try {
+    (void)readPresets(kFile, text, someShapes());
+  } catch (const DefinitionError& fault) {
+    return fault.what();
+  }
+  return "";
+}
+
+Preset presetWith(const std::string& lines) {
+  return readPresets(kFile, "preset One\nabout it\nmoves = volume, period 1/4, depth 20 dB\n" + lines, someShapes())
+      .at(0);
+}
+
+float settingOf(const std::string& line) { return presetWith(line).settings.at(0).value; }
+
+TEST(ShapeDefinitions, DrawLinesCurvesAndJumps) {
+  const auto table = tableOf("0 0\n0.5 1   # a comment\n\n0.5 0.25\n1 0.75 0.3\n");
+  EXPECT_NEAR(heightAt(table, 0.25), 0.5, 1e-3);
+  EXPECT_NEAR(heightAt(table, 0.4999), 1.0, 1e-3);
+  EXPECT_NEAR(heightAt(table, 0.5001), 0.25, 1e-3);
+  EXPECT_GT(heightAt(table, 0.6), 0.45) << "a curve below 0.5 leaves fast";
+  EXPECT_NEAR(heightAt(table, 0.9999), 0.75, 1e-3);
+}
+
+TEST(ShapeDefinitions, CloseTheCycle) {
+  const GraphPoints saw = someShapes().at(0).points;
+  ASSERT_EQ(saw.lastPoint, 2);
+  EXPECT_EQ(saw.x[1], kGraphWidth);
+  EXPECT_EQ(saw.x[2], kGraphWidth);
+  EXPECT_EQ(saw.y[0], 1.0) << "Y counts from the top";
+  EXPECT_EQ(saw.y[2], saw.y[0]);
+  EXPECT_EQ(saw.curve[0], kStraightCurve);
+}
+
+TEST(ShapeDefinitions, SineIsASine) {
+  const auto table = tableOf("sine 0.25");
+  for (int i = 0; i < 300; ++i) {
+    const double place = i / 300.0;
+    EXPECT_NEAR(heightAt(table, place), 0.5 + 0.5 * std::cos(2.0 * std::numbers::pi * place), 0.007) << place;
+  }
+}
+
+TEST(ShapeDefinitions, PatternsFollowTheGrid) {
+  const auto gate = tableOf("gate x5-. 0.5\n");
+  EXPECT_EQ(heightAt(gate, 0.1), 1.0);
+  EXPECT_EQ(heightAt(gate, 0.13), 0.0);
+  EXPECT_NEAR(heightAt(gate, 0.6), 0.5, 1e-6) << "held over";
+  EXPECT_EQ(heightAt(gate, 0.63), 0.0);
+  const auto pluck = tableOf("pluck .x.. 0.5\nupside down\n");
+  EXPECT_EQ(heightAt(pluck, 0.2), 1.0);
+  EXPECT_NEAR(heightAt(pluck, 0.2502), 0.0, 1e-2);
+  EXPECT_NEAR(heightAt(pluck, 0.625), 0.5, 1e-2);
+  const auto steps = tableOf("steps 0 1/3 1\n");
+  EXPECT_NEAR(heightAt(steps, 0.5), 1.0 / 3.0, 1e-6);
+  EXPECT_EQ(heightAt(steps, 0.99), 1.0);
+}
+
+TEST(ShapeDefinitions, FaultsNameFileAndLine) {
+  EXPECT_EQ(faultOfShape("\n0 1\n"), "Things.txt:2: a shape starts with a line \"shape NAME\"");
+  EXPECT_EQ(faultOfShape("shape A\n0 1\n0.5 x\n"), "Things.txt:3: \"x\" is no number");
+  EXPECT_EQ(faultOfShape("shape A\n0 0\n0.6 0\n0.5 0\n"), "Things.txt:4: the points must go from left to right");
+  EXPECT_EQ(faultOfShape("shape A\n0 0\n1 1.5\n"), "Things.txt:3: places and heights run from 0 to 1");
+  EXPECT_EQ(faultOfShape("shape A\n0.1 0\n"), "Things.txt:2: the first point is at place 0 and has no curve");
+  EXPECT_EQ(faultOfShape("shape A\n# none\nshape B\n"), "Things.txt:3: shape \"A\" has no points yet");
+  EXPECT_EQ(faultOfShape("shape A\n0 0\n1 0\nshape A\n"), "Things.txt:4: \"A\" is there already");
+  EXPECT_EQ(faultOfShape("shape A_B\n"), "Things.txt:1: the name has a character that is not allowed");
+  EXPECT_EQ(faultOfShape("shape A\ngate x.q 0.5\n"), "Things.txt:2: a pattern has the marks x, 1 to 9, - and .");
+  EXPECT_EQ(faultOfShape("shape A\nsaw 1\n"), "Things.txt:2: \"saw\" is no pattern with 1 values");
+  EXPECT_EQ(faultOfShape("shape A\npluck " + std::string(32, 'x') + " 0.4\n"),
+            "Things.txt:2: a shape has at most 64 points");
+}
+
+TEST(PresetDefinitions, ValuesAreWrittenAsMusiciansReadThem) {
+  EXPECT_FLOAT_EQ(settingOf(">vol = 100%"), 1.0f);
+  EXPECT_FLOAT_EQ(settingOf(">vol = -50 %"), 0.25f);
+  EXPECT_FLOAT_EQ(settingOf("Smooth = 30%"), 0.3f);
+  EXPECT_FLOAT_EQ(settingOf("Smooth = 0.3"), 0.3f);
+  EXPECT_FLOAT_EQ(settingOf("LFOn>Pan = 12"), 1.0f);
+  EXPECT_EQ(settingOf("BPMSync = off"), 0.0f);
+  EXPECT_EQ(settingOf("In>Rerig = Trig"), 0.5f);
+  EXPECT_EQ(warpMultiplier(settingOf("Warp 02 = 2x")), 2.0);
+  EXPECT_EQ(warpMultiplier(settingOf("Warp 12 = 1/16")), 1.0 / 16.0);
+  EXPECT_NEAR(static_cast<double>(settingOf("Rate = 27.5 Hz")), 0.5, 1e-6);
+  EXPECT_NEAR(static_cast<double>(settingOf("Xov Freq = 632.4555 Hz")), 0.5, 1e-6);
+  EXPECT_FLOAT_EQ(settingOf("FilType = MG Low 24"), 6.0f / 92.0f);
+  EXPECT_FLOAT_EQ(settingOf("FilType = Bandreject"), 1.0f);
+  EXPECT_EQ(64.0 / rateDivider(settingOf("Rate = bar"), true, true), 4.0);
+  EXPECT_EQ(64.0 / rateDivider(settingOf("Rate = 1/16 t"), true, true), 1.0 / 3.0);
+}
+
+TEST(PresetDefinitions, ReachTheEffect) {
+  const auto effect = freshEffect();
+  apply(presetWith("graph 2 = Shapes/Basic/Saw\nLFOn>Vol = 2\nCC Out = 74\nGrid = 16\nAnchor = off\nIn>Cutoff = on\n"),
+        *effect);
+  EXPECT_EQ(effect->routeVol, 1);
+  EXPECT_EQ(effect->envNumPoints[1], 2);
+  EXPECT_NEAR(static_cast<double>(effect->graphTable[1][32768]), 0.5, 1e-3);
+  EXPECT_EQ(effect->ccNumber, 74);
+  EXPECT_FLOAT_EQ(effect->gridSize, 1.0f);
+  EXPECT_FALSE(effect->bAnchor);
+  EXPECT_TRUE(effect->bNoteToCutoff);
+}
+
+TEST(PresetDefinitions, MovementsAreRead) {
+  const auto presets = readPresets(kFile, "preset A\nabout it\nmoves = pan, once 3 beats, depth 40%, at 100 Hz\n", {});
+  const Movement& movement = presets.at(0).movements.at(0);
+  EXPECT_EQ(movement.of, Movement::Of::pan);
+  EXPECT_TRUE(movement.bOnce);
+  EXPECT_EQ(movement.period.beats, 3.0);
+  EXPECT_EQ(movement.depth, 40.0);
+  EXPECT_EQ(movement.toneHz, 100.0);
+}
+
+TEST(PresetDefinitions, FaultsNameFileAndLine) {
+  const std::string head = "preset A\nabout it\n";
+  const std::string whole = head + "moves = pan, period bar, depth 5%\n";
+  EXPECT_EQ(faultOfPreset(whole), "");
+  EXPECT_EQ(faultOfPreset("Rate = 1/4\n"), "Things.txt:1: a preset starts with a line \"preset NAME\"");
+  EXPECT_EQ(faultOfPreset("preset A\n\nmoves = pan, period bar, depth 5%\n"),
+            "Things.txt:3: preset \"A\" has no line \"about\"");
+  EXPECT_EQ(faultOfPreset(head + "preset B\n"), "Things.txt:3: preset \"A\" has no line \"moves = \"");
+  EXPECT_EQ(faultOfPreset(head + "Loudness = 3\n"), "Things.txt:3: there is no parameter \"Loudness\"");
+  EXPECT_EQ(faultOfPreset(head + "Point Y0 = 1\n"), "Things.txt:3: there is no parameter \"Point Y0\"");
+  EXPECT_EQ(faultOfPreset(head + "F.On Off = 1\n"), "Things.txt:3: \"1\" is no value of F.On Off; expected on or off");
+  EXPECT_EQ(faultOfPreset(head + ">vol = 101%\n"),
+            "Things.txt:3: \"101%\" is no value of >vol; expected a percentage from -100% to 100%, or a number from 0 "
+            "to 1");
+  EXPECT_EQ(faultOfPreset(whole + "Smooth = 1\nSmooth = 1\n"), "Things.txt:5: Smooth is set already");
+  EXPECT_EQ(faultOfPreset(head + "graph 13 = Shapes/Basic/Saw\n"), "Things.txt:3: graphs have numbers from 1 to 12");
+  EXPECT_EQ(faultOfPreset(head + "graph 1 = Shapes/Basic/Sew\n"),
+            "Things.txt:3: there is no shape \"Shapes/Basic/Sew\"");
+  EXPECT_EQ(faultOfPreset(head + "moves = colour, period bar, depth 5%\n"),
+            "Things.txt:3: \"colour\" is nothing that moves");
+  EXPECT_EQ(faultOfPreset(head + "moves = pan, period 7/8, depth 5%\n"),
+            "Things.txt:3: \"7/8\" is no length; a rate step, beats or seconds (s) are expected");
+  EXPECT_EQ(faultOfPreset(head + "moves = pan, period bar, depth 5 dB\n"), "Things.txt:3: \"5 dB\" is no number of %");
+  EXPECT_EQ(faultOfPreset(head + "moves = pan, period bar\n"),
+            "Things.txt:3: a movement has a period (or once) and a depth");
+}
+
+}  // namespace
