@@ -251,6 +251,7 @@ class LfoDSP : public AudioEffectX {
 
   [[nodiscard]] model::State snapshot() const noexcept;
   void takeState(const model::State& state) noexcept;
+  void takeStateWhole(const model::State& loaded);
   void resetGraphs() noexcept;
   [[nodiscard]] model::Locks locksFor(bool isPreset) const noexcept;
   void repeatParameters(std::initializer_list<VstInt32> indices);

@@ -1,8 +1,8 @@
 // The whole state between the live fields and the bytes that hosts keep.
 //
 // A load first reads all of the chunk into plain values; a chunk that is refused has changed nothing by then. Under the
-// gate the values go into the fields, and then everybody hears of them in a fixed order that editors and hosts know:
-// the effect's own parameters, the host's automation, the graphs, the window.
+// gate the values go into the fields. Outside of it, since hosts have locks of their own, everybody hears of them in a
+// fixed order that editors and hosts know: the effect's own parameters, the host's automation, the graphs, the window.
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
 
@@ -169,27 +169,35 @@ void LfoDSP::announceCurrent(const model::LoadedState& loaded, const model::Lock
   }
   automateFirst(kPoint1);
   announceGraphs();
-  const float retrigger = loaded.state.bRetrig ? 0.5f : 0.0f;
-  setParameter(kRetrigger, loaded.state.bOneShot ? 1.0f : retrigger);
-  padLFO.bLfoOpen = !bGateMode;
+  repeatParameters({kRetrigger});
   if (AEffEditor* const e = getEditor(); e && loaded.version >= kFirstWindowSize)
     e->setParameter(kNoticeEditorSize, 100.0f);
   setParameter(kNoticePresetTitle, 1.0f);
 }
 
+// All that blocks read changes under the gate, so that the next one plays the new state whole. A fresh one-shot rests on
+// the end of the new graphs, so the switch comes after their rendering.
+void LfoDSP::takeStateWhole(const model::State& loaded) {
+  model::State state = loaded;
+  state.bOneShot = false;
+  takeState(state);
+  RenderEnvsInCaseGUIClosed(false);
+  const float trigger = loaded.bRetrig ? 0.5f : 0.0f;
+  LfoDSP::setParameter(kRetrigger, loaded.bOneShot ? 1.0f : trigger);
+  padLFO.bLfoOpen = !bGateMode;
+}
+
 VstInt32 LfoDSP::setChunk(void* data, VstInt32 byteSize, bool isPreset) {
   const auto bytes = bytesOf(data, byteSize);
   if (!model::hasCurrentSize(bytes.size())) return setChunk_Old(data, byteSize, isPreset);
-  const AudioGate::Hold hold(gate);
   const model::Locks locks = locksFor(isPreset);
-  const auto reading = model::readChunk(model::Layout::current, bytes, snapshot(), locks);
-  const auto& loaded = std::get<model::LoadedState>(reading);  // a chunk of this size is never refused
-  // The retrigger switch comes last: a one-shot rests on the end of the new graphs once these are rendered.
-  model::State state = loaded.state;
-  state.bRetrig = bRetrig;
-  state.bOneShot = false;
-  takeState(state);
-  announceCurrent(loaded, locks);
+  model::ChunkReading reading;
+  {
+    const AudioGate::Hold hold(gate);
+    reading = model::readChunk(model::Layout::current, bytes, snapshot(), locks);
+    takeStateWhole(std::get<model::LoadedState>(reading).state);  // a chunk of this size is never refused
+  }
+  announceCurrent(std::get<model::LoadedState>(reading), locks);
   return 0;
 }
 
@@ -209,15 +217,21 @@ void LfoDSP::announceOld(const model::Locks& locks) {
 }
 
 VstInt32 LfoDSP::setChunk_Old(void* data, VstInt32 byteSize, bool isPreset) {
-  const AudioGate::Hold hold(gate);
   const model::Locks locks = locksFor(isPreset);
-  const auto reading = model::readChunk(model::Layout::old, bytesOf(data, byteSize), snapshot(), locks);
-  if (const auto* const loaded = std::get_if<model::LoadedState>(&reading)) {
-    takeState(loaded->state);
+  model::ChunkReading reading;
+  {
+    const AudioGate::Hold hold(gate);
+    reading = model::readChunk(model::Layout::old, bytesOf(data, byteSize), snapshot(), locks);
+    if (const auto* const loaded = std::get_if<model::LoadedState>(&reading)) {
+      takeState(loaded->state);
+      RenderEnvsInCaseGUIClosed(false);
+    } else if (std::get<model::Refusal>(reading) == model::Refusal::noVersion) {
+      resetGraphs();
+    }
+  }
+  if (std::holds_alternative<model::LoadedState>(reading)) {
     announceOld(locks);
     return 0;
   }
-  const auto refusal = std::get<model::Refusal>(reading);
-  if (refusal == model::Refusal::noVersion) resetGraphs();
-  return refusal == model::Refusal::empty ? 0 : kRefused;
+  return std::get<model::Refusal>(reading) == model::Refusal::empty ? 0 : kRefused;
 }
