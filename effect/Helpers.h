@@ -18,6 +18,8 @@
   return value - (whole > value ? whole - 1.0 : whole);
 }
 
+[[nodiscard]] inline double finiteOrZero(double value) noexcept { return std::isfinite(value) ? value : 0.0; }
+
 // `value` limited to 0 to 1; NaN gives 0.
 [[nodiscard]] inline double limit01(double value) noexcept {
   const double raised = value > 0.0 ? value : 0.0;

@@ -97,6 +97,10 @@ class LfoDSP : public AudioEffectX {
   [[nodiscard]] GraphPoints pointsOf(int g) const noexcept;
   void setWarp(int g, float value) noexcept;  // [any] the parameter and its multiplier
 
+  // Files [ui].
+  // The cutoff graph as a Standard MIDI File at `loadPath` [ui]; blocks leave the outputs alone meanwhile.
+  void saveMIDIFile(int mode);
+
   // Clock.
   void ProcessPadLFO() noexcept;        // [audio], or under `gate`: one sample
   void setFreeLFOTime() noexcept;       // [any]
@@ -165,6 +169,7 @@ class LfoDSP : public AudioEffectX {
   // --- Clock
   VstTimeInfo* timeInfo = nullptr;  // the host's, for the length of a block
   Shared<double> tempo{1.0};
+  Shared<double> lastHostTempo{0.0};       // also of a standing song; 0 for none
   Shared<double> beatsPerSample{22050.0};  // no block yet; from then on at most 1
   double beatPos = 0.0;                    // beats since the reference point
   Shared<double> trigPos{0.0};
@@ -176,6 +181,9 @@ class LfoDSP : public AudioEffectX {
   Shared<std::int32_t> displayIndex{0};
   Shared<float> displayPos{0.0f};
   bool activeVol = false, activeVar = false, activePan = false, activeCut = false, activeRes = false;
+
+  // --- Files
+  std::array<char, 512> loadPath{};  // what the next load reads, or the export writes
 
   // --- Notes and MIDI
   NoteQueue noteQueue;
@@ -219,6 +227,16 @@ class LfoDSP : public AudioEffectX {
   void retrigger(int frame) noexcept;
   void sendCutoffController(int frame) noexcept;
   void endMidiBlock() noexcept;
+  void keepMidiForNextBlock() noexcept;
+
+  // The MIDI export's clock, in frames that no host ever plays.
+  struct ExportClock {
+    double quarterFrames;  // a quarter note's length
+    int totalFrames;
+    int tickFrames;  // of one of the file's ticks, rounded
+  };
+  [[nodiscard]] ExportClock startExportClock() noexcept;
+  void playForExport(const ExportClock& clock, int mode, int controller, MidiOut& events) noexcept;
 
   void processBufferSetup(bool held) noexcept;
   void splitBands(const float* left, const float* right, const Slice& slice) noexcept;

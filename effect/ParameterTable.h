@@ -58,6 +58,7 @@ enum ParameterIndex : int {
   kCurrentWarp = 92,
   kStepRouteCut,  // to 97: a signed step of a route
   kCcLock = 100,
+  kExportMidi = 105,
   kParameterRows = 110,
 };
 

@@ -16,8 +16,6 @@ constexpr double kLastEntry = kGraphTableSize - 1;  // scale of a read position
 constexpr unsigned kWrapMask =
     kGraphTableSize - 1u;  // and its wrap: 65535 here, 65536 there, as stored projects know it
 
-double finiteOrZero(double v) noexcept { return std::isfinite(v) ? v : 0.0; }
-
 // Positions are 0 to 1 and warps at most 16, so the number fits whatever the settings are.
 int tableIndex(double scaledPosition) noexcept {
   return static_cast<int>(static_cast<unsigned>(static_cast<int>(scaledPosition)) & kWrapMask);
@@ -37,8 +35,9 @@ bool moves(const Shared<float>& depth) noexcept { return depth != kNoDepth; }
 
 void LfoDSP::blockStart() noexcept {
   timeInfo = getTimeInfo(kTimeFilter);
+  const double hostTempo = timeInfo ? finiteOrZero(timeInfo->tempo) : 0.0;
+  lastHostTempo = hostTempo;
   if (!timeInfo) return standStill(false);
-  const double hostTempo = finiteOrZero(timeInfo->tempo);
   const bool bFirstBlock = beatsPerSample > 1.0;
   if (hostTempo != tempo || bFirstBlock) followHostTempo(hostTempo);
   beatPos = wrapAboveZero(finiteOrZero(timeInfo->ppqPos) - trigOffset);
