@@ -1,0 +1,12 @@
+// What must hold for every input; where it does not, the program stops there and then, so that the fuzzer keeps the
+// input.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+inline void require(bool bHolds, const char* what) {
+  if (bHolds) return;
+  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::abort();
+}
