@@ -10,6 +10,7 @@
 #include "cli/AudioFile.h"
 #include "cli/Errors.h"
 #include "cli/ExampleCommand.h"
+#include "cli/ExportMidiCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
 #include "cli/Numbers.h"
@@ -36,6 +37,8 @@ constexpr const char* kOverviewFooter =
     "\nExamples:\n"
     "  modrift render loop.wav -o out.wav --tempo 128 --set \">vol=1\" --set Rate=0.43\n"
     "  modrift render drums/*.flac -o rendered/ --picture rendered/\n"
+    "  modrift render pad.wav -o out.wav --midi-in notes.mid --set \"In>Rerig=1\" --set \">vol=1\"\n"
+    "  modrift export-midi -o cutoff.mid --tempo 128 --set \"CC Out=0.58\"\n"
     "  modrift info --json\n"
     "  modrift wave out.wav -o out.png\n"
     "'modrift COMMAND --help' tells the options of a command.\n"
@@ -53,6 +56,10 @@ constexpr const char* kRenderFooter =
     "  0, >vol, 1\n"
     "  4, >vol, 0.5\n"
     "Values jump at the exact frame of their beat; beats before --start-beat are made at the start.\n"
+    "\nMIDI: the start of both files is the first frame of the recording. Notes and controllers of --midi-in come at\n"
+    "the frames of their beats by --tempo; the file's own tempo does not count. --midi-out holds what the plug-in "
+    "sent.\n"
+    "\nThe order is: preset, shapes, --set, automation.\n"
     "\nExamples:\n"
     "  modrift render loop.wav -o out.wav --tempo 128 --set \">pan=1\" --picture out.png\n"
     "  modrift render loop.wav -o out.flac --automation moves.csv --rate 96000 --tail 2\n"
@@ -74,6 +81,25 @@ CLI::Validator wholeNumberWithin(int lowest, int highest) {
   return within(lowest, highest, parseInteger, "a whole number");
 }
 
+// What the plug-in is set to before it plays.
+void addState(CLI::App& command, std::string& preset, std::vector<std::string>& shapes,
+              std::vector<std::string>& settings) {
+  command.add_option("--preset", preset, "A preset file to begin with")->type_name("FILE.fxp");
+  command.add_option("--shape", shapes, "A shape file for a graph from 1 to 12; may come often")
+      ->type_name("GRAPH=FILE.shp")
+      ->allow_extra_args(false);
+  command.add_option("--set", settings, "A parameter's value from the start; may come often")
+      ->type_name("NAME|INDEX=VALUE")
+      ->allow_extra_args(false);
+}
+
+void addTempo(CLI::App& command, double& tempoBpm) {
+  command.add_option("--tempo", tempoBpm, "Beats a minute")
+      ->type_name("BPM")
+      ->capture_default_str()
+      ->check(numberWithin(kLowestTempo, kHighestTempo));
+}
+
 void addRender(CLI::App& app, RenderOptions& options) {
   CLI::App* render = app.add_subcommand("render", "Render audio files through a plug-in");
   render->footer(kRenderFooter);
@@ -87,19 +113,18 @@ void addRender(CLI::App& app, RenderOptions& options) {
       ->type_name("OUT");
   render->add_option("--plugin", options.plugin, "Another VST 2 plug-in: a shared object or a bundle folder")
       ->type_name("FILE");
-  render->add_option("--tempo", options.tempoBpm, "Beats a minute")
-      ->type_name("BPM")
-      ->capture_default_str()
-      ->check(numberWithin(kLowestTempo, kHighestTempo));
+  addTempo(*render, options.tempoBpm);
   render->add_option("--start-beat", options.startBeat, "Song position of the first frame")
       ->type_name("BEAT")
       ->capture_default_str()
       ->check(numberWithin(-kFarthestBeat, kFarthestBeat));
   render->add_flag("--stopped", options.stopped, "The host's transport stands still");
   render->add_flag("--no-time", options.noTime, "The host gives no tempo and position");
-  render->add_option("--set", options.settings, "A parameter's value from the start; may come often")
-      ->type_name("NAME|INDEX=VALUE")
-      ->allow_extra_args(false);
+  addState(*render, options.preset, options.shapes, options.settings);
+  render->add_option("--midi-in", options.midiIn, "Notes and controllers for the plug-in, a Standard MIDI File")
+      ->type_name("FILE.mid");
+  render->add_option("--midi-out", options.midiOut, "The MIDI that the plug-in sent, or a folder ending in /")
+      ->type_name("FILE.mid");
   render->add_option("--automation", options.automation, "Parameter values at beats, see below")->type_name("FILE");
   render->add_option("--block", options.blockFrames, "Frames a call of the plug-in")
       ->type_name("FRAMES")
@@ -115,6 +140,23 @@ void addRender(CLI::App& app, RenderOptions& options) {
   render->add_flag("--mono", options.mono, "One channel in, one channel out, see below");
   render->add_option("--picture", options.picture, "Waveform and spectrogram before and after, or a folder ending in /")
       ->type_name("PNG");
+}
+
+void addExportMidi(CLI::App& app, ExportMidiOptions& options) {
+  CLI::App* command = app.add_subcommand("export-midi", "Write Modrift's cutoff graph as controllers in a MIDI file");
+  command->footer(
+      "\nThe graph that moves the cutoff, over one bar, or over eight where a cycle is longer than that or runs free.\n"
+      "The controller's number is CC Out, n/128, or 1 where that is off.\n"
+      "\nExample:\n  modrift export-midi -o cutoff.mid --tempo 128 --set \"CC Out=0.58\" --set Rate=0.44");
+  command->add_option("-o,--output", options.output, "The MIDI file")->required()->type_name("FILE.mid");
+  command->add_option("--plugin", options.plugin, "Another Modrift: a shared object or a bundle folder")
+      ->type_name("FILE");
+  addTempo(*command, options.tempoBpm);
+  command->add_option("--mode", options.mode, "1: the graph at full height; 0: as high as >cut makes it")
+      ->type_name("0|1")
+      ->capture_default_str()
+      ->check(wholeNumberWithin(0, 1));
+  addState(*command, options.preset, options.shapes, options.settings);
 }
 
 void addInfo(CLI::App& app, InfoOptions& options) {
@@ -141,9 +183,11 @@ void run(const std::vector<std::string>& arguments) {
   app.set_version_flag("--version", "modrift " MODRIFT_VERSION);
   app.require_subcommand(0, 1);  // none is answered below, with a better sentence than the library's
   RenderOptions render;
+  ExportMidiOptions exportMidi;
   InfoOptions info;
   WaveOptions wave;
   addRender(app, render);
+  addExportMidi(app, exportMidi);
   addInfo(app, info);
   addWave(app, wave);
   try {
@@ -152,8 +196,10 @@ void run(const std::vector<std::string>& arguments) {
     app.exit(request);
     return;
   }
-  if (app.get_subcommands().empty()) throw UsageError("modrift: render, info or wave was expected as a command");
+  if (app.get_subcommands().empty())
+    throw UsageError("modrift: render, export-midi, info or wave was expected as a command");
   if (app.got_subcommand("render")) runRender(render);
+  if (app.got_subcommand("export-midi")) runExportMidi(exportMidi);
   if (app.got_subcommand("info")) runInfo(info);
   if (app.got_subcommand("wave")) runWave(wave);
 }

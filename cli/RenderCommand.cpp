@@ -1,7 +1,6 @@
 #include "cli/RenderCommand.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -15,83 +14,61 @@
 #include "cli/Automation.h"
 #include "cli/Channels.h"
 #include "cli/Errors.h"
+#include "cli/InputFile.h"
 #include "cli/Interrupt.h"
 #include "cli/Levels.h"
-#include "cli/Numbers.h"
+#include "cli/MidiFile.h"
+#include "cli/MidiFileWriter.h"
 #include "cli/ParameterNames.h"
 #include "cli/PendingFile.h"
 #include "cli/PluginLocation.h"
+#include "cli/PresetState.h"
 #include "cli/Progress.h"
 #include "cli/RenderTargets.h"
 #include "cli/Resample.h"
+#include "cli/Settings.h"
 #include "cli/WavePicture.h"
+#include "host/HostListener.h"
 #include "host/OfflineRunner.h"
 
 namespace modrift::cli {
 namespace {
-
-struct Setting {
-  std::string typed;  // the whole "NAME=VALUE", for messages
-  std::string parameter;
-  float value = 0.0f;
-};
 
 // Everything of the command line that does not depend on the file being rendered.
 struct Plan {
   RenderOptions options;
   std::vector<Setting> settings;
   std::vector<AutomationPoint> automation;
+  std::vector<ShapeFile> shapes;
+  std::optional<MidiSong> song;
   std::shared_ptr<const host::Module> module;
 };
 
 struct Rendered {
   Audio before;  // as the plug-in heard it
   Audio after;
-  double renderSeconds = 0.0;  // of work
+  std::vector<host::MidiEvent> midi;  // that the plug-in sent
+  double renderSeconds = 0.0;         // of work
 };
-
-std::vector<Setting> parseSettings(const std::vector<std::string>& typed) {
-  std::vector<Setting> settings;
-  for (const std::string& text : typed) {
-    const std::size_t equals = text.rfind('=');  // the last one, as names may hold others
-    if (equals == std::string::npos || equals == 0) {
-      throw UsageError(fmt::format("--set: NAME=VALUE or INDEX=VALUE was expected, not '{}'", text));
-    }
-    const std::optional<float> value = parseParameterValue(std::string_view(text).substr(equals + 1));
-    if (!value) throw UsageError(fmt::format("--set: a finite number after the = was expected, not '{}'", text));
-    settings.push_back({text, text.substr(0, equals), *value});
-  }
-  return settings;
-}
-
-// Stops one byte beyond what the parser takes, so that an endless file is refused and not read.
-std::string readText(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string text;
-  std::array<char, 65536> slice{};
-  while (file && text.size() <= kMostAutomationBytes) {
-    file.read(slice.data(), slice.size());
-    text.append(slice.data(), static_cast<std::size_t>(file.gcount()));
-  }
-  // Missing files fail at once; folders open, but cannot be read.
-  if (file.bad() || (text.empty() && !file.eof())) throw RunError(path + ": a readable automation file was expected");
-  return text;
-}
 
 std::vector<AutomationPoint> readAutomation(const std::string& path) {
   if (path.empty()) return {};
-  auto parsed = parseAutomation(readText(path));
+  auto parsed = parseAutomation(readInputFile(path, kMostAutomationBytes, "a readable automation file"));
   if (const auto* fault = std::get_if<AutomationFault>(&parsed)) {
     throw RunError(fmt::format("{}:{}: {} was expected", path, fault->line, fault->expected));
   }
   return std::get<std::vector<AutomationPoint>>(std::move(parsed));
 }
 
-std::vector<std::string> parameterNames(const host::Plugin& plugin) {
-  std::vector<std::string> names;
-  names.reserve(static_cast<std::size_t>(plugin.parameterCount()));
-  for (VstInt32 index = 0; index < plugin.parameterCount(); ++index) names.push_back(plugin.parameterName(index));
-  return names;
+// An empty name is no song.
+std::optional<MidiSong> readMidi(const std::string& path) {
+  if (path.empty()) return std::nullopt;
+  const std::string bytes = readInputFile(path, kMostMidiFileBytes, "a readable MIDI file");
+  auto parsed = parseMidiFile({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  if (const auto* fault = std::get_if<MidiFileFault>(&parsed)) {
+    throw RunError(fmt::format("{}: {} was expected at byte {}", path, fault->expected, fault->offset));
+  }
+  return std::get<MidiSong>(std::move(parsed));
 }
 
 host::RenderJob makeJob(const Plan& plan, const host::Plugin& plugin, double sampleRateHz) {
@@ -105,11 +82,8 @@ host::RenderJob makeJob(const Plan& plan, const host::Plugin& plugin, double sam
   job.transport.givesTime = !options.noTime;
   job.tailFrames = std::llround(options.tailSeconds * sampleRateHz);
   const std::vector<std::string> names = parameterNames(plugin);
-  for (const Setting& setting : plan.settings) {
-    const auto found = findParameter(names, setting.parameter);
-    if (const auto* expected = std::get_if<std::string>(&found)) throw RunError("--set: " + *expected);
-    job.settings.push_back({0, std::get<int>(found), setting.value});
-  }
+  job.settings = findSettings(plan.settings, names);
+  if (plan.song) job.events = eventsOf(*plan.song, options.tempoBpm, sampleRateHz);
   for (const AutomationPoint& point : plan.automation) {
     const auto found = findParameter(names, point.parameter);
     if (const auto* expected = std::get_if<std::string>(&found)) {
@@ -132,8 +106,11 @@ Audio readInput(const std::filesystem::path& path, const RenderOptions& options)
 
 Rendered renderFile(const Plan& plan, const std::filesystem::path& input) {
   const ResultChannels result = plan.options.mono ? ResultChannels::mono : ResultChannels::stereo;
-  host::Plugin plugin(plan.module);  // a fresh one, so that no file hears the end of the one before
+  host::RecordingListener listener;
+  host::Plugin plugin(plan.module, &listener);  // a fresh one, so that no file hears the end of the one before
   if (plugin.outputCount() == 0) throw RunError(plugin.path().string() + ": a plug-in with audio outputs was expected");
+  if (!plan.options.preset.empty()) applyPreset(plugin, plan.options.preset);
+  for (const ShapeFile& shape : plan.shapes) applyShape(plugin, shape);
   Audio audio = readInput(input, plan.options);
   host::RenderJob job = makeJob(plan, plugin, audio.sampleRateHz);
   Progress progress(input.filename().string());
@@ -150,6 +127,7 @@ Rendered renderFile(const Plan& plan, const std::filesystem::path& input) {
     throw Interrupted();
   }
   rendered.renderSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  rendered.midi = listener.midi();
   if (plan.options.mono) rendered.before.channels.resize(1);
   return rendered;
 }
@@ -162,6 +140,16 @@ void drawPicture(const std::filesystem::path& target, const Rendered& rendered, 
   if (!options.stopped && !options.noTime) beats = BeatGrid{options.tempoBpm, options.startBeat};
   PendingFile pending(target);
   writeWavePicture(pending.path(), tracks, beats);
+  pending.commit();
+}
+
+void writeMidi(const std::filesystem::path& target, const Rendered& rendered, const RenderOptions& options) {
+  const std::vector<std::uint8_t> bytes = midiFileBytes(rendered.midi, options.tempoBpm, rendered.after.sampleRateHz);
+  PendingFile pending(target);
+  std::ofstream file(pending.path(), std::ios::binary);
+  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) throw RunError(target.string() + ": room to write to was expected");
   pending.commit();
 }
 
@@ -182,19 +170,19 @@ void printSummary(const RenderTarget& target, const Rendered& rendered) {
 }  // namespace
 
 void runRender(const RenderOptions& options) {
-  std::vector<std::string> otherInputs;
-  for (const std::string& path : {options.automation, options.plugin}) {
-    if (!path.empty()) otherInputs.push_back(path);
-  }
-  const std::vector<RenderTarget> targets = renderTargets(options.inputs, options.output, options.picture, otherInputs);
+  const std::vector<ShapeFile> shapes = parseShapes(options.shapes);
+  std::vector<std::string> otherInputs = {options.automation, options.plugin, options.preset, options.midiIn};
+  for (const ShapeFile& shape : shapes) otherInputs.push_back(shape.path);
+  const std::vector<RenderTarget> targets =
+      renderTargets(options.inputs, {options.output, options.picture, options.midiOut}, otherInputs);
   const Plan plan{options, parseSettings(options.settings), readAutomation(options.automation),
-                  std::make_shared<host::Module>(pluginPath(options.plugin))};
-  makeFolder(options.output);
-  makeFolder(options.picture);
+                  shapes,  readMidi(options.midiIn),        std::make_shared<host::Module>(pluginPath(options.plugin))};
+  for (const std::string& name : {options.output, options.picture, options.midiOut}) makeFolder(name);
   for (const RenderTarget& target : targets) {
     const Rendered rendered = renderFile(plan, target.input);
     writeAudio(target.output, rendered.after);
     if (!target.picture.empty()) drawPicture(target.picture, rendered, options);
+    if (!target.midi.empty()) writeMidi(target.midi, rendered, options);
     printSummary(target, rendered);
   }
 }

@@ -14,6 +14,10 @@ struct RenderOptions {
   std::string plugin;                 // empty: the program's own
   std::string picture;                // empty: none
   std::string automation;             // empty: none
+  std::string preset;                 // empty: none
+  std::string midiIn;                 // empty: none
+  std::string midiOut;                // empty: none
+  std::vector<std::string> shapes;    // "GRAPH=FILE"
   std::vector<std::string> settings;  // "NAME|INDEX=VALUE"
   double tempoBpm = 120.0;
   double startBeat = 0.0;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <set>
 #include <system_error>
+#include <utility>
 
 #include "cli/AudioFile.h"
 #include "cli/Errors.h"
@@ -29,22 +30,31 @@ fs::path outputFor(const fs::path& input, const std::string& output) {
   return output / input.filename().replace_extension(extension);
 }
 
-fs::path pictureFor(const fs::path& input, const std::string& picture) {
-  if (picture.empty() || !isFolder(picture)) return picture;
-  return picture / input.filename().replace_extension(".png");
+// A file that goes with the result: `name`, or one of its own ending in that folder; empty if none is wanted.
+fs::path companionFor(const fs::path& input, const std::string& name, const char* extension) {
+  if (name.empty() || !isFolder(name)) return name;
+  return name / input.filename().replace_extension(extension);
 }
 
 void refuseReplacing(const fs::path& target, std::span<const std::string> inputs, const char* option) {
   for (const std::string& input : inputs) {
-    if (isSameFile(target, input)) {
+    if (!input.empty() && isSameFile(target, input)) {
       throw UsageError(fmt::format("{}: a file other than the input {} was expected", option, input));
     }
   }
 }
 
-void requirePng(const fs::path& picture, const char* option) {
-  if (picture.extension() == ".png") return;
-  throw UsageError(fmt::format("{}: a name ending in .png was expected, not {}", option, picture.string()));
+void requireEnding(const fs::path& target, const char* ending, const char* option) {
+  if (target.extension() == ending) return;
+  throw UsageError(fmt::format("{}: a name ending in {} was expected, not {}", option, ending, target.string()));
+}
+
+void requireFolders(const RenderNames& names) {
+  if (!isFolder(names.output)) throw UsageError("-o: a folder (a name ending in /) was expected for several inputs");
+  for (const auto& [name, option] : {std::pair(names.picture, "--picture"), std::pair(names.midi, "--midi-out")}) {
+    if (name.empty() || isFolder(name)) continue;
+    throw UsageError(fmt::format("{}: a folder (a name ending in /) was expected for several inputs", option));
+  }
 }
 
 class NameCheck {
@@ -70,37 +80,42 @@ class NameCheck {
 
 }  // namespace
 
-std::vector<RenderTarget> renderTargets(std::span<const std::string> inputs, const std::string& output,
-                                        const std::string& picture, std::span<const std::string> otherInputs) {
-  if (inputs.size() > 1) {
-    if (!isFolder(output)) throw UsageError("-o: a folder (a name ending in /) was expected for several inputs");
-    if (!picture.empty() && !isFolder(picture)) {
-      throw UsageError("--picture: a folder (a name ending in /) was expected for several inputs");
-    }
-  }
+std::vector<RenderTarget> renderTargets(std::span<const std::string> inputs, const RenderNames& names,
+                                        std::span<const std::string> otherInputs) {
+  if (inputs.size() > 1) requireFolders(names);
   std::vector<RenderTarget> targets;
-  NameCheck names(inputs, otherInputs);
+  NameCheck check(inputs, otherInputs);
+  const auto checkCompanion = [&check](const fs::path& target, const char* ending, const char* option) {
+    if (target.empty()) return;
+    requireEnding(target, ending, option);
+    check.check(target, option);
+  };
   for (const std::string& input : inputs) {
-    RenderTarget target{input, outputFor(input, output), pictureFor(input, picture)};
+    RenderTarget target{input, outputFor(input, names.output), companionFor(input, names.picture, ".png"),
+                        companionFor(input, names.midi, ".mid")};
     if (!isWritableExtension(target.output.extension().string())) {
       throw UsageError(
           fmt::format("-o: a name ending in {} was expected, not {}", writableExtensions(), target.output.string()));
     }
-    names.check(target.output, "-o");
-    if (!target.picture.empty()) {
-      requirePng(target.picture, "--picture");
-      names.check(target.picture, "--picture");
-    }
+    check.check(target.output, "-o");
+    checkCompanion(target.picture, ".png", "--picture");
+    checkCompanion(target.midi, ".mid", "--midi-out");
     targets.push_back(std::move(target));
   }
   return targets;
 }
 
 fs::path pictureTarget(const std::string& input, const std::string& output) {
-  fs::path target = pictureFor(input, output);
-  requirePng(target, "-o");
+  fs::path target = companionFor(input, output, ".png");
+  requireEnding(target, ".png", "-o");
   refuseReplacing(target, std::span(&input, 1), "-o");
   return target;
+}
+
+fs::path midiTarget(const std::string& output, std::span<const std::string> inputs) {
+  requireEnding(output, ".mid", "-o");
+  refuseReplacing(output, inputs, "-o");
+  return output;
 }
 
 void makeFolder(const std::string& name) {

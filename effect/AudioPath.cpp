@@ -24,12 +24,12 @@ bool hasPointers(float** channels, int last) noexcept { return channels && chann
 
 void LfoDSP::processReplacing(float** inputs, float** outputs, VstInt32 sampleFrames) noexcept {
   const AudioGate::Block block(gate);
-  if (block.held() && !bAudioHold) return;  // the state is being rebuilt
+  if (block.held() && !bAudioHold) return keepMidiForNextBlock();  // the state is being rebuilt
   if (bGraphsDirty && bGraphsDirty.take(false)) RenderEnvsInCaseGUIClosed(true);
   processBufferSetup(block.held());
-  if (block.held() || bAudioHold) return;
+  if (block.held() || bAudioHold) return keepMidiForNextBlock();
   const int last = lastIn;
-  if (!hasPointers(inputs, last) || !hasPointers(outputs, 1)) return;
+  if (!hasPointers(inputs, last) || !hasPointers(outputs, 1)) return keepMidiForNextBlock();
   dropNonFinite();
   followXoverFrequency();
   bSplit_ = bXoverOn;
@@ -137,11 +137,7 @@ std::array<float, kFilterParams> LfoDSP::updateFilterSettings() noexcept {
       activeCut ? cutoffLaw(filterCutoff, padLFO.depthCut, knob, graphOf(routeCut)) : static_cast<float>(filterCutoff);
   varMod = activeVar ? linearLaw(static_cast<double>(filterVar), depthOf(padLFO.depthVar, knob), graphOf(routeVar))
                      : static_cast<float>(filterVar);
-  constexpr double kLeastSmoothing = 0.1;
-  constexpr double kMostSmoothing = 0.99;
-  const double s = std::min(static_cast<double>(lfoSmooth) + kLeastSmoothing, kMostSmoothing);
-  cutSmoothed =
-      static_cast<float>(limit01(static_cast<double>(cutMod) * (1.0 - s) + s * static_cast<double>(cutSmoothed)));
+  cutSmoothed = smoothedCutoff(cutSmoothed, cutMod, cutoffSmoothing(lfoSmooth));
   const double resonance =
       activeRes ? resonanceLaw(filterReso, padLFO.depthRes, knob, graphOf(routeRes)) : static_cast<double>(filterReso);
   resoMod = static_cast<float>(limit01(resonance));

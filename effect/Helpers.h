@@ -5,6 +5,8 @@
 
 #include "model/Numbers.h"
 
+[[nodiscard]] inline double finiteOrZero(double value) noexcept { return std::isfinite(value) ? value : 0.0; }
+
 // x to a power of two or four in steps of squaring, rounded to float once.
 [[nodiscard]] inline float fourthPower(float x) noexcept {
   const double square = static_cast<double>(x) * static_cast<double>(x);

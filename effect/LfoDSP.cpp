@@ -19,10 +19,13 @@ constexpr char kEffectName[] = "Modrift";
 constexpr char kVendorName[] = "Ambrel Works";
 constexpr char kProgramListName[] = "DefaultProgram  ";
 
-// Calls of the adapter that are private to it and the effect.
+// Calls of the adapter and of our own program that are private to them and the effect.
 constexpr VstInt32 kSetIoCount = CCONST('s', 'A', 'I', 'O');
 constexpr VstInt32 kHello = CCONST('s', 'H', 'i', '!');
 constexpr VstInt32 kValueToText = CCONST('s', 'V', '2', 'S');
+// [ptr] a path of at most 511 bytes, for the file that the next load reads or the MIDI export writes; answers 1, or 0
+// for a path that does not fit. Editors fill `loadPath` themselves; this is the way in for hosts.
+constexpr VstInt32 kSetPath = CCONST('m', 'P', 't', 'h');
 
 constexpr std::array<std::string_view, 10> kAbilities = {
     "receiveVstEvents", "receiveVstMidiEvent", "plugAsChannelInsert", "2in2out",       "1in2out", "sendVstMidiEvent",
@@ -198,6 +201,8 @@ VstIntPtr LfoDSP::vendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float
       convertParameterValueToString(static_cast<int>(value), number, static_cast<char*>(ptr));
       return 1;
     }
+    case kSetPath:
+      return ptr && setLoadPath(static_cast<const char*>(ptr));
     default:
       return 0;
   }

@@ -128,6 +128,10 @@ class LfoDSP : public AudioEffectX {
   // False for a path that does not fit; then the next load finds none.
   bool setLoadPath(const char* path) noexcept;
 
+  // Files [ui].
+  // The cutoff graph as a Standard MIDI File at `loadPath` [ui]; blocks leave the outputs alone meanwhile.
+  void saveMIDIFile(int mode);
+
   // Clock.
   void ProcessPadLFO() noexcept;        // [audio], or under `gate`: one sample
   void setFreeLFOTime() noexcept;       // [any]
@@ -196,6 +200,7 @@ class LfoDSP : public AudioEffectX {
   // --- Clock
   VstTimeInfo* timeInfo = nullptr;  // the host's, for the length of a block
   Shared<double> tempo{1.0};
+  Shared<double> lastHostTempo{0.0};       // also of a standing song; 0 for none
   Shared<double> beatsPerSample{22050.0};  // no block yet; from then on at most 1
   double beatPos = 0.0;                    // beats since the reference point
   Shared<double> trigPos{0.0};
@@ -269,6 +274,16 @@ class LfoDSP : public AudioEffectX {
   void retrigger(int frame) noexcept;
   void sendCutoffController(int frame) noexcept;
   void endMidiBlock() noexcept;
+  void keepMidiForNextBlock() noexcept;
+
+  // The MIDI export's clock, in frames that no host ever plays.
+  struct ExportClock {
+    double quarterFrames;  // a quarter note's length
+    int totalFrames;
+    int tickFrames;  // of one of the file's ticks, rounded
+  };
+  [[nodiscard]] ExportClock startExportClock() noexcept;
+  void playForExport(const ExportClock& clock, int mode, int controller, MidiOut& events) noexcept;
 
   void rebuildForSampleRate();
   void processBufferSetup(bool held) noexcept;

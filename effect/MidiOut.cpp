@@ -54,6 +54,10 @@ VstEvents* MidiOut::list() noexcept {
   return reinterpret_cast<VstEvents*>(list_.get());
 }
 
+void MidiOut::moveToStart() noexcept {
+  for (VstMidiEvent& event : midiEvents) event.deltaFrames = 0;
+}
+
 void MidiOut::clear() noexcept {
   midiEvents.clear();
   midiEventLast = -1;

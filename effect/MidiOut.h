@@ -8,6 +8,8 @@
 
 #include "vst2/aeffect.h"
 
+inline constexpr int kControllerOnChannel1 = 0xb0;  // status byte
+
 class MidiOut {
  public:
   static constexpr long kMostEvents = 2048;  // of a block, passed-through ones included
@@ -26,6 +28,8 @@ class MidiOut {
   void send(int status, int data1, int data2, int frame, int thinning) noexcept;
   // The block's list as hosts take it, valid until `clear`; null when there are no events.
   [[nodiscard]] VstEvents* list() noexcept;
+  // Puts all events at the first frame of the next block, for a block that could not send them.
+  void moveToStart() noexcept;
   // Ends the block. Capacity stays.
   void clear() noexcept;
 

@@ -4,6 +4,7 @@
 // knob scales all depths towards none. The cubes give cutoff and resonance a soft response round the centre.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 #include "effect/Helpers.h"
@@ -18,6 +19,22 @@ inline constexpr float kNoDepth = 0.5f;
 [[nodiscard]] inline float cutoffLaw(float cutoff, float depth, float knob, float graph) noexcept {
   const double m = depthOf(depth, knob);
   return static_cast<float>(static_cast<double>(cutoff) + (static_cast<double>(graph) - 0.5) * (2.0 * (m * m * m)));
+}
+
+// How much of its old value the smoothed cutoff keeps at a step: always some, never all.
+[[nodiscard]] inline double cutoffSmoothing(float lfoSmooth) noexcept {
+  constexpr double kLeast = 0.1;
+  constexpr double kMost = 0.99;
+  return std::min(static_cast<double>(lfoSmooth) + kLeast, kMost);
+}
+
+[[nodiscard]] inline float smoothedCutoff(float value, float target, double keep) noexcept {
+  return static_cast<float>(limit01(static_cast<double>(target) * (1.0 - keep) + keep * static_cast<double>(value)));
+}
+
+// The cutoff as seven bits, 0 to 127.
+[[nodiscard]] inline int controllerValue(float cutoff) noexcept {
+  return integerPart(static_cast<double>(cutoff) * 127.0 + 0.5);
 }
 
 [[nodiscard]] inline double resonanceLaw(float resonance, float depth, float knob, float graph) noexcept {

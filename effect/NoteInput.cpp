@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "effect/LfoDSP.h"
+#include "effect/ModulationLaws.h"
 #include "effect/ParameterTable.h"
 
 namespace {
@@ -85,7 +86,7 @@ bool LfoDSP::selectsGraph(int note) {
 // Both clocks start their cycle anew; later blocks read the song position relative to this frame.
 void LfoDSP::retrigger(int frame) noexcept {
   const double timingBeats = static_cast<double>(timingOffset) * beatsPerSample;
-  const double hostPosition = timeInfo ? timeInfo->ppqPos : 0.0;
+  const double hostPosition = timeInfo ? finiteOrZero(timeInfo->ppqPos) : 0.0;
   const double position = frame * beatsPerSample + hostPosition + timingBeats;
   trigPos = position;
   trigOffset = position - timingBeats;
@@ -104,16 +105,22 @@ void LfoDSP::sendMidiOutEvent(int status, int data1, int data2, int frame) noexc
 
 // The cutoff as a controller, when its seven bits have changed.
 void LfoDSP::sendCutoffController(int frame) noexcept {
-  constexpr int kControllerOnChannel1 = 0xb0;
-  if (ccNumber <= 0) return;
-  const int value = integerPart(static_cast<double>(cutSmoothed) * 127.0 + 0.5);
+  const int controller = ccNumber;  // read once: another thread may switch it off
+  if (controller <= 0) return;
+  const int value = controllerValue(cutSmoothed);
   if (value == lastCCValue) return;
   lastCCValue = static_cast<std::int8_t>(value);
-  sendMidiOutEvent(kControllerOnChannel1, ccNumber, value, frame);
+  sendMidiOutEvent(kControllerOnChannel1, controller, value, frame);
 }
 
 void LfoDSP::endMidiBlock() noexcept {
   if (VstEvents* const list = midiOut.list()) sendVstEventsToHost(list);
   midiOut.clear();
   noteQueue.clear();
+}
+
+// A block that may not run keeps what came for it: a lost note-off would leave the gate, or the next instrument, open.
+void LfoDSP::keepMidiForNextBlock() noexcept {
+  midiOut.moveToStart();
+  noteQueue.moveToStart();
 }

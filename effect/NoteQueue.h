@@ -51,6 +51,12 @@ class NoteQueue {
     return true;
   }
 
+  // Lets all that wait act at the first frame of the next block, in queue order.
+  void moveToStart() noexcept {
+    for (int i = 0; i < count_; ++i) waitingNotes_[static_cast<std::size_t>(i)].frame = 0;
+    if (count_ > 0) nextFrame_ = 0;
+  }
+
   void clear() noexcept {
     count_ = 0;
     nextFrame_ = kNever;

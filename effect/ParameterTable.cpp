@@ -122,6 +122,10 @@ void setCcNumber(LfoDSP& effect, int, float value) {
 
 float getCcNumber(LfoDSP& effect, int) { return static_cast<float>(effect.ccNumber) * 0.0078125f; }
 
+void exportMidi(LfoDSP& effect, int, float value) {
+  effect.saveMIDIFile(integerPart(static_cast<double>(value) + 0.5));
+}
+
 // --- Filter
 
 void setFilterOn(LfoDSP& effect, int, float value) {
@@ -400,6 +404,7 @@ consteval Table makeTable() {
   rows[kStepRouteCut + 3] = routeStep<&LfoDSP::routePan>();
   rows[kStepRouteCut + 4] = routeStep<&LfoDSP::routeVar>();
   rows[kCcLock] = onOff<&LfoDSP::bCCLock>();
+  rows[kExportMidi] = {{}, exportMidi, nullptr};
   return rows;
 }
 

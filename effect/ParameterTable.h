@@ -61,8 +61,9 @@ enum ParameterIndex : int {
   kCurrentWarp = 92,
   kStepRouteCut,  // to 97: a signed step of a route
   kCcLock = 100,
-  kNoticeScope = 102,        // the scope was switched by a load
-  kNoticeEditorSize,         // the window's size was loaded, value 100
+  kNoticeScope = 102,  // the scope was switched by a load
+  kNoticeEditorSize,   // the window's size was loaded, value 100
+  kExportMidi = 105,
   kNoticePresetTitle = 109,  // a state was loaded, value 1
   kParameterRows = 110,
 };

@@ -12,8 +12,6 @@ namespace {
 constexpr VstInt32 kTimeFilter =
     kVstTransportChanged | kVstTransportCycleActive | kVstTransportRecording | kVstPpqPosValid | kVstTempoValid;
 
-double finiteOrZero(double v) noexcept { return std::isfinite(v) ? v : 0.0; }
-
 // Positions before the trigger point move up by whole longest cycles; far beyond that no fraction is left.
 double wrapAboveZero(double beats) noexcept {
   if (!std::isfinite(beats)) return 0.0;
@@ -28,8 +26,9 @@ bool moves(const Shared<float>& depth) noexcept { return depth != kNoDepth; }
 
 void LfoDSP::blockStart() noexcept {
   timeInfo = getTimeInfo(kTimeFilter);
+  const double hostTempo = timeInfo ? finiteOrZero(timeInfo->tempo) : 0.0;
+  lastHostTempo = hostTempo;
   if (!timeInfo) return standStill(false);
-  const double hostTempo = finiteOrZero(timeInfo->tempo);
   const bool bFirstBlock = beatsPerSample > 1.0;
   if (hostTempo != tempo || bFirstBlock) followHostTempo(hostTempo);
   beatPos = wrapAboveZero(finiteOrZero(timeInfo->ppqPos) - trigOffset);

@@ -175,8 +175,8 @@ void LfoDSP::announceCurrent(const model::LoadedState& loaded, const model::Lock
   setParameter(kNoticePresetTitle, 1.0f);
 }
 
-// All that blocks read changes under the gate, so that the next one plays the new state whole. A fresh one-shot rests on
-// the end of the new graphs, so the switch comes after their rendering.
+// All that blocks read changes under the gate, so that the next one plays the new state whole. A fresh one-shot rests
+// on the end of the new graphs, so the switch comes after their rendering.
 void LfoDSP::takeStateWhole(const model::State& loaded) {
   model::State state = loaded;
   state.bOneShot = false;

@@ -19,7 +19,7 @@ class HostListener {
  public:
   virtual ~HostListener() = default;
 
-  // `frame` is the first frame of the block in process, or of the next one between blocks.
+  // `frame` is the first frame of the block in process, or of the next one between blocks; below 0 before the stream.
   virtual void automated(std::int64_t /*frame*/, VstInt32 /*parameter*/, float /*value*/) {}
   virtual void editBegins(VstInt32 /*parameter*/) {}
   virtual void editEnds(VstInt32 /*parameter*/) {}

@@ -66,9 +66,9 @@ class Render {
     TransportSettings stopped = job_.transport;
     stopped.playing = false;
     const Transport transport(stopped, job_.sampleRateHz);
-    plugin_.setTime(transport.time(), 0);
     for (VstInt32 left = kWarmUpFrames; left > 0;) {
       const VstInt32 frames = std::min(left, job_.blockFrames);
+      plugin_.setTime(transport.time(), -left);  // before the stream, as the listener is told
       plugin_.process(inputs_.pointers(), outputs_.pointers(), frames);
       left -= frames;
     }
@@ -91,7 +91,7 @@ class Render {
  private:
   void makeChanges(std::int64_t frame) {
     for (; nextChange_ < job_.changes.size() && job_.changes[nextChange_].frame <= frame; ++nextChange_) {
-      plugin_.setParameter(job_.changes[nextChange_].parameter, job_.changes[nextChange_].value);
+      plugin_.setUnlistedParameter(job_.changes[nextChange_].parameter, job_.changes[nextChange_].value);
     }
   }
 
@@ -152,7 +152,7 @@ class Render {
 };
 
 void makeSettings(Plugin& plugin, std::span<const ParameterChange> settings) {
-  for (const ParameterChange& setting : settings) plugin.setParameter(setting.parameter, setting.value);
+  for (const ParameterChange& setting : settings) plugin.setUnlistedParameter(setting.parameter, setting.value);
 }
 
 }  // namespace

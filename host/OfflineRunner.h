@@ -20,7 +20,7 @@ using Planar = std::vector<std::vector<float>>;
 
 struct ParameterChange {
   std::int64_t frame = 0;  // of the input; below 0: before the first frame
-  VstInt32 parameter = 0;
+  VstInt32 parameter = 0;  // handed on as it is, also beyond the plug-in's count
   float value = 0.0f;
 };
 

@@ -100,11 +100,17 @@ void Plugin::process(float** inputs, float** outputs, VstInt32 frames) {
 bool Plugin::hasParameter(VstInt32 index) const noexcept { return index >= 0 && index < parameterCount(); }
 
 void Plugin::setParameter(VstInt32 index, float value) {
-  if (hasParameter(index) && effect_->setParameter != nullptr) effect_->setParameter(effect_, index, value);
+  if (hasParameter(index)) setUnlistedParameter(index, value);
 }
 
-float Plugin::parameter(VstInt32 index) const {
-  return hasParameter(index) && effect_->getParameter != nullptr ? effect_->getParameter(effect_, index) : 0.0f;
+float Plugin::parameter(VstInt32 index) const { return hasParameter(index) ? unlistedParameter(index) : 0.0f; }
+
+void Plugin::setUnlistedParameter(VstInt32 index, float value) {
+  if (effect_->setParameter != nullptr) effect_->setParameter(effect_, index, value);
+}
+
+float Plugin::unlistedParameter(VstInt32 index) const {
+  return effect_->getParameter != nullptr ? effect_->getParameter(effect_, index) : 0.0f;
 }
 
 std::string Plugin::parameterName(VstInt32 index) const {

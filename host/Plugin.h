@@ -64,6 +64,9 @@ class Plugin {
   // [any] An index outside the plug-in's parameters is ignored, or answered with 0 or an empty text.
   void setParameter(VstInt32 index, float value);
   [[nodiscard]] float parameter(VstInt32 index) const;
+  // [any] The same without a look at the count, for a plug-in that is known to have numbers of its own behind it.
+  void setUnlistedParameter(VstInt32 index, float value);
+  [[nodiscard]] float unlistedParameter(VstInt32 index) const;
   [[nodiscard]] std::string parameterName(VstInt32 index) const;
   [[nodiscard]] std::string parameterDisplay(VstInt32 index) const;
   [[nodiscard]] std::string parameterLabel(VstInt32 index) const;

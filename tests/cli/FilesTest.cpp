@@ -119,10 +119,11 @@ TEST(PendingFile, FollowsLinksAndRefusesWhatIsNoRegularFile) {
 
 TEST(RenderTargets, NameResultsInFoldersAfterTheirInputs) {
   const std::vector<std::string> inputs = {"a/loop.flac", "b/voice.au"};
-  const auto targets = renderTargets(inputs, "out/", "pictures/");
+  const auto targets = renderTargets(inputs, {"out/", "pictures/", "midi/"});
   EXPECT_EQ(targets[0].output, "out/loop.flac");
   EXPECT_EQ(targets[1].output, "out/voice.wav");  // a format that is read only
   EXPECT_EQ(targets[1].picture, "pictures/voice.png");
+  EXPECT_EQ(targets[0].midi, "midi/loop.mid");
 }
 
 TEST(RenderTargets, RefuseToReplaceInputsAndEachOther) {
@@ -130,16 +131,18 @@ TEST(RenderTargets, RefuseToReplaceInputsAndEachOther) {
   writeText(folder / "a.wav", "");
   fs::create_hard_link(folder / "a.wav", folder / "b.wav");
   const std::vector<std::string> one = {folder / "a.wav"};
-  EXPECT_THROW(renderTargets(one, folder / "b.wav", ""), UsageError);
-  EXPECT_THROW(renderTargets(one, folder.path(), ""), UsageError);
-  EXPECT_THROW(renderTargets(one, folder / "./x/../a.wav", ""), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "b.wav"}), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder.path()}), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "./x/../a.wav"}), UsageError);
   const std::vector<std::string> automation = {folder / "c.wav"};
-  EXPECT_THROW(renderTargets(one, folder / "c.wav", "", automation), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "c.wav"}, automation), UsageError);
   const std::vector<std::string> twins = {"x/a.wav", "y/a.wav"};
-  EXPECT_THROW(renderTargets(twins, folder / "out/", ""), UsageError);
-  EXPECT_THROW(renderTargets(twins, folder / "out.wav", ""), UsageError);
-  EXPECT_THROW(renderTargets(one, folder / "out.mp4", ""), UsageError);
-  EXPECT_THROW(renderTargets(one, folder / "out.wav", folder / "out.gif"), UsageError);
+  EXPECT_THROW(renderTargets(twins, {folder / "out/"}), UsageError);
+  EXPECT_THROW(renderTargets(twins, {folder / "out.wav"}), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "out.mp4"}), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "out.wav", folder / "out.gif"}), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "out.wav", "", folder / "out.wav"}), UsageError);
+  EXPECT_THROW(renderTargets(one, {folder / "out.wav", "", folder / "out.mp3"}), UsageError);
 }
 
 TEST(Channels, MeetAsTheHelpTells) {

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 
 #include "cli/AudioFile.h"
+#include "cli/MidiFile.h"
 #include "tests/cli/TemporaryFolder.h"
 
 namespace modrift::cli {
@@ -97,6 +98,76 @@ TEST_F(Program, TellsAPluginsFactsAsTableAndAsJson) {
   ASSERT_EQ(facts["parameters"].size(), 3U);
   EXPECT_EQ(facts["parameters"][0]["name"], "Gain");
   EXPECT_EQ(facts["parameters"][0]["value"], 1.0);
+}
+
+// 120 beats a minute: a beat of 24000 frames, 480 ticks of 50 frames.
+TEST_F(Program, PlaysMidiFilesIntoThePluginAndWritesWhatComesOut) {
+  const std::vector<std::uint8_t> file = {'M', 'T',  'h', 'd', 0, 0,    0,  6,  0,    0,  0,  1,  0x01, 0xe0, 'M',
+                                          'T', 'r',  'k', 0,   0, 0,    19, 0,  0x93, 60, 99, 10, 0x93, 60,   0,
+                                          20,  0xb1, 7,   100, 2, 0xc5, 4,  50, 0xe0, 1,  2,  0,  0xff};
+  // The last event lies beyond the recording's 4800 frames; behind the status byte 0xff the file is whole again.
+  std::string bytes(file.begin(), file.end());
+  bytes += std::string("\x2f\0", 2);
+  bytes[21] = static_cast<char>(bytes.size() - 22);
+  writeText(folder_ / "in.mid", bytes);
+  const Outcome outcome =
+      run("render in.wav -o out.wav --midi-in in.mid --midi-out out.mid --block 111 --plugin '" MODRIFT_BUNDLE "'");
+  ASSERT_EQ(outcome.status, 0) << outcome.errors;
+  const std::string written = readText(folder_ / "out.mid");
+  const auto parsed = parseMidiFile({reinterpret_cast<const std::uint8_t*>(written.data()), written.size()});
+  ASSERT_TRUE(std::holds_alternative<MidiSong>(parsed));
+  const auto events = eventsOf(std::get<MidiSong>(parsed), 120.0, 48000.0);
+  const std::vector<std::pair<std::int64_t, std::uint8_t>> expected = {
+      {0, 0x93}, {500, 0x93}, {1500, 0xb1}, {1600, 0xc5}, {4100, 0xe0}};
+  ASSERT_EQ(events.size(), expected.size());
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    EXPECT_EQ(events[i].frame, expected[i].first);
+    EXPECT_EQ(events[i].bytes[0], expected[i].second);
+  }
+}
+
+TEST_F(Program, WritesTheControllerStreamFromItsFirstValueOn) {
+  ASSERT_EQ(
+      run("render in.wav -o out.wav --midi-out out.mid --set 80=0.578125 --set F.Cutoff=1 --plugin '" MODRIFT_BUNDLE
+          "'")
+          .status,
+      0);
+  const std::string written = readText(folder_ / "out.mid");
+  const auto parsed = parseMidiFile({reinterpret_cast<const std::uint8_t*>(written.data()), written.size()});
+  const auto& messages = std::get<MidiSong>(parsed).messages;
+  ASSERT_FALSE(messages.empty());
+  EXPECT_EQ(messages.front().tick, 0);
+  EXPECT_EQ(messages.front().bytes[1], 74);
+}
+
+TEST_F(Program, ExportsModriftsGraphAndNothingOfOthers) {
+  const Outcome outcome = run("export-midi -o out.mid --set \"CC Out=0.578125\" --plugin '" MODRIFT_BUNDLE "'");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.errors, "");
+  EXPECT_EQ(readText(folder_ / "out.mid").substr(26, 7), "cc 074 ");
+  expectFailure(1, "export-midi -o other.mid", "the plug-in Modrift was expected for export-midi");
+  expectFailure(2, "export-midi -o other.wav", "-o: a name ending in .mid was expected");
+  expectFailure(2, "export-midi -o other.mid --mode 2", "--mode: ");
+  expectFailure(1, "export-midi -o none/other.mid --plugin '" MODRIFT_BUNDLE "'", "a place to write to was expected");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "other.mid"));
+}
+
+TEST_F(Program, RefusesBrokenMidiPresetAndShapeFiles) {
+  writeText(folder_ / "broken", std::string(100, '\1'));
+  std::string preset(70, '\0');
+  preset[59] = 11;  // one byte more than there is
+  writeText(folder_ / "short.fxp", preset);
+  expectFailure(1, "render in.wav -o out.wav --midi-in broken", "broken: a Standard MIDI File was expected at byte 0");
+  expectFailure(1, "render in.wav -o out.wav --midi-in none", "none: a readable MIDI file");
+  expectFailure(1, "render in.wav -o out.wav --preset short.fxp", "short.fxp: a preset file was expected");
+  expectFailure(1, "render in.wav -o out.wav --preset none", "none: a preset file was expected");
+  expectFailure(1, "render in.wav -o out.wav --shape 1=broken", "the plug-in Modrift was expected for --shape");
+  expectFailure(1, "render in.wav -o out.wav --shape 1=broken --plugin '" MODRIFT_BUNDLE "'", "broken: a shape file");
+  for (const char* shape : {"0=x", "13=x", "x=1", "1=", "1"}) {
+    expectFailure(2, std::string("render in.wav -o out.wav --shape ") + shape, "--shape: GRAPH=FILE");
+  }
+  expectFailure(2, "render in.wav -o out.wav --midi-in a.mid --midi-out a.mid", "--midi-out: a file other than");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "out.wav"));
 }
 
 TEST_F(Program, DrawsAFile) {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <gtest/gtest.h>
 #include <initializer_list>
 #include <memory>
 #include <random>
@@ -60,20 +61,21 @@ struct TestHost {
   int ioChangedCalls = 0;
   int wantMidiCalls = 0;
   int eventLists = 0;
-  VstIntPtr timeFilter = 0;  // the last one asked for
+  std::vector<VstMidiEvent> sent;  // by the effect, since the test last emptied it
+  VstIntPtr timeFilter = 0;        // the last one asked for
 
   static inline thread_local TestHost* constructing = nullptr;
 
   const VstTimeInfo* timeNow() const { return givesTime ? &time : nullptr; }
 
-  static VstIntPtr VSTCALLBACK callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
-                                        void* /*ptr*/, float opt) {
+  static VstIntPtr VSTCALLBACK callback(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                                        float opt) {
     auto* const host = effect && effect->user ? static_cast<TestHost*>(effect->user) : constructing;
-    return host ? host->answer(opcode, index, value, opt) : 0;
+    return host ? host->answer(opcode, index, value, ptr, opt) : 0;
   }
 
  private:
-  VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, float opt) {
+  VstIntPtr answer(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt) {
     switch (opcode) {
       case audioMasterAutomate:
         automated.push_back({index, opt});
@@ -88,6 +90,7 @@ struct TestHost {
         return givesTime ? reinterpret_cast<VstIntPtr>(&time) : 0;
       case audioMasterProcessEvents:
         ++eventLists;
+        keep(*static_cast<const VstEvents*>(ptr));
         return 1;
       case audioMasterIOChanged:
         ++ioChangedCalls;
@@ -96,6 +99,17 @@ struct TestHost {
         return 0;
     }
   }
+
+  void keep(const VstEvents& list) {
+    auto* const* const events =
+        reinterpret_cast<VstEvent* const*>(reinterpret_cast<const char*>(&list) + offsetof(VstEvents, events));
+    for (VstInt32 i = 0; i < list.numEvents; ++i) sent.push_back(*reinterpret_cast<const VstMidiEvent*>(events[i]));
+  }
+};
+
+// A message for the next block.
+struct Midi {
+  int frame, status, data1, data2 = 0;
 };
 
 class EffectRig {
@@ -135,6 +149,23 @@ class EffectRig {
     effect_->RenderEnvsInCaseGUIClosed(false);
   }
   void drawFlat(int g, double height) { draw(g, {{0.0, 1.0 - height}, {65536.0, 1.0 - height}}); }
+
+  // What the host hands over before a block.
+  void send(const std::vector<Midi>& messages) {
+    std::vector<VstMidiEvent> events(messages.size());
+    // As many pointers as there are events behind the head, whatever the record declares.
+    std::vector<void*> list(2 + messages.size());
+    auto* const head = reinterpret_cast<VstEvents*>(list.data());
+    head->numEvents = static_cast<VstInt32>(messages.size());
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+      events[i].deltaFrames = messages[i].frame;
+      events[i].midiData[0] = static_cast<char>(messages[i].status);
+      events[i].midiData[1] = static_cast<char>(messages[i].data1);
+      events[i].midiData[2] = static_cast<char>(messages[i].data2);
+      list[2 + i] = &events[i];
+    }
+    EXPECT_EQ(call(effProcessEvents, 0, 0, head), 1);
+  }
 
   // Where the song stands, how fast it goes, and whether it moves.
   void at(double beat, double bpm, bool playing = true) {

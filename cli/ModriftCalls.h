@@ -1,0 +1,26 @@
+// What the program may ask of Modrift itself beyond what every host may ask of a plug-in.
+#pragma once
+
+#include <string>
+
+#include "host/Plugin.h"
+
+namespace modrift::cli {
+
+[[nodiscard]] bool isModrift(const host::Plugin& plugin) noexcept;
+
+// Numbers behind the listed parameters: settings and commands of the plug-in's own editor, up to this count.
+inline constexpr VstInt32 kModriftNumbers = 110;
+enum class Command : VstInt32 {
+  loadShape = 77,     // into the current graph; 1 does it
+  currentGraph = 78,  // number / 11
+  exportMidi = 105,   // 1 at full height, 0 at the cutoff's depth
+};
+
+// The file of the next command. Throws RunError, naming `option`, for another plug-in than Modrift and for a path that
+// is longer than the plug-in takes.
+void setModriftPath(const host::Plugin& plugin, const std::string& path, const std::string& option);
+
+void command(host::Plugin& plugin, Command command, float value);
+
+}  // namespace modrift::cli

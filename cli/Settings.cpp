@@ -1,0 +1,54 @@
+#include "cli/Settings.h"
+
+#include <array>
+#include <fmt/format.h>
+#include <optional>
+#include <string_view>
+#include <variant>
+
+#include "cli/Errors.h"
+#include "cli/ModriftCalls.h"
+#include "cli/Numbers.h"
+#include "cli/ParameterNames.h"
+
+namespace modrift::cli {
+
+std::vector<Setting> parseSettings(const std::vector<std::string>& typed) {
+  std::vector<Setting> settings;
+  for (const std::string& text : typed) {
+    const std::size_t equals = text.rfind('=');  // the last one, as names may hold others
+    if (equals == std::string::npos || equals == 0) {
+      throw UsageError(fmt::format("--set: NAME=VALUE or INDEX=VALUE was expected, not '{}'", text));
+    }
+    const std::optional<float> value = parseParameterValue(std::string_view(text).substr(equals + 1));
+    if (!value) throw UsageError(fmt::format("--set: a finite number after the = was expected, not '{}'", text));
+    settings.push_back({text.substr(0, equals), *value});
+  }
+  return settings;
+}
+
+std::vector<std::string> parameterNames(const host::Plugin& plugin) {
+  std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(plugin.parameterCount()));
+  for (VstInt32 index = 0; index < plugin.parameterCount(); ++index) names.push_back(plugin.parameterName(index));
+  if (!isModrift(plugin)) return names;
+  for (VstInt32 index = plugin.parameterCount(); index < kModriftNumbers; ++index) {
+    std::array<char, kVstMaxNameLen> name{};
+    plugin.dispatch(effGetParamName, index, 0, name.data());
+    names.emplace_back(name.data());
+  }
+  return names;
+}
+
+std::vector<host::ParameterChange> findSettings(const std::vector<Setting>& settings,
+                                                const std::vector<std::string>& names) {
+  std::vector<host::ParameterChange> changes;
+  for (const Setting& setting : settings) {
+    const auto found = findParameter(names, setting.parameter);
+    if (const auto* expected = std::get_if<std::string>(&found)) throw RunError("--set: " + *expected);
+    changes.push_back({0, std::get<int>(found), setting.value});
+  }
+  return changes;
+}
+
+}  // namespace modrift::cli

@@ -1,0 +1,265 @@
+// The MIDI file export: lengths, events, bytes, and what it leaves behind.
+#include <atomic>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <thread>
+#include <unistd.h>
+
+#include "effect/ControllerFile.h"
+#include "tests/effect/TestHost.h"
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t kFirstEvent = 14 + 19;  // behind the heads of file and track
+
+// Exports into a file of the test's own, gone after it.
+struct ExportRig : EffectRig {
+  explicit ExportRig(float hertz = 44100.0f) : EffectRig(hertz) {
+    path = testing::TempDir() + "modrift-export-" + std::to_string(getpid()) + ".mid";
+    EXPECT_EQ(call(effVendorSpecific, CCONST('m', 'P', 't', 'h'), 0, path.data()), 1);
+  }
+  ~ExportRig() { std::filesystem::remove(path); }
+  ExportRig(const ExportRig&) = delete;
+  ExportRig& operator=(const ExportRig&) = delete;
+
+  Bytes bytes(double mode = 1.0) {
+    set(105, mode);
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  struct Event {
+    int tick, controller, value;
+    bool operator==(const Event&) const = default;
+  };
+  // The file's events, read back by its own rules.
+  std::vector<Event> events(double mode = 1.0) {
+    const Bytes file = bytes(mode);
+    std::vector<Event> found;
+    int tick = 0;
+    for (std::size_t i = kFirstEvent; i + 4 < file.size();) {
+      int delta = file[i] & 127;
+      while (file[i++] & 128) delta = delta << 7 | (file[i] & 127);
+      tick += delta;
+      EXPECT_EQ(file[i], 0xb0);
+      found.push_back({tick, file[i + 1], file[i + 2]});
+      i += 3;
+    }
+    return found;
+  }
+
+  std::string path;
+};
+
+VstMidiEvent controllerAt(int frame, int value = 1) {
+  VstMidiEvent event;
+  event.deltaFrames = frame;
+  event.midiData[0] = static_cast<char>(0xb0);
+  event.midiData[1] = 74;
+  event.midiData[2] = static_cast<char>(value);
+  return event;
+}
+
+TEST(ControllerFile, IsTheEmptyTrackWithoutEvents) {
+  const Bytes expected = {'M', 'T', 'h', 'd', 0,   0, 0,    6,  0, 0,   0,   1,  1,   0xe0,
+                          'M', 'T', 'r', 'k', 0,   0, 0,    19, 0, 255, 3,   7,  'e', 'm',
+                          'p', 't', 'y', '!', ' ', 0, 0xb0, 0,  0, 0,   255, 47, 0};
+  EXPECT_EQ(controllerFile({}, 74), expected);
+}
+
+TEST(ControllerFile, NamesTheControllerAndWritesDeltasInAsManyBytesAsTheyNeed) {
+  const std::vector<TickEvent> events = {
+      {0, 0xb0, 74, 3}, {127, 0xb0, 74, 4}, {128, 0xb0, 74, 5}, {15360, 0xb0, 74, 6}};
+  const Bytes file = controllerFile(events, 74);
+  EXPECT_EQ(std::memcmp(&file[26], "cc 074 ", 7), 0);
+  EXPECT_EQ(std::memcmp(&controllerFile(events, 100)[26], "cc 100 ", 7), 0);
+  const Bytes expected = {0, 0xb0, 74, 3, 127, 0xb0, 74, 4, 0x81, 0, 0xb0, 74, 5, 0xf8, 0, 0xb0, 74, 6, 0, 255, 47, 0};
+  EXPECT_EQ(Bytes(file.begin() + kFirstEvent, file.end()), expected);
+  EXPECT_EQ(file[21], file.size() - 22);
+}
+
+TEST(Ticks, AreTheNearestOfTheEventsFrames) {
+  const std::vector<VstMidiEvent> frames = {controllerAt(0), controllerAt(45), controllerAt(46), controllerAt(22050)};
+  const auto events = ticksOf(frames, 22050.0);
+  EXPECT_EQ(events[1].delta, 1);  // 0.98 ticks
+  EXPECT_EQ(events[2].delta, 0);  // 1.001
+  EXPECT_EQ(events[3].delta, 479);
+}
+
+TEST(Ticks, TakeWrongFramesAndSayItOnStandardError) {
+  const std::vector<VstMidiEvent> frames = {controllerAt(-5, 9), controllerAt(22050), controllerAt(11025)};
+  testing::internal::CaptureStderr();
+  const auto events = ticksOf(frames, 22050.0);
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(events[0].delta, 0);
+  EXPECT_EQ(events[2].delta, 0);
+  EXPECT_NE(told.find("\n warning - MIDI Export, delta is negative for ev# 0, frames# -5, lastdelta is 0"
+                      "\n  ev# 0, CCVal 9 delta reads 0 frames# -5, lastdelta is 0"),
+            std::string::npos);
+  EXPECT_NE(told.find("\n warning - MIDI export, delta reads -240 - assigning to 0---   ev# 2, frames# 11025, "
+                      "lastdelta is 480"),
+            std::string::npos);
+}
+
+TEST(Export, OfASteadyGraphHasOneEventOrOneATick) {
+  ExportRig rig;
+  rig.drawFlat(0, 0.75);
+  rig.playOnes(512);
+  rig.set(80, 74.0 / 128.0);
+  rig.fx().cutSmoothed = 0.75f;
+  // 22050 frames a quarter, 46 a tick: one bar of 88200 frames.
+  const auto everyTick = rig.events();
+  ASSERT_EQ(everyTick.size(), 88200u / 46 + 1);
+  EXPECT_EQ(everyTick[0], (ExportRig::Event{0, 74, 95}));
+  for (std::size_t i = 0; i < everyTick.size(); ++i)
+    ASSERT_EQ(everyTick[i].tick, static_cast<int>(static_cast<double>(46 * i) * 480.0 / 22050.0 + 0.5));
+  rig.fx().bDontInsertMIDIEachPPQ_OnRender = true;
+  EXPECT_EQ(rig.events(), (std::vector<ExportRig::Event>{{0, 74, 95}}));
+}
+
+TEST(Export, PlaysTheShapeAtFullHeightOrAtItsDepth) {
+  ExportRig rig;
+  rig.draw(0, {{0.0, 1.0}, {65536.0, 0.0}});  // rising over half a beat
+  rig.playOnes(512);
+  rig.fx().bDontInsertMIDIEachPPQ_OnRender = true;
+  const auto full = rig.events(1.0);
+  // The value is that of the ramp, a few samples late by the smoothing.
+  for (const auto& event : full) {
+    if (event.tick % 240 < 2) continue;  // the jump
+    ASSERT_NEAR(event.value, (event.tick % 240) / 240.0 * 127.0, 1.2) << event.tick;
+  }
+  EXPECT_GT(full.size(), 8u * 126);
+  rig.set(4, 0.75);  // c = 0.5, so a quarter of the height round the slider
+  int least = 127, most = 0;
+  for (const auto& event : rig.events(0.0)) {
+    if (event.tick < 2) continue;  // from where the last export ended
+    least = std::min(least, event.value);
+    most = std::max(most, event.value);
+  }
+  EXPECT_EQ(least, 48);
+  EXPECT_EQ(most, 79);
+}
+
+TEST(Export, LastsABarOrEightByTheRate) {
+  struct Row {
+    double rate, sync;
+    int bars;
+  };
+  for (const auto& row : {Row{0.5, 1.0, 1}, {12.0 / 42, 1.0, 1}, {11.0 / 42, 1.0, 8}, {0.0, 1.0, 8}, {0.5, 0.0, 8}}) {
+    ExportRig rig;
+    rig.playOnes(512);
+    rig.set(9, row.sync);
+    rig.set(0, row.rate);
+    EXPECT_EQ((rig.events().back().tick + 100) / 1920, row.bars) << row.rate;
+  }
+}
+
+TEST(Export, TakesTheSongsTempoWhetherItPlaysStandsOrIsUnknown) {
+  for (const auto& [bpm, bPlays, frames] : {std::tuple{90.0, true, 61}, {90.0, false, 61}, {0.0, false, 46}}) {
+    ExportRig rig;
+    rig.at(3.0, bpm, bPlays);
+    rig.host.givesTime = bpm > 0.0;
+    rig.playOnes(512);
+    testing::internal::CaptureStderr();
+    rig.bytes();
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_NE(told.find(", PPQInSamps " + std::to_string(frames) + "\n"), std::string::npos) << told.substr(0, 99);
+  }
+  ExportRig fresh;  // before any block
+  EXPECT_EQ(fresh.events().back().tick, 1920);
+}
+
+TEST(Export, OfAFreeClockGoesOnFromItsPlaceAndLeavesItAtItsEnd) {
+  ExportRig rig;
+  rig.set(9, 0.0);
+  rig.playOnes(512);
+  const double before = rig.fx().freePhase, step = rig.fx().freeIncrement;
+  rig.bytes();
+  const double turns = before + step * 8 * 88200;
+  EXPECT_NEAR(rig.fx().freePhase, turns - std::floor(turns), 1e-6);
+}
+
+TEST(Export, RaisesTheControllerToOneAndLeavesTheLiveStreamAlone) {
+  ExportRig rig;
+  rig.playOnes(512);
+  rig.set(80, 1.0);  // negative inside
+  rig.send({{5, 0xb3, 7, 7}, {5, 0x90, 60, 1}});
+  rig.fx().lastCCValue = 99;
+  const Bytes file = rig.bytes();
+  EXPECT_EQ(std::memcmp(&file[26], "cc 001 ", 7), 0);
+  EXPECT_EQ(rig.fx().ccNumber, 1);
+  EXPECT_EQ(rig.fx().lastCCValue, 99);  // the instrument there has not heard the export
+  EXPECT_EQ(rig.fx().midiThinning, 64);
+  EXPECT_FALSE(rig.fx().bAudioHold || rig.fx().bRenderingMidi);
+  rig.playOnes(12);
+  ASSERT_GE(rig.host.sent.size(), 2u);  // what waited for the block is still there
+  EXPECT_EQ(rig.host.sent[0].midiData[1], 7);
+  rig.at(1.0, 120.0);
+  rig.playOnes(10);
+  EXPECT_NEAR(rig.fx().beatPos, 1.0 + 10.0 / 22050, 1e-9);
+}
+
+TEST(Export, IsBoundedAtWildTemposAndRates) {
+  for (const double bpm : {1e-300, -5.0, 1e300, 1e9, 20000.0}) {
+    ExportRig rig(bpm < 1.0 ? 44100.0f : 1e6f);
+    rig.at(0.0, bpm);
+    rig.playOnes(12);
+    if (bpm == 1e-300) rig.set(0, 1.0);  // one bar at one beat a minute: 10.6 million frames
+    rig.fx().bDontInsertMIDIEachPPQ_OnRender = bpm == 1e-300;
+    const Bytes file = rig.bytes();
+    EXPECT_GE(file.size(), 41u) << bpm;
+    EXPECT_LT(file.size(), 8u << 20) << bpm;
+  }
+}
+
+TEST(Export, WritesAllOrNothing) {
+  ExportRig rig;
+  std::string nowhere = testing::TempDir() + "no-such-folder/x.mid";
+  EXPECT_EQ(rig.call(effVendorSpecific, CCONST('m', 'P', 't', 'h'), 0, nowhere.data()), 1);
+  rig.set(105, 1.0);
+  EXPECT_FALSE(std::filesystem::exists(nowhere));
+  std::string folder = testing::TempDir();
+  EXPECT_EQ(rig.call(effVendorSpecific, CCONST('m', 'P', 't', 'h'), 0, folder.data()), 1);
+  rig.set(105, 1.0);
+  EXPECT_TRUE(std::filesystem::is_directory(folder));
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
+    EXPECT_EQ(entry.path().string().find("modrift-export-" + std::to_string(getpid()) + ".mid."), std::string::npos);
+}
+
+TEST(Path, IsTakenUpTo511Bytes) {
+  EffectRig rig;
+  const auto give = [&rig](std::string path) {
+    return rig.call(effVendorSpecific, CCONST('m', 'P', 't', 'h'), 0, path.data());
+  };
+  EXPECT_EQ(give(std::string(511, 'a')), 1);
+  EXPECT_EQ(std::string(rig.fx().loadPath.data()), std::string(511, 'a'));
+  EXPECT_EQ(rig.call(effVendorSpecific, CCONST('m', 'P', 't', 'h')), 0);
+  EXPECT_EQ(give(std::string(512, 'b')), 0);
+  EXPECT_EQ(rig.fx().loadPath[0], 0) << "what does not fit must not lead to another file";
+}
+
+// Blocks and notes go on while another thread exports; mostly the thread sanitizer's to judge.
+TEST(Export, RunsBesideBlocksAndNotes) {
+  ExportRig rig;
+  rig.playOnes(64);
+  std::atomic<bool> bDone{false};
+  std::thread exporter([&] {
+    for (int i = 0; i < 5; ++i) rig.fx().saveMIDIFile(1);
+    bDone = true;
+  });
+  rig.set(17, 0.5);
+  while (!bDone) {
+    rig.send({{3, 0x90, 60, 100}, {9, 0x80, 60, 0}, {9, 0xb0, 123, 0}});
+    rig.playOnes(64);
+  }
+  exporter.join();
+  const auto size = std::filesystem::file_size(rig.path);
+  EXPECT_GT(size, 4000u);
+}
+
+}  // namespace

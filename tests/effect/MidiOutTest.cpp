@@ -1,0 +1,121 @@
+// The controller stream of the cutoff, its thinning and caps, and what shares the block's list with it.
+#include <gtest/gtest.h>
+
+#include "tests/effect/TestHost.h"
+
+namespace {
+
+// The cutoff goes up and down so fast that its seven bits change in every tick of a block.
+struct MovingRig : EffectRig {
+  explicit MovingRig(int controller = 74) {
+    set(80, controller / 128.0);
+    set(4, 0.85);
+    set(9, 0.0);
+    set(0, 0.9);
+  }
+  std::vector<int> framesOf(std::size_t frames) {
+    host.sent.clear();
+    playOnes(frames);
+    std::vector<int> at;
+    for (const VstMidiEvent& event : host.sent) at.push_back(event.deltaFrames);
+    return at;
+  }
+};
+
+TEST(Controller, IsWellFormedAndCarriesTheSmoothedCutoff) {
+  EffectRig rig;
+  rig.set(80, 74.0 / 128.0);
+  rig.set(12, 0.75);
+  rig.playOnes(12);
+  ASSERT_EQ(rig.host.sent.size(), 1u);
+  const VstMidiEvent& event = rig.host.sent[0];
+  EXPECT_EQ(event.deltaFrames, 11);
+  EXPECT_EQ(event.type, kVstMidiType);
+  EXPECT_EQ(event.byteSize, 32);
+  EXPECT_EQ(static_cast<unsigned char>(event.midiData[0]), 0xb0);
+  EXPECT_EQ(event.midiData[1], 74);
+  EXPECT_EQ(event.midiData[2], 92);  // 0.5 x 0.1 + 0.75 x 0.9 = 0.725, of 127
+  EXPECT_EQ(event.midiData[3], 0);
+}
+
+TEST(Controller, IsSentAtTheStartAndThenOnlyWhenItChanges) {
+  EffectRig rig;
+  rig.set(80, 1.0 / 128.0);
+  for (int i = 0; i < 5; ++i) rig.playOnes(512);
+  EXPECT_EQ(rig.host.eventLists, 1);
+  EXPECT_EQ(rig.host.sent.size(), 1u);
+}
+
+TEST(Controller, IsOffAtZeroAndAtTheTop) {
+  for (const int off : {0, 128}) {
+    MovingRig rig(off);
+    EXPECT_TRUE(rig.framesOf(512).empty()) << off;
+  }
+}
+
+TEST(Thinning, LetsTwoPassAndThenKeepsItsDistance) {
+  MovingRig rig;
+  const std::vector<int> expected = {11, 23, 95, 167, 239, 311, 383, 455};
+  EXPECT_EQ(rig.framesOf(512), expected);
+  EXPECT_EQ(rig.framesOf(512), expected);  // each block counts for itself
+  for (const int off : {1, 0, -5}) {
+    rig.fx().midiThinning = off;
+    EXPECT_EQ(rig.framesOf(512).size(), 43u) << off;  // every tick
+  }
+}
+
+TEST(Thinning, CountsTheEventsThatPassThrough) {
+  MovingRig rig;
+  rig.send({{7, 0x90, 60, 1}, {500, 0x80, 60, 1}});
+  // In order of arrival, not of frames.
+  EXPECT_EQ(rig.framesOf(168), (std::vector<int>{7, 500, 71, 143}));
+}
+
+TEST(DroppedValue, IsNotSentLater) {
+  EffectRig rig;
+  rig.set(80, 1.0 / 128.0);
+  rig.set(12, 1.0);  // glides for two ticks and a bit
+  rig.playOnes(128);
+  ASSERT_EQ(rig.host.sent.size(), 2u);
+  EXPECT_EQ(rig.host.sent[1].midiData[2], 126);
+  rig.playOnes(512);
+  EXPECT_EQ(rig.host.sent.size(), 2u);
+}
+
+TEST(Cap, IsTwoThousandAndFortyEightOfBothKinds) {
+  MovingRig rig;
+  rig.fx().midiThinning = 0;
+  rig.send(std::vector<Midi>(2046, {0, 0xe3, 1, 2}));
+  EXPECT_EQ(rig.framesOf(512).size(), 2048u);
+  EXPECT_EQ(rig.host.sent[2046].deltaFrames, 11);
+  EXPECT_EQ(rig.host.sent[2047].deltaFrames, 23);
+  // The rest of an overflowing call is dropped, notes that would be taken included.
+  rig.set(17, 0.5);
+  std::vector<Midi> flood(2049, {0, 0xe3, 1, 2});
+  flood.push_back({0, 0x90, 60, 100});
+  rig.send(flood);
+  EXPECT_EQ(rig.framesOf(12).size(), 2048u);
+  EXPECT_EQ(rig.fx().heldNotes, 0);
+}
+
+TEST(PassThrough, KeepsFrameAndBytesAndDropsTheRest) {
+  EffectRig rig;
+  VstMidiEvent event;
+  event.deltaFrames = 9;
+  event.noteLength = 5;
+  event.detune = 7;
+  event.midiData[0] = static_cast<char>(0xc2);
+  event.midiData[3] = 99;
+  VstMidiSysexEvent dump;
+  VstEvents list;
+  list.numEvents = 2;
+  list.events[0] = reinterpret_cast<VstEvent*>(&dump);
+  list.events[1] = reinterpret_cast<VstEvent*>(&event);
+  EXPECT_EQ(rig.call(effProcessEvents, 0, 0, &list), 1);
+  rig.playOnes(12);
+  ASSERT_EQ(rig.host.sent.size(), 1u);
+  EXPECT_EQ(rig.host.sent[0].deltaFrames, 9);
+  EXPECT_EQ(rig.host.sent[0].noteLength + rig.host.sent[0].detune + rig.host.sent[0].midiData[3], 0);
+}
+
+}  // namespace
