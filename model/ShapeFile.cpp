@@ -42,7 +42,7 @@ GraphPoints readPoints(std::span<const std::byte> file, const Form& form, Rescal
     points.y[p] = isWithin(y, 1.0) ? y : 0.0;
     if (p > 0 && points.x[p] < points.x[p - 1]) points.x[p] = points.x[p - 1];
   }
-  const int last = load<std::int8_t>(file, form.lastPoint);
+  const int last{load<std::int8_t>(file, form.lastPoint)};
   points.lastPoint = last >= 1 && last <= kStoredSlots ? last : 1;
   points.x[static_cast<std::size_t>(points.lastPoint)] = kGraphWidth;
   return points;

@@ -7,7 +7,7 @@ namespace model {
 GraphPoints pointsOf(const State& state, int g) noexcept {
   const auto i = static_cast<std::size_t>(g);
   GraphPoints points = freshGraph();
-  points.lastPoint = state.envNumPoints[i];
+  points.lastPoint = int{state.envNumPoints[i]};
   std::ranges::copy(state.envX[i], points.x.begin());
   std::ranges::copy(state.envY[i], points.y.begin());
   std::ranges::copy(state.envCurve[i], points.curve.begin());

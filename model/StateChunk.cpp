@@ -177,7 +177,7 @@ class Reader {
 // X from 0 to the full width, never falling; slots behind the last point may hold anything in range.
 void settleGraph(State& state, std::size_t g) noexcept {
   Slots& x = state.envX[g];
-  const auto last = static_cast<std::size_t>(state.envNumPoints[g]);
+  const auto last = static_cast<std::size_t>(int{state.envNumPoints[g]});
   x[0] = 0.0;
   for (std::size_t i = 1; i < std::min(last, x.size()); ++i) x[i] = std::max(x[i], x[i - 1]);
   if (last < x.size()) x[last] = kGraphWidth;
