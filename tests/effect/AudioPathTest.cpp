@@ -20,31 +20,23 @@ TEST(AudioPath, OutputIsTheInputTimesTheCentreGainWhenNothingModulates) {
   EXPECT_EQ(difference(in.right, out.right), "");
 }
 
-TEST(Pan, ReachesTheHardSides) {
-  for (const double depth : {0.0, 1.0}) {
-    EffectRig rig;
-    rig.drawFlat(0, 1.0);
-    rig.set(7, depth);
-    const Stereo out = rig.playOnes(3);
-    EXPECT_EQ(out.left[0], depth > 0.5 ? 0.0f : 1.413f);
-    EXPECT_EQ(out.right[2], depth > 0.5 ? 1.413f : 0.0f);
-  }
-}
-
-TEST(Volume, FollowsTheGraphByItsDepth) {
+TEST(Gains, FollowTheGraphByItsDepth) {
   struct Row {
-    double height, depth, knob, expected;
+    double height, pan, volume, knob;
+    float left, right;
   };
-  for (const auto& row : {Row{1.0, 1.0, 1.0, 1.0},
-                          {0.25, 1.0, 1.0, 0.25},
-                          {0.25, 0.0, 1.0, 0.75},
-                          {0.0, 0.75, 1.0, 0.5},
-                          {0.0, 1.0, 0.5, 0.5}}) {
+  for (const auto& row : {Row{1.0, 0.0, 0.5, 1.0, 1.413f, 0.0f},
+                          {1.0, 1.0, 0.5, 1.0, 0.0f, 1.413f},
+                          {1.0, 0.5, 1.0, 1.0, kCentreGain, kCentreGain},
+                          {0.25, 0.5, 0.0, 1.0, kCentreGain * 0.75f, kCentreGain * 0.75f},
+                          {0.0, 0.5, 0.75, 1.0, kCentreGain * 0.5f, kCentreGain * 0.5f},
+                          {0.0, 0.5, 1.0, 0.5, kCentreGain * 0.5f, kCentreGain * 0.5f}}) {
     EffectRig rig;
     rig.drawFlat(0, row.height);
-    rig.set(6, row.depth);
-    rig.set(38, row.knob);
-    EXPECT_EQ(rig.playOnes(2).left[1], kCentreGain * static_cast<float>(row.expected));
+    for (const auto& [index, value] : {std::pair{6, row.volume}, {7, row.pan}, {38, row.knob}}) rig.set(index, value);
+    const Stereo out = rig.playOnes(2);
+    EXPECT_EQ(out.left[1], row.left) << row.height << " " << row.volume;
+    EXPECT_EQ(out.right[1], row.right) << row.height << " " << row.volume;
   }
 }
 
@@ -108,10 +100,9 @@ TEST(HeldAndEmptyBlocks, LeaveTheOutputsAlone) {
 
 TEST(Input, ThatIsNoNumberIsGoneByTheNextCleanBlock) {
   for (const float poison : {NAN, INFINITY, -INFINITY}) {
-    for (const double crossover : {0.0, 1.0}) {
+    for (const int way : {14, 67, 6}) {  // filter, crossover, gains
       EffectRig rig;
-      rig.set(67, crossover);
-      rig.set(6, 0.9);
+      rig.set(way, 1.0);
       rig.set(16, 0.5);
       Stereo in = noise(256, 3);
       in.left[100] = in.right[30] = poison;

@@ -28,7 +28,7 @@ TEST(BeatClock, ReadsThePositionOfTheBeat) {
                               {"straight", 0.125, 0.25, {{0, kTripletStep}, {10, 0.0}, {11, 0.0}}},
                               {"phase wraps", 57.6, 0.15, {{0, 0.0}, {2, 0.25}}},
                               {"a whole turn of phase", 0.125, 0.25, {{2, 1.0}}},
-                              {"before the start counts from 64", -16.0, 0.75, {{0, 0.0}}},
+                              {"a closed gate", 0.125, 0.0, {{18, 1.0}}},
                               {"long before the start", -1000.0, 24.0 / 64.0, {{0, 0.0}}},
                               {"swung early", 0.125, 0.5, {{1, 0.25}}},
                               {"swung early, second cycle", 0.75, 0.5 + 0.5 / 3, {{1, 0.25}}},
@@ -83,18 +83,6 @@ TEST(StoppedTransport, StopsModulationWhileAnchored) {
   EXPECT_EQ(active(), 5);
   rig.host.givesTime = false;
   EXPECT_EQ(active(), 0);
-}
-
-TEST(ClosedGate, PinsEveryRouteToItsFirstSample) {
-  EffectRig rig;
-  rig.draw(3, {{0.0, 0.75}, {65536.0, 0.0}});
-  rig.set(22, 3.0 / 11);
-  rig.set(18, 1.0);
-  rig.at(0.2, 120.0);
-  rig.playOnes(50);
-  EXPECT_EQ(rig.fx().padLFO.graphOut[0], 1.0f);
-  EXPECT_EQ(rig.fx().padLFO.graphOut[3], 0.25f);
-  EXPECT_EQ(rig.fx().displayPos, 0.0f);
 }
 
 TEST(OneShot, RestsAtTheEndOfTheCycleUntilANoteComes) {

@@ -22,37 +22,22 @@ void expectShortAndFinite(EffectRig& rig, const std::string& what) {
 
 constexpr double kWild[] = {1e20, -1e20, 1e9, -1e9, 1e30, -1e30, 3e38, -3e38, 1e-40, -1e-40, -5.0, 0.0, 1.0, 777.0};
 
-TEST(WildValues, OfAnyParameterAreHarmless) {
-  for (const double free : {0.0, 1.0}) {
-    for (int index = 0; index < 110; ++index) {
-      if (index == 77 || index == 83 || index == 105) continue;  // files
-      EffectRig rig;
-      for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 0.9);
-      rig.fx().bScopeOn = true;
-      rig.set(67, 1.0);
-      rig.set(9, 1.0 - free);
-      rig.playOnes(13);
-      for (const double value : kWild) {
-        rig.set(index, value);
+TEST(WildValues, OfParametersAndSampleRateAreHarmless) {
+  for (std::uint32_t seed = 1; seed <= 120; ++seed) {
+    Random random(seed);
+    EffectRig rig(random.pick({0.0f, -1.0f, 1e-40f, 1e30f, -1e30f, NAN, INFINITY, 32000.0f, 44100.0f}));
+    rig.fx().bScopeOn = true;
+    rig.playOnes(13);
+    for (int turn = 0; turn < 20; ++turn) {
+      for (int n = 0; n < 6; ++n) {
+        const int index = random.below(110);
+        if (index == 77 || index == 83 || index == 105) continue;  // files
+        rig.set(index, kWild[random.below(std::size(kWild))]);
         char text[256];
         rig.call(effGetParamDisplay, index, 0, text);
-        expectShortAndFinite(rig, "parameter " + std::to_string(index) + " at " + std::to_string(value));
-      }
-    }
-  }
-}
-
-TEST(WildValues, TogetherAreHarmless) {
-  for (std::uint32_t seed = 1; seed <= 60; ++seed) {
-    Random random(seed);
-    EffectRig rig;
-    for (int turn = 0; turn < 5; ++turn) {
-      for (int n = 0; n < 25; ++n) {
-        const int index = random.below(70);
-        rig.set(index, kWild[random.below(std::size(kWild))]);
       }
       rig.set(14, 0.0);  // wild drives and mixes are the filter's matter
-      expectShortAndFinite(rig, "seed " + std::to_string(seed));
+      expectShortAndFinite(rig, "seed " + std::to_string(seed) + ", turn " + std::to_string(turn));
     }
   }
 }
@@ -70,15 +55,6 @@ TEST(WildValues, OfTheHostsClockAreHarmless) {
       rig.at(beat, tempo, n < 100);
       expectShortAndFinite(rig, "beat " + std::to_string(beat) + " tempo " + std::to_string(tempo));
     }
-  }
-}
-
-TEST(WildValues, OfTheSampleRateAreHarmless) {
-  for (const float hertz : {0.0f, -1.0f, 1e-40f, 1e30f, -1e30f, NAN, INFINITY, 32000.0f}) {
-    EffectRig rig(hertz);
-    rig.set(67, 1.0);
-    expectShortAndFinite(rig, "rate " + std::to_string(hertz));
-    EXPECT_TRUE(!(hertz < 44000.0f) || rig.fx().sampleRateSafe == 44100.0f);
   }
 }
 
