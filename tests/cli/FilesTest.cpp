@@ -50,8 +50,6 @@ TEST(WriteAudio, ClipsInsteadOfWrappingRoundWhereTheFormatHasAnEnd) {
   writeAudio(folder / "a.flac", {44100.0, {{1.5f, -1.5f}}});
   EXPECT_NEAR(readAudio(folder / "a.flac").channels[0][0], 1.0f, 1e-6f);
   EXPECT_NEAR(readAudio(folder / "a.flac").channels[0][1], -1.0f, 1e-6f);
-  writeAudio(folder / "a.wav", {44100.0, {{1.5f, -1.5f}}});
-  EXPECT_EQ(readAudio(folder / "a.wav").channels[0][0], 1.5f);
 }
 
 TEST(WriteAudio, LeavesTheOldFileAndNothingElseWhenItFails) {
@@ -69,41 +67,32 @@ TEST(ReadAudio, RefusesMoreThanTwoChannelsAndWhatIsNoAudio) {
   info.samplerate = 44100;
   info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
   sf_close(sf_open((folder / "three.wav").c_str(), SFM_WRITE, &info));
-  EXPECT_THROW(static_cast<void>(readAudio(folder / "three.wav")), RunError);
   writeText(folder / "text.wav", "not audio");
-  EXPECT_THROW(static_cast<void>(readAudio(folder / "text.wav")), RunError);
-  EXPECT_THROW(static_cast<void>(readAudio(folder / "none.wav")), RunError);
+  for (const char* name : {"three.wav", "text.wav", "none.wav"})
+    EXPECT_THROW(static_cast<void>(readAudio(folder / name)), RunError) << name;
 }
 
-TEST(PendingFile, ReplacesTheTargetOnlyWhenCommitted) {
-  const TemporaryFolder folder;
-  writeText(folder / "target", "old");
-  {
-    const PendingFile given(folder / "target");
-    writeText(given.path(), "half");
-    EXPECT_EQ(fs::path(given.path()).parent_path(), folder.path());  // one file system, so that the rename is atomic
-  }
-  EXPECT_EQ(readText(folder / "target"), "old");
-  EXPECT_EQ(folder.fileCount(), 1);
-}
-
-TEST(PendingFile, FollowsLinksAndRefusesWhatIsNoRegularFile) {
+TEST(PendingFile, ReplacesTheTargetOnlyWhenCommittedAndFollowsLinks) {
   const TemporaryFolder folder;
   writeText(folder / "real", "old");
   fs::create_symlink("real", folder / "link");
-  PendingFile pending(folder / "link");
-  writeText(pending.path(), "new");
-  pending.commit();
+  {
+    const PendingFile given(folder / "link");
+    writeText(given.path(), "half");
+    EXPECT_EQ(fs::path(given.path()).parent_path(), folder.path());  // one file system, so that the rename is atomic
+  }
+  EXPECT_EQ(readText(folder / "real"), "old");
+  EXPECT_EQ(folder.fileCount(), 2);
+  PendingFile kept(folder / "link");
+  writeText(kept.path(), "new");
+  kept.commit();
   EXPECT_TRUE(fs::is_symlink(folder / "link"));
   EXPECT_EQ(readText(folder / "real"), "new");
-  EXPECT_THROW(PendingFile("/dev/null"), RunError);
-  EXPECT_THROW(PendingFile(folder.path()), RunError);
-  EXPECT_THROW(PendingFile(folder / "missing/file"), RunError);
+  for (const char* no : {"/dev/null", ".", "missing/file"}) EXPECT_THROW(PendingFile{no}, RunError) << no;
 }
 
 TEST(RenderTargets, NameResultsInFoldersAfterTheirInputs) {
-  const std::vector<std::string> inputs = {"a/loop.flac", "b/voice.au"};
-  const auto targets = renderTargets(inputs, "out/", "pictures/");
+  const auto targets = renderTargets(std::vector<std::string>{"a/loop.flac", "b/voice.au"}, "out/", "pictures/");
   EXPECT_EQ(targets[0].output, "out/loop.flac");
   EXPECT_EQ(targets[1].output, "out/voice.wav");  // a format that is read only
   EXPECT_EQ(targets[1].picture, "pictures/voice.png");
@@ -125,12 +114,11 @@ TEST(RenderTargets, RefuseToReplaceInputsAndEachOther) {
 }
 
 TEST(Channels, MeetAsTheHelpTells) {
-  const host::Planar stereo = {{1.0f}, {0.5f}}, mono = {{1.0f}}, mean = {{0.75f}};
-  EXPECT_EQ(fitToInputs(mono, 2, ResultChannels::stereo), (host::Planar{{1.0f}, {1.0f}}));
-  EXPECT_EQ(fitToInputs(stereo, 1, ResultChannels::stereo), mean);
-  EXPECT_EQ(fitToInputs(stereo, 2, ResultChannels::mono), (host::Planar{{0.75f}, {0.75f}}));
+  const host::Planar stereo = {{1.0f}, {0.5f}}, mono = {{1.0f}}, twice = {{1.0f}, {1.0f}};
+  EXPECT_EQ(fitToInputs(mono, 2, ResultChannels::stereo), twice);
+  EXPECT_EQ(fitToInputs(stereo, 1, ResultChannels::stereo), (host::Planar{{0.75f}}));
   EXPECT_EQ(fitToFile({{1.0f}, {0.5f}, {9.0f}}, ResultChannels::stereo), stereo);
-  EXPECT_EQ(fitToFile(mono, ResultChannels::stereo), (host::Planar{{1.0f}, {1.0f}}));
+  EXPECT_EQ(fitToFile(mono, ResultChannels::stereo), twice);
 }
 
 TEST(Resample, KeepsASineASine) {

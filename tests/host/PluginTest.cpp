@@ -1,4 +1,3 @@
-#include <array>
 #include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -36,14 +35,13 @@ class ThrowingListener : public HostListener {
 };
 
 TEST(Module, FindsTheSharedObjectOfABundleFolder) {
-  const fs::path bundle = fs::path(testing::TempDir()) / "Some.vst";
+  const fs::path bundle = fs::path(testing::TempDir()) / "Some.vst", object = bundle / "Contents/x86_64-linux/Some.so";
   fs::remove_all(bundle);
-  fs::create_directories(bundle / "Contents/x86_64-linux");
+  fs::create_directories(object.parent_path());
   EXPECT_NE(errorOf(bundle).find("Some.vst: a bundle with one shared object"), std::string::npos);
-  fs::copy_file(FOREIGN_GAIN, bundle / "Contents/x86_64-linux/Some.so");
-  EXPECT_EQ(Module(bundle).path(), bundle / "Contents/x86_64-linux/Some.so");
-  fs::copy_file(FOREIGN_GAIN, bundle / "Contents/x86_64-linux/Another.so");
-  EXPECT_EQ(Module(bundle.string() + "/").path(), bundle / "Contents/x86_64-linux/Some.so");
+  fs::copy_file(FOREIGN_GAIN, object);
+  fs::copy_file(FOREIGN_GAIN, object.parent_path() / "Another.so");
+  EXPECT_EQ(Module(bundle.string() + "/").path(), object);
   fs::remove_all(bundle);
 }
 
@@ -104,12 +102,10 @@ TEST(Plugin, RunsOneThatCanOnlyAddAndRefusesOneThatCannotProcess) {
   Plugin plugin(load(FOREIGN_GAIN));
   plugin.dispatch(effVendorSpecific, foreign::dropReplacing);
   plugin.activate();
-  std::array<float, 2> in = {0.25f, 0.5f};
-  std::array<float, 2> out = {9.0f, 9.0f};
-  std::array<float*, 2> inputs = {in.data(), in.data()};
-  std::array<float*, 2> outputs = {out.data(), out.data()};
-  plugin.process(inputs.data(), outputs.data(), 1);
-  EXPECT_EQ(out[0], 0.25f + 0.25f);  // both channels were added into the same memory
+  float in = 0.25f, out = 9.0f;
+  float *inputs[] = {&in, &in}, *outputs[] = {&out, &out};
+  plugin.process(inputs, outputs, 1);
+  EXPECT_EQ(out, 0.25f + 0.25f);  // both channels were added into the same memory
   Plugin broken(load(FOREIGN_GAIN));
   broken.dispatch(effVendorSpecific, foreign::dropProcessing);
   EXPECT_THROW(broken.activate(), Error);
@@ -132,9 +128,8 @@ TEST(HostCallback, AnswersNeutrallyWithoutAnEffectAndToUnknownOpcodes) {
     if (opcode == audioMasterGetVendorVersion || opcode == audioMasterGetLanguage) continue;
     EXPECT_EQ(ask(plugin, {.opcode = opcode, .withoutEffect = true}), 0) << opcode;
   }
-  EXPECT_EQ(ask(plugin, {.opcode = -1}), 0);
-  EXPECT_EQ(ask(plugin, {.opcode = 10000}), 0);
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterGetTime}), 0);  // no transport yet
+  for (const VstInt32 opcode : {-1, 10000, VstInt32{audioMasterGetTime}})  // there is no transport yet
+    EXPECT_EQ(ask(plugin, {.opcode = opcode}), 0) << opcode;
 }
 
 TEST(HostCallback, RecordsAutomationWithTheBlockItCameInAndLetsNoExceptionIntoThePlugin) {
@@ -142,11 +137,9 @@ TEST(HostCallback, RecordsAutomationWithTheBlockItCameInAndLetsNoExceptionIntoTh
   Plugin plugin(load(FOREIGN_GAIN), &listener);
   plugin.setTime({}, 4800);
   ask(plugin, {.opcode = audioMasterAutomate, .index = 2, .opt = 0.75f});
-  const std::vector<RecordingListener::Automation> automation = listener.automation();
-  ASSERT_EQ(automation.size(), 1U);
-  EXPECT_EQ(automation[0].frame, 4800);
-  EXPECT_EQ(automation[0].parameter, 2);
-  EXPECT_EQ(automation[0].value, 0.75f);
+  ASSERT_EQ(listener.automation().size(), 1U);
+  const RecordingListener::Automation heard = listener.automation()[0];
+  EXPECT_EQ(std::tuple(heard.frame, heard.parameter, heard.value), std::tuple(4800, 2, 0.75f));
   ThrowingListener throwing;
   EXPECT_EQ(ask(Plugin(load(FOREIGN_GAIN), &throwing), {.opcode = audioMasterAutomate}), 0);
 }
