@@ -1,10 +1,7 @@
 // What the effect answers to its host, and the small helpers behind it.
-#include <cmath>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "effect/ExpMapper.h"
 #include "effect/Helpers.h"
 #include "tests/effect/TestHost.h"
 
@@ -20,32 +17,17 @@ TEST(Record, TellsTheHostWhatItIs) {
   EXPECT_EQ(record.numOutputs, 2);
   // The state chunk's flag belongs to the state code.
   EXPECT_EQ(record.flags & ~effFlagsProgramChunks, effFlagsCanMono | effFlagsCanReplacing);
-  EXPECT_EQ(record.initialDelay, 0);
   EXPECT_EQ(record.uniqueID, 0x56726c71);
   EXPECT_EQ(record.version, 1);
 }
 
 TEST(Answers, AreThoseOfTheInterface) {
   EffectRig rig;
-  struct Row {
-    VstInt32 opcode, index;
-    VstIntPtr value, expected;
-  };
-  for (const auto& row : {Row{effGetProgram, 0, 0, 0},
-                          {effIdentify, 0, 0, 0x4E764566},
-                          {effCanBeAutomated, 69, 0, 1},
-                          {effGetNumProgramCategories, 0, 0, 1},
-                          {effGetPlugCategory, 0, 0, 1},
-                          {effSetBypass, 0, 1, 0},
-                          {effGetVendorVersion, 0, 0, 1100},
-                          {effGetTailSize, 0, 0, 1},
-                          {effGetVstVersion, 0, 0, 2400},
-                          {effGetNumMidiInputChannels, 0, 0, 1},
-                          {effGetNumMidiOutputChannels, 0, 0, 1},
-                          {effVendorSpecific, 0x73486921, 0, 1},
-                          {effVendorSpecific, 0, 0, 0}}) {
-    EXPECT_EQ(rig.call(row.opcode, row.index, row.value), row.expected) << "opcode " << row.opcode;
-  }
+  const std::pair<VstInt32, VstIntPtr> kNumbers[] = {
+      {effIdentify, 0x4E764566}, {effCanBeAutomated, 1},   {effGetPlugCategory, 1},         {effGetVendorVersion, 1100},
+      {effGetTailSize, 1},       {effGetVstVersion, 2400}, {effGetNumMidiInputChannels, 1}, {effVendorSpecific, 0}};
+  for (const auto& [opcode, expected] : kNumbers) EXPECT_EQ(rig.call(opcode), expected) << "opcode " << opcode;
+  EXPECT_EQ(rig.call(effVendorSpecific, 0x73486921), 1);
   const std::pair<VstInt32, const char*> kTexts[] = {{effGetEffectName, "Modrift"},
                                                      {effGetProductString, "Modrift"},
                                                      {effGetVendorString, "Ambrel Works"},
@@ -55,16 +37,10 @@ TEST(Answers, AreThoseOfTheInterface) {
     EXPECT_EQ(rig.call(opcode, 0, 0, text), 1);
     EXPECT_STREQ(text, expected);
   }
-  char text[64] = "";
-  EXPECT_EQ(rig.call(effGetProgramNameIndexed, 1, 0, text), 0);
-}
-
-TEST(Answers, NameWhatTheEffectCanDo) {
-  EffectRig rig;
   for (const char* can : {"receiveVstEvents", "receiveVstMidiEvent", "plugAsChannelInsert", "2in2out", "1in2out",
                           "sendVstMidiEvent", "sendVstEvents", "FileSelector", "receiveVstTimeInfo", "wantsUTF8Paths"})
     EXPECT_EQ(rig.call(effCanDo, 0, 0, const_cast<char*>(can)), 1) << can;
-  for (const char* cannot : {"", "bypass", "receiveVstEvents ", "plugAsSend"})
+  for (const char* cannot : {"", "bypass", "receiveVstEvents "})
     EXPECT_EQ(rig.call(effCanDo, 0, 0, const_cast<char*>(cannot)), -1) << cannot;
 }
 
@@ -83,33 +59,26 @@ TEST(Program, KeepsANameOf23Characters) {
 
 TEST(Pins, AreTwoStereoPairsOrWhatTheChannelSetUpSays) {
   EffectRig rig;
-  VstPinProperties pin;
-  const auto label = [&](VstInt32 opcode, int index) {
-    pin = {};
-    return rig.call(opcode, index, 0, &pin) ? std::string(pin.label) : std::string("none");
+  const auto pin = [&](VstInt32 opcode, int index) {
+    VstPinProperties p;
+    return rig.call(opcode, index, 0, &p) ? p.label + std::string(p.flags & kVstPinIsStereo ? ", stereo" : "") : "none";
   };
-  EXPECT_EQ(label(effGetInputProperties, 0), "1 In");
-  EXPECT_EQ(pin.flags, kVstPinIsActive | kVstPinIsStereo);
-  EXPECT_EQ(label(effGetInputProperties, 1), "2 In");
-  EXPECT_EQ(pin.flags, kVstPinIsActive);
-  EXPECT_EQ(label(effGetOutputProperties, 0), "LFOOut 1");
-  EXPECT_EQ(pin.flags, kVstPinIsActive | kVstPinIsStereo);
-  for (const VstInt32 opcode : {effGetInputProperties, effGetOutputProperties}) {
-    for (const int index : {-1, 2, 10000}) EXPECT_EQ(label(opcode, index), "none");
+  EXPECT_EQ(pin(effGetInputProperties, 0), "1 In, stereo");
+  EXPECT_EQ(pin(effGetInputProperties, 1), "2 In");
+  EXPECT_EQ(pin(effGetOutputProperties, 0), "LFOOut 1, stereo");
+  for (const int index : {-1, 2, 10000}) {
+    EXPECT_EQ(pin(effGetInputProperties, index), "none");
+    EXPECT_EQ(pin(effGetOutputProperties, index), "none");
   }
   for (const int inputs : {1, 3, 0, -1, 10000}) {
     EXPECT_EQ(rig.call(effVendorSpecific, 0x7341494F, inputs), 0);
-    EXPECT_EQ(rig.fx().numIn, 1);
-    EXPECT_EQ(rig.fx().lastIn, 0);
     EXPECT_EQ(rig.record()->numInputs, 1);
     EXPECT_EQ(rig.record()->numOutputs, 2);
   }
-  EXPECT_EQ(label(effGetInputProperties, 0), "1 In");
-  EXPECT_EQ(pin.flags, kVstPinIsActive);
-  EXPECT_EQ(label(effGetInputProperties, 1), "none");
+  EXPECT_EQ(pin(effGetInputProperties, 0), "1 In");
+  EXPECT_EQ(pin(effGetInputProperties, 1), "none");
   rig.call(effMainsChanged, 0, 1);  // a set-up does not survive this
-  EXPECT_EQ(rig.fx().numIn, 2);
-  EXPECT_EQ(rig.fx().lastIn, 1);
+  EXPECT_EQ(pin(effGetInputProperties, 1), "2 In");
 }
 
 TEST(Speakers, AreTakenAsMonoStereoOrMonoToStereo) {
@@ -121,7 +90,6 @@ TEST(Speakers, AreTakenAsMonoStereoOrMonoToStereo) {
     const bool taken = rig.call(effSetSpeakerArrangement, 0, reinterpret_cast<VstIntPtr>(&in), &out) != 0;
     EXPECT_EQ(taken, pair == 11 || pair == 12 || pair == 22) << pair;
   }
-  EXPECT_EQ(rig.record()->numInputs, 2);
 }
 
 TEST(Dispatcher, TakesMissingPointersAndAnyIndex) {
@@ -149,37 +117,15 @@ TEST(Resume, TellsTheHostAndTakesTheSampleRate) {
   rig.call(effSetSampleRate, 0, 0, nullptr, 48000.0f);
   EXPECT_EQ(rig.fx().sampleRateSafe, 96000.0f);
   rig.call(effMainsChanged, 0, 0);
-  EXPECT_TRUE(rig.fx().bSuspended);
   EXPECT_EQ(rig.fx().sampleRateSafe, 48000.0f);
-  rig.call(effMainsChanged, 0, 1);
-  EXPECT_FALSE(rig.fx().bSuspended);
-}
-
-TEST(ExpMapper, MapsByEqualRatiosAndKeepsItsValueWhenTheRangeMoves) {
-  Lumbrix::Utility::CExpMapper mapper(20.0f, 20000.0f, 0.5f);
-  EXPECT_NEAR(mapper.getValue(), 632.4555f, 0.001f);
-  EXPECT_NEAR(mapper.setAndGetValue(1.0f / 3), 200.0f, 0.001f);
-  EXPECT_EQ(mapper.setAndGetValue(-1.0f), 20.0f);
-  EXPECT_EQ(mapper.setAndGetValue(2.0f), 20000.0f);
-  mapper.setRange(-3.0f, 100.0f);
-  EXPECT_EQ(mapper.getValue(), 20000.0f);
-  EXPECT_NEAR(Lumbrix::Utility::CExpMapper(0.0f, 100.0f, 0.5f).getValue(), 10.0f, 1e-4f);
-  EXPECT_NEAR(Lumbrix::Utility::CExpMapper(21.533201f, 14700.0f, 0.9166667f).getValue(), 8533.62f, 0.05f);
 }
 
 TEST(Helpers, WriteNumbersIntoTheirFields) {
   char text[16];
   const auto wide = [&](long value) { return mylong2string(value, text), std::string(text); };
-  const auto narrow = [&](int value) { return Int2string(value, text), std::string(text); };
   EXPECT_EQ(wide(7), "      7");
-  EXPECT_EQ(wide(99999999), "99999999");
   EXPECT_EQ(wide(100000000), "Huge!");
   EXPECT_EQ(wide(-999999999), "-9999999");
-  EXPECT_EQ(narrow(7), "    7");
-  EXPECT_EQ(narrow(999999), "99999");
-  EXPECT_EQ(narrow(1000000), "Huge!");
-  EXPECT_EQ(Ohmax(2.0f, -3.0f), 2.0f);
-  EXPECT_EQ(Ohmin(2.0f, -3.0f), -3.0f);
 }
 
 }  // namespace

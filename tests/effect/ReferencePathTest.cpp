@@ -76,7 +76,8 @@ class Duel {
     Stereo expected(kFrames), actual(kFrames);
     std::string fault;
     for (std::size_t start = 0; start < kFrames && fault.empty();) {
-      const std::size_t size = random.pick<std::size_t>({1, 12, 13, 64, 511, 512, 512, 16384});
+      // Calls beyond 16384 frames are worked off in slices, which must keep to the grid of ticks of 12.
+      const std::size_t size = random.pick<std::size_t>({1, 12, 13, 64, 511, 512, 512, 16384, 20000});
       const std::size_t frames = std::min(size, kFrames - start);
       betweenBlocks();
       const float* const left = &input_.left[start];
@@ -90,10 +91,12 @@ class Duel {
       if (!fault.empty())
         fault += "in the block of " + std::to_string(frames) + " that ends at " + std::to_string(start);
     }
-    return fault;
+    if (!fault.empty()) return fault;
+    const auto trace = [](const ScopeTrace& t) { return std::vector<float>(&t.samples[0], &t.samples[0] + 65536); };
+    return difference(model.scopeIn, trace(rig.fx().scopeIn)) + difference(model.scopeOut, trace(rig.fx().scopeOut));
   }
 
-  static constexpr std::size_t kFrames = 40000;
+  static constexpr std::size_t kFrames = 60000;
   Random random;
   EffectRig rig;
   ReferencePath model;
@@ -199,31 +202,6 @@ TEST(PulseWidth, BendsThePositionAsThePlainModelDoes) {
       ASSERT_NEAR(out[0], out[2], 3e-4);
       ASSERT_NEAR(out[1], out[3], 3e-4);
     }
-  }
-}
-
-TEST(LongCalls, AreOneBlockHoweverLong) {
-  // 16384 is no multiple of the tick of 12: the tick grid must run on where work is cut into slices.
-  const std::size_t frames = 50000;
-  const Stereo input = noise(frames, 5);
-  for (const float crossover : {0.0f, 1.0f}) {
-    EffectRig rig;
-    ReferencePath model(44100.0f);
-    model.scopeOn = rig.fx().bScopeOn = true;
-    for (const auto& [index, value] : std::initializer_list<std::pair<int, float>>{
-             {4, 1.0f}, {6, 1.0f}, {7, 0.9f}, {12, 0.3f}, {16, 0.2f}, {67, crossover}}) {
-      rig.set(index, value);
-      model.set(index, value);
-    }
-    Stereo expected(frames), actual(frames);
-    rig.block(input.left.data(), input.right.data(), actual.left.data(), actual.right.data(), frames);
-    model.play(input.left.data(), input.right.data(), expected.left.data(), expected.right.data(),
-               static_cast<int>(frames), rig.host.timeNow());
-    EXPECT_EQ(difference(expected.left, actual.left), "");
-    EXPECT_EQ(difference(expected.right, actual.right), "");
-    EXPECT_EQ(rig.fx().cutSmoothed, model.cutSmoothed);
-    EXPECT_EQ(difference(model.scopeIn, {&rig.fx().scopeIn.samples[0], &rig.fx().scopeIn.samples[0] + 65536}), "");
-    EXPECT_EQ(difference(model.scopeOut, {&rig.fx().scopeOut.samples[0], &rig.fx().scopeOut.samples[0] + 65536}), "");
   }
 }
 

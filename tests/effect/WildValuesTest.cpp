@@ -22,37 +22,22 @@ void expectShortAndFinite(EffectRig& rig, const std::string& what) {
 
 constexpr double kWild[] = {1e20, -1e20, 1e9, -1e9, 1e30, -1e30, 3e38, -3e38, 1e-40, -1e-40, -5.0, 0.0, 1.0, 777.0};
 
-TEST(WildValues, OfAnyParameterAreHarmless) {
-  for (const double free : {0.0, 1.0}) {
-    for (int index = 0; index < 110; ++index) {
-      if (index == 77 || index == 83 || index == 105) continue;  // files
-      EffectRig rig;
-      for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 0.9);
-      rig.fx().bScopeOn = true;
-      rig.set(67, 1.0);
-      rig.set(9, 1.0 - free);
-      rig.playOnes(13);
-      for (const double value : kWild) {
-        rig.set(index, value);
+TEST(WildValues, OfParametersAndSampleRateAreHarmless) {
+  for (std::uint32_t seed = 1; seed <= 120; ++seed) {
+    Random random(seed);
+    EffectRig rig(random.pick({0.0f, -1.0f, 1e-40f, 1e30f, -1e30f, NAN, INFINITY, 32000.0f, 44100.0f}));
+    rig.fx().bScopeOn = true;
+    rig.playOnes(13);
+    for (int turn = 0; turn < 20; ++turn) {
+      for (int n = 0; n < 6; ++n) {
+        const int index = random.below(110);
+        if (index == 77 || index == 83 || index == 105) continue;  // files
+        rig.set(index, kWild[random.below(std::size(kWild))]);
         char text[256];
         rig.call(effGetParamDisplay, index, 0, text);
-        expectShortAndFinite(rig, "parameter " + std::to_string(index) + " at " + std::to_string(value));
-      }
-    }
-  }
-}
-
-TEST(WildValues, TogetherAreHarmless) {
-  for (std::uint32_t seed = 1; seed <= 60; ++seed) {
-    Random random(seed);
-    EffectRig rig;
-    for (int turn = 0; turn < 5; ++turn) {
-      for (int n = 0; n < 25; ++n) {
-        const int index = random.below(70);
-        rig.set(index, kWild[random.below(std::size(kWild))]);
       }
       rig.set(14, 0.0);  // wild drives and mixes are the filter's matter
-      expectShortAndFinite(rig, "seed " + std::to_string(seed));
+      expectShortAndFinite(rig, "seed " + std::to_string(seed) + ", turn " + std::to_string(turn));
     }
   }
 }
@@ -60,33 +45,16 @@ TEST(WildValues, TogetherAreHarmless) {
 TEST(WildValues, OfTheHostsClockAreHarmless) {
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN(), kInf = std::numeric_limits<double>::infinity();
   const double kClock[] = {0.0, 1e300, -1e300, 1e18, -1e18, kNaN, kInf, -kInf, -1.0, 5e-324};
-  for (const double anchor : {0.0, 1.0}) {
+  for (const auto& [anchor, swing] : {std::pair{0.0, 0.5}, {0.0, 0.3}, {1.0, 0.5}, {1.0, 0.3}, {1.0, 1e-40}}) {
     EffectRig rig;
     for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 0.9);
-    for (const double swing : {0.5, 0.3, 1e-40}) {
-      rig.set(1, swing);
-      rig.set(74, anchor);
-      for (const double beat : kClock) {
-        for (const double tempo : kClock) {
-          for (const bool playing : {true, false}) {
-            rig.at(beat, tempo, playing);
-            expectShortAndFinite(rig, "beat " + std::to_string(beat) + " tempo " + std::to_string(tempo));
-          }
-        }
-      }
+    rig.set(1, swing);
+    rig.set(74, anchor);
+    for (int n = 0; n < 200; ++n) {
+      const double beat = kClock[n % 10], tempo = kClock[n / 10 % 10];
+      rig.at(beat, tempo, n < 100);
+      expectShortAndFinite(rig, "beat " + std::to_string(beat) + " tempo " + std::to_string(tempo));
     }
-    rig.at(1.0, 120.0);
-    rig.playOnes(20);
-    EXPECT_TRUE(std::isfinite(rig.fx().lfoPhase) && std::isfinite(rig.fx().freePhase));
-  }
-}
-
-TEST(WildValues, OfTheSampleRateAreHarmless) {
-  for (const float hertz : {0.0f, -1.0f, 1e-40f, 1e30f, -1e30f, NAN, INFINITY, 32000.0f}) {
-    EffectRig rig(hertz);
-    rig.set(67, 1.0);
-    expectShortAndFinite(rig, "rate " + std::to_string(hertz));
-    EXPECT_TRUE(!(hertz < 44000.0f) || rig.fx().sampleRateSafe == 44100.0f);
   }
 }
 
@@ -97,28 +65,21 @@ TEST(WildValues, OfGraphPointsAreHarmless) {
     falling.push_back({60000.0 - 900.0 * i, 0.5});
     full.push_back({i * 1000.0, 0.5});
   }
-  const Points kGraphs[] = {{{0, 0}, {50000, 0.5}, {20000, 1}, {65536, 0}},
-                            {{0, 0}, {1e300, 0.5}, {-1e300, 1}, {65536, 0}},
+  const Points kGraphs[] = {{{0, 0}, {1e300, 0.5}, {-1e300, 1}, {65536, 0}},
                             {{0, 0}, {NAN, 0.5}, {30000, 1}, {65536, 0}},
-                            {{-500, 0}, {1e9, 0.5}, {70000, 1}, {65536, 0}},
                             {{0, 0, NAN}, {40000, 0.5, -1e300}, {50000, 1, 1e300}, {65536, 0}},
                             {{0, 0}},
                             falling,
                             full};
   for (const auto& points : kGraphs) {
     EffectRig rig;
-    const auto start = std::chrono::steady_clock::now();
     rig.draw(0, points);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    rig.set(75, 1.0);
+    rig.set(76, 1000.0);
+    rig.playOnes(1);
+    for (int point = 42; point <= 65; ++point) rig.set(point, 0.3);
     expectShortAndFinite(rig, "points");
   }
-  EffectRig rig;
-  rig.draw(0, full);
-  rig.set(75, 1.0);
-  rig.set(76, 1000.0);
-  rig.playOnes(1);
-  for (int point = 42; point <= 65; ++point) rig.set(point, 0.3);
-  expectShortAndFinite(rig, "a graph that fills every slot");
 }
 
 }  // namespace

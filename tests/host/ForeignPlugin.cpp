@@ -25,6 +25,7 @@ struct Plugin {
   std::vector<VstMidiEvent> notes;
   foreign::Report report;
 
+  float& valueAt(VstInt32 index) { return values.at(static_cast<std::size_t>(index)); }
   VstIntPtr ask(VstInt32 opcode) { return host(&record, opcode, 0, 0, nullptr, 0.0f); }
   void addBlock(VstInt32 frames);
   VstIntPtr serve(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt);
@@ -61,20 +62,11 @@ VstIntPtr VSTCALLBACK dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index,
   return 1;
 }
 
-void VSTCALLBACK setParameter(AEffect* effect, VstInt32 index, float value) {
-  pluginOf(effect).values.at(static_cast<std::size_t>(index)) = value;
-}
-
-float VSTCALLBACK getParameter(AEffect* effect, VstInt32 index) {
-  return pluginOf(effect).values.at(static_cast<std::size_t>(index));
-}
-
 void Plugin::addBlock(VstInt32 frames) {
   foreign::Block& block = report.blocks.emplace_back();
   block.frames = frames;
   const VstIntPtr answer = ask(audioMasterGetTime);
   const auto* time = reinterpret_cast<const VstTimeInfo*>(answer);  // NOLINT(performance-no-int-to-ptr)
-  block.hasTime = time != nullptr;
   if (time != nullptr) block.time = *time;
   block.processLevel = ask(audioMasterGetCurrentProcessLevel);
   block.gain = values[0];
@@ -153,14 +145,18 @@ VstIntPtr Plugin::serveRequest(VstInt32 request, void* ptr) {
 extern "C" VST_EXPORT AEffect* foreignEntry(audioMasterCallback host) __asm__(FOREIGN_ENTRY);
 
 extern "C" AEffect* foreignEntry(audioMasterCallback host) {
+  if (FOREIGN_MAGIC != kEffectMagic) {
+    static AEffect broken;
+    broken.magic = FOREIGN_MAGIC;
+    return &broken;
+  }
   auto* plugin = new Plugin;
   plugin->host = host;
-  plugin->record.magic = FOREIGN_MAGIC;
   plugin->record.dispatcher = dispatch;
   plugin->record.process = add;
-  plugin->record.setParameter = setParameter;
-  plugin->record.getParameter = getParameter;
   plugin->record.processReplacing = replace;
+  plugin->record.setParameter = [](AEffect* e, VstInt32 i, float value) { pluginOf(e).valueAt(i) = value; };
+  plugin->record.getParameter = [](AEffect* e, VstInt32 i) { return pluginOf(e).valueAt(i); };
   plugin->record.numParams = static_cast<VstInt32>(kNames.size());
   plugin->record.numInputs = 2;
   plugin->record.numOutputs = 2;
@@ -170,9 +166,5 @@ extern "C" AEffect* foreignEntry(audioMasterCallback host) {
   plugin->record.resvd1 = 0x5EED;  // what an untidy plug-in leaves in the host's field
   plugin->report.versionWithoutEffect = host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f);
   plugin->report.blockSizeInEntry = plugin->ask(audioMasterGetBlockSize);
-  if (plugin->record.magic == kEffectMagic) return &plugin->record;
-  static AEffect broken;  // outlives the plug-in, as nobody will close it
-  broken.magic = plugin->record.magic;
-  delete plugin;
-  return &broken;
+  return &plugin->record;
 }

@@ -35,7 +35,6 @@ struct Told {
 
 struct Block {
   VstInt32 frames = 0;
-  bool hasTime = false;
   VstTimeInfo time;
   VstIntPtr processLevel = 0;
   float gain = 0.0f;

@@ -1,4 +1,3 @@
-#include <array>
 #include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -36,14 +35,13 @@ class ThrowingListener : public HostListener {
 };
 
 TEST(Module, FindsTheSharedObjectOfABundleFolder) {
-  const fs::path bundle = fs::path(testing::TempDir()) / "Some.vst";
+  const fs::path bundle = fs::path(testing::TempDir()) / "Some.vst", object = bundle / "Contents/x86_64-linux/Some.so";
   fs::remove_all(bundle);
-  fs::create_directories(bundle / "Contents/x86_64-linux");
+  fs::create_directories(object.parent_path());
   EXPECT_NE(errorOf(bundle).find("Some.vst: a bundle with one shared object"), std::string::npos);
-  fs::copy_file(FOREIGN_GAIN, bundle / "Contents/x86_64-linux/Some.so");
-  EXPECT_EQ(Module(bundle).path(), bundle / "Contents/x86_64-linux/Some.so");
-  fs::copy_file(FOREIGN_GAIN, bundle / "Contents/x86_64-linux/Another.so");
-  EXPECT_EQ(Module(bundle.string() + "/").path(), bundle / "Contents/x86_64-linux/Some.so");
+  fs::copy_file(FOREIGN_GAIN, object);
+  fs::copy_file(FOREIGN_GAIN, object.parent_path() / "Another.so");
+  EXPECT_EQ(Module(bundle.string() + "/").path(), object);
   fs::remove_all(bundle);
 }
 
@@ -55,20 +53,12 @@ TEST(Module, SaysInOneSentenceWhyAFileIsNoPlugin) {
   EXPECT_EQ(errorOf(FOREIGN_OLD_ENTRY), "no error");
 }
 
-TEST(Plugin, IsAnsweredWhileItsEntryFunctionRuns) {
-  const Plugin plugin(load(FOREIGN_GAIN));
-  EXPECT_EQ(reportOf(plugin).versionWithoutEffect, 2400);
-  EXPECT_EQ(reportOf(plugin).blockSizeInEntry, 512);
-}
-
 TEST(Plugin, HearsItsLifeInOrder) {
   Plugin plugin(load(FOREIGN_GAIN));
   plugin.setSampleRate(48000.0);
   plugin.setBlockSize(64);
-  plugin.activate();
-  plugin.activate();
-  plugin.deactivate();
-  plugin.deactivate();
+  for (int n = 0; n < 2; ++n) plugin.activate();
+  for (int n = 0; n < 2; ++n) plugin.deactivate();
   std::vector<std::pair<VstInt32, VstIntPtr>> told;
   for (const foreign::Told& one : reportOf(plugin).told) told.emplace_back(one.opcode, one.value);
   const std::vector<std::pair<VstInt32, VstIntPtr>> expected = {
@@ -82,22 +72,19 @@ TEST(Plugin, KeepsInstancesOfOneModuleApart) {
   const auto module = load(FOREIGN_GAIN);
   Plugin first(module);
   Plugin second(module);
+  EXPECT_EQ(reportOf(first).versionWithoutEffect, 2400);  // asked while the entry function ran
+  EXPECT_EQ(reportOf(first).blockSizeInEntry, 512);
   first.setBlockSize(64);
   second.setBlockSize(128);
   EXPECT_EQ(ask(first, {.opcode = audioMasterGetBlockSize}), 64);
   EXPECT_EQ(ask(second, {.opcode = audioMasterGetBlockSize}), 128);
 }
 
-TEST(Plugin, ReadsTextsThatAreFarTooLong) {
-  const Plugin plugin(load(FOREIGN_GAIN));
+TEST(Plugin, TakesTextsThatAreFarTooLongAndParametersThatDoNotExist) {
+  Plugin plugin(load(FOREIGN_GAIN));
   EXPECT_EQ(plugin.parameterName(1), "Offset");
   plugin.dispatch(effVendorSpecific, foreign::writeLongTexts);
   EXPECT_EQ(plugin.parameterName(1), std::string(300, 'x'));
-  EXPECT_EQ(plugin.programName(), "");
-}
-
-TEST(Plugin, IgnoresParametersThatDoNotExist) {
-  Plugin plugin(load(FOREIGN_GAIN));
   plugin.setParameter(-1, 0.5f);  // the test plug-in would throw
   plugin.setParameter(3, 0.5f);
   EXPECT_EQ(plugin.parameter(10000), 0.0f);
@@ -106,7 +93,6 @@ TEST(Plugin, IgnoresParametersThatDoNotExist) {
 
 TEST(Plugin, CarriesChunksBothWays) {
   Plugin plugin(load(FOREIGN_GAIN));
-  EXPECT_EQ(plugin.chunk(ChunkKind::bank).size(), std::strlen("state"));
   const std::vector<std::byte> bytes = {std::byte{1}, std::byte{0}, std::byte{2}};
   EXPECT_TRUE(plugin.setChunk(ChunkKind::bank, bytes));
   EXPECT_EQ(plugin.chunk(ChunkKind::bank), bytes);
@@ -116,12 +102,10 @@ TEST(Plugin, RunsOneThatCanOnlyAddAndRefusesOneThatCannotProcess) {
   Plugin plugin(load(FOREIGN_GAIN));
   plugin.dispatch(effVendorSpecific, foreign::dropReplacing);
   plugin.activate();
-  std::array<float, 2> in = {0.25f, 0.5f};
-  std::array<float, 2> out = {9.0f, 9.0f};
-  std::array<float*, 2> inputs = {in.data(), in.data()};
-  std::array<float*, 2> outputs = {out.data(), out.data()};
-  plugin.process(inputs.data(), outputs.data(), 1);
-  EXPECT_EQ(out[0], 0.25f + 0.25f);  // both channels were added into the same memory
+  float in = 0.25f, out = 9.0f;
+  float *inputs[] = {&in, &in}, *outputs[] = {&out, &out};
+  plugin.process(inputs, outputs, 1);
+  EXPECT_EQ(out, 0.25f + 0.25f);  // both channels were added into the same memory
   Plugin broken(load(FOREIGN_GAIN));
   broken.dispatch(effVendorSpecific, foreign::dropProcessing);
   EXPECT_THROW(broken.activate(), Error);
@@ -129,13 +113,8 @@ TEST(Plugin, RunsOneThatCanOnlyAddAndRefusesOneThatCannotProcess) {
 
 TEST(HostCallback, TellsWhatItIsAndCanDo) {
   const Plugin plugin(load(FOREIGN_GAIN));
-  std::array<char, 65> text{};
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterGetVendorString, .ptr = text.data()}), 1);
-  EXPECT_GT(std::strlen(text.data()), 0U);
-  std::string question = "sendVstTimeInfo";
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterCanDo, .ptr = question.data()}), 1);
-  question = "makeCoffee";
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterCanDo, .ptr = question.data()}), 0);
+  for (const auto& [question, answer] : {std::pair<std::string, int>{"sendVstTimeInfo", 1}, {"makeCoffee", 0}})
+    EXPECT_EQ(ask(plugin, {.opcode = audioMasterCanDo, .ptr = const_cast<char*>(question.c_str())}), answer);
   EXPECT_EQ(ask(plugin, {.opcode = audioMasterCurrentId}), CCONST('F', 'r', 'g', 'n'));
   const VstIntPtr directory = ask(plugin, {.opcode = audioMasterGetDirectory});
   EXPECT_EQ(reinterpret_cast<const char*>(directory),  // NOLINT(performance-no-int-to-ptr): the interface's way
@@ -149,27 +128,20 @@ TEST(HostCallback, AnswersNeutrallyWithoutAnEffectAndToUnknownOpcodes) {
     if (opcode == audioMasterGetVendorVersion || opcode == audioMasterGetLanguage) continue;
     EXPECT_EQ(ask(plugin, {.opcode = opcode, .withoutEffect = true}), 0) << opcode;
   }
-  EXPECT_EQ(ask(plugin, {.opcode = -1}), 0);
-  EXPECT_EQ(ask(plugin, {.opcode = 10000}), 0);
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterGetTime}), 0);  // no transport yet
+  for (const VstInt32 opcode : {-1, 10000, VstInt32{audioMasterGetTime}})  // there is no transport yet
+    EXPECT_EQ(ask(plugin, {.opcode = opcode}), 0) << opcode;
 }
 
-TEST(HostCallback, RecordsAutomationWithTheBlockItCameIn) {
+TEST(HostCallback, RecordsAutomationWithTheBlockItCameInAndLetsNoExceptionIntoThePlugin) {
   RecordingListener listener;
   Plugin plugin(load(FOREIGN_GAIN), &listener);
   plugin.setTime({}, 4800);
   ask(plugin, {.opcode = audioMasterAutomate, .index = 2, .opt = 0.75f});
-  const std::vector<RecordingListener::Automation> automation = listener.automation();
-  ASSERT_EQ(automation.size(), 1U);
-  EXPECT_EQ(automation[0].frame, 4800);
-  EXPECT_EQ(automation[0].parameter, 2);
-  EXPECT_EQ(automation[0].value, 0.75f);
-}
-
-TEST(HostCallback, LetsNoExceptionIntoThePlugin) {
-  ThrowingListener listener;
-  const Plugin plugin(load(FOREIGN_GAIN), &listener);
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterAutomate}), 0);
+  ASSERT_EQ(listener.automation().size(), 1U);
+  const RecordingListener::Automation heard = listener.automation()[0];
+  EXPECT_EQ(std::tuple(heard.frame, heard.parameter, heard.value), std::tuple(4800, 2, 0.75f));
+  ThrowingListener throwing;
+  EXPECT_EQ(ask(Plugin(load(FOREIGN_GAIN), &throwing), {.opcode = audioMasterAutomate}), 0);
 }
 
 TEST(EventBlock, BringsBackWhatWasPutIn) {
@@ -177,13 +149,12 @@ TEST(EventBlock, BringsBackWhatWasPutIn) {
       {0, {0x90, 60, 100}}, {5, {0xC0, 3}}, {6, {}}, {7, {0xF0, 1, 2, 3, 4, 0xF7}}, {9, {0xF8}}};
   EventBlock block(events);
   const std::vector<MidiEvent> copies = copyEvents(block.list(), 1000);
-  ASSERT_EQ(copies.size(), 4U);
-  EXPECT_EQ(copies[0].frame, 1000);
-  EXPECT_EQ(copies[0].bytes, events[0].bytes);
-  EXPECT_EQ(copies[1].bytes, events[1].bytes);
-  EXPECT_EQ(copies[2].frame, 1007);
-  EXPECT_EQ(copies[2].bytes, events[3].bytes);
-  EXPECT_EQ(copies[3].bytes, events[4].bytes);
+  ASSERT_EQ(copies.size(), 4U);  // the one without bytes is gone
+  for (std::size_t i = 0; i < 4; ++i) {
+    const MidiEvent& event = events[i < 2 ? i : i + 1];
+    EXPECT_EQ(copies[i].frame, 1000 + event.frame);
+    EXPECT_EQ(copies[i].bytes, event.bytes);
+  }
 }
 
 TEST(EventBlock, SurvivesBrokenLists) {

@@ -17,13 +17,8 @@ TEST(Transport, CountsBeatsBarsAndClocksFromTheStartBeat) {
   EXPECT_EQ(time.barStartPos, 4.0);
   EXPECT_EQ(time.samplesToNextClock, 500);  // clocks come every 1000 frames
   EXPECT_DOUBLE_EQ(time.nanoSeconds, 12500.0 / 48000.0 * 1e9);
-  EXPECT_EQ(time.timeSigNumerator, 4);
-  EXPECT_EQ(time.timeSigDenominator, 4);
-}
-
-TEST(Transport, PutsNegativeBeatsIntoTheBarBefore) {
-  const Transport transport({.startBeat = -1.0}, kRateHz);
-  EXPECT_EQ(transport.time()->barStartPos, -4.0);
+  EXPECT_EQ(Transport({.startBeat = -1.0}, kRateHz).time()->barStartPos, -4.0);
+  EXPECT_EQ(Transport({.givesTime = false}, kRateHz).time().has_value(), false);
 }
 
 TEST(Transport, IsExactHoweverTheBlocksAreCut) {
@@ -37,10 +32,10 @@ TEST(Transport, IsExactHoweverTheBlocksAreCut) {
 
 TEST(Transport, StandsStillWhenStoppedAndMarksTheChange) {
   Transport transport({.playing = false}, kRateHz);
-  EXPECT_TRUE(transport.time()->flags & kVstTransportChanged);
+  EXPECT_EQ(transport.time()->flags & (kVstTransportPlaying | kVstTransportChanged), kVstTransportChanged);
   transport.advance(480);
   EXPECT_EQ(transport.time()->ppqPos, 0.0);
-  EXPECT_FALSE(transport.time()->flags & (kVstTransportPlaying | kVstTransportChanged));
+  EXPECT_FALSE(transport.time()->flags & kVstTransportChanged);
   transport.setPlaying(true);
   EXPECT_TRUE(transport.time()->flags & kVstTransportChanged);
   transport.advance(480);
@@ -48,21 +43,14 @@ TEST(Transport, StandsStillWhenStoppedAndMarksTheChange) {
   EXPECT_EQ(transport.time()->flags & (kVstTransportPlaying | kVstTransportChanged), kVstTransportPlaying);
 }
 
-TEST(Transport, JumpsBackAtTheEndOfTheLoop) {
+TEST(Transport, JumpsBackAtTheEndOfTheLoopButNotFromBehindIt) {
   Transport transport({.startBeat = 3.0, .cycle = CycleRange{2.0, 4.0}}, kRateHz);
   EXPECT_EQ(transport.framesToJump(), 24000);
-  EXPECT_EQ(transport.time()->cycleEndPos, 4.0);
-  EXPECT_TRUE(transport.time()->flags & kVstTransportCycleActive);
-  transport.advance(24000);
-  EXPECT_EQ(transport.time()->ppqPos, 2.0);
-  transport.advance(36000);
+  transport.advance(60000);
   EXPECT_EQ(transport.time()->ppqPos, 3.5);
+  EXPECT_TRUE(transport.time()->flags & kVstTransportCycleActive);
   const Transport behind({.startBeat = 5.0, .cycle = CycleRange{2.0, 4.0}}, kRateHz);
   EXPECT_EQ(behind.framesToJump(), std::nullopt);
-}
-
-TEST(Transport, CanKeepTheTimeToItself) {
-  EXPECT_EQ(Transport({.givesTime = false}, kRateHz).time().has_value(), false);
 }
 
 }  // namespace

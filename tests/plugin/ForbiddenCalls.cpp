@@ -1,5 +1,6 @@
 #include "tests/plugin/ForbiddenCalls.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <dlfcn.h>
@@ -42,47 +43,34 @@ void reset() {
 
 }  // namespace forbidden
 
+#define IN_FRONT extern "C" __attribute__((visibility("default")))
+
 // Stands in front of the system's function of that name and passes the call on.
-#define INTERPOSE(result, name, parameters, arguments)                       \
-  extern "C" __attribute__((visibility("default"))) result name parameters { \
-    static result(*real) parameters = nullptr;                               \
-    note(#name);                                                             \
-    return next(real, #name) arguments;                                      \
+#define INTERPOSE(result, name, parameters, arguments) \
+  IN_FRONT result name parameters {                    \
+    static result(*real) parameters = nullptr;         \
+    note(#name);                                       \
+    return next(real, #name) arguments;                \
   }
 
-extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void* __libc_memalign(std::size_t, std::size_t);
-void __libc_free(void*);
+// The same for memory, by the C library's second names: looking for the next malloc may itself need memory.
+#define INTERPOSE_MEMORY(result, name, parameters, arguments) \
+  extern "C" result __libc_##name parameters;                 \
+  IN_FRONT result name parameters noexcept {                  \
+    note(#name);                                              \
+    return __libc_##name arguments;                           \
+  }
 
-__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
-  note("malloc");
-  return __libc_malloc(size);
-}
-__attribute__((visibility("default"))) void* calloc(std::size_t n, std::size_t size) noexcept {
-  note("calloc");
-  return __libc_calloc(n, size);
-}
-__attribute__((visibility("default"))) void* realloc(void* old, std::size_t size) noexcept {
-  note("realloc");
-  return __libc_realloc(old, size);
-}
-__attribute__((visibility("default"))) void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
-  note("aligned_alloc");
-  return __libc_memalign(alignment, size);
-}
-__attribute__((visibility("default"))) int posix_memalign(void** out, std::size_t alignment,
-                                                          std::size_t size) noexcept {
-  note("posix_memalign");
-  *out = __libc_memalign(alignment, size);
-  return *out ? 0 : 12;
-}
-__attribute__((visibility("default"))) void free(void* memory) noexcept {
-  note("free");
-  __libc_free(memory);
-}
+INTERPOSE_MEMORY(void*, malloc, (std::size_t size), (size))
+INTERPOSE_MEMORY(void*, calloc, (std::size_t n, std::size_t size), (n, size))
+INTERPOSE_MEMORY(void*, realloc, (void* old, std::size_t size), (old, size))
+INTERPOSE_MEMORY(void*, memalign, (std::size_t alignment, std::size_t size), (alignment, size))
+INTERPOSE_MEMORY(void, free, (void* memory), (memory))
+
+IN_FRONT void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept { return memalign(alignment, size); }
+IN_FRONT int posix_memalign(void** out, std::size_t alignment, std::size_t size) noexcept {
+  *out = memalign(alignment, size);
+  return *out ? 0 : ENOMEM;
 }
 
 INTERPOSE(int, pthread_mutex_lock, (pthread_mutex_t * m) noexcept, (m))
