@@ -196,7 +196,8 @@ VstIntPtr LfoDSP::vendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float
     }
     case kSetPath: {
       const auto* const path = static_cast<const char*>(ptr);
-      const std::size_t length = path ? strnlen(path, loadPath.size()) : loadPath.size();
+      if (!path) return 0;
+      const std::size_t length = strnlen(path, loadPath.size());
       if (length == loadPath.size()) return 0;
       std::memcpy(loadPath.data(), path, length + 1);
       return 1;
