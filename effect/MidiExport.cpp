@@ -91,7 +91,7 @@ void LfoDSP::playForExport(const ExportClock& clock, int mode, int controller, M
   int sinceEvent = clock.tickFrames + 1;
   for (int frame = 0; frame < clock.totalFrames; ++frame) {
     ProcessPadLFO();
-    const float graph = padLFO.graphOut[static_cast<std::size_t>(routeCut)];
+    const float graph = padLFO.graphOut[static_cast<std::uint8_t>(routeCut)];
     cutMod = static_cast<float>((static_cast<double>(graph) - 0.5) * scale + static_cast<double>(filterCutoff));
     cutSmoothed = smoothedCutoff(cutSmoothed, cutMod, keep);
     const int value = controllerValue(cutSmoothed);

@@ -105,7 +105,7 @@ void LfoDSP::sendMidiOutEvent(int status, int data1, int data2, int frame) noexc
 
 // The cutoff as a controller, when its seven bits have changed.
 void LfoDSP::sendCutoffController(int frame) noexcept {
-  const int controller = ccNumber;  // read once: another thread may switch it off
+  const std::int8_t controller = ccNumber;  // read once: another thread may switch it off
   if (controller <= 0) return;
   const int value = controllerValue(cutSmoothed);
   if (value == lastCCValue) return;
