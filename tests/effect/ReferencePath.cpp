@@ -140,9 +140,8 @@ void ReferencePath::setPoint(int p, int kind, float value) {
 void ReferencePath::set(int index, float value) {
   using Path = ReferencePath;
   static constexpr std::pair<int, float Path::*> kNumbers[] = {
-      {0, &Path::rate},       {1, &Path::swing},         {2, &Path::phase},
-      {3, &Path::pwm},        {12, &Path::filterCutoff}, {13, &Path::filterReso},
-      {16, &Path::lfoSmooth}, {38, &Path::depthKnob},    {39, &Path::filterVar}};
+      {0, &Path::rate},        {1, &Path::swing},      {2, &Path::phase},      {12, &Path::filterCutoff},
+      {13, &Path::filterReso}, {16, &Path::lfoSmooth}, {38, &Path::depthKnob}, {39, &Path::filterVar}};
   static constexpr std::pair<int, bool Path::*> kSwitches[] = {{10, &Path::dotted},
                                                                {11, &Path::triplet},
                                                                {67, &Path::crossoverOn},
@@ -253,13 +252,6 @@ bool ReferencePath::clockPosition(double& p) {
   return true;
 }
 
-double ReferencePath::bend(double x) const {
-  if (pwm == 0.5f) return x;
-  const double w = (double{pwm} - 0.5) * 1.992;
-  const double b = w >= 0.0 ? double{std::pow(toFloat(x), 16.0f)} : 1.0 - double{std::pow(toFloat(1.0 - x), 16.0f)};
-  return clampUnit(std::abs(w) * b + x * (1.0 - std::abs(w)));
-}
-
 void ReferencePath::moveClock() {
   double p = 0.0;
   if (!clockPosition(p)) return;
@@ -267,7 +259,7 @@ void ReferencePath::moveClock() {
   double x = double{phase} + p;
   if (x < 0.0) x += 1.0;
   if (x > 1.0) x -= std::floor(x);
-  lfoPhase = bend(x);
+  lfoPhase = x;
   const auto shown = std::size_t(currentGraph);
   displayIndex = static_cast<int>(lfoPhase * warpMult[shown] * 65535.0) % 65536;
   graphOut[shown] = graphs[shown].table[std::size_t(displayIndex)];

@@ -1,5 +1,5 @@
-// A second, plain implementation of graphs, clock, routing and audio path with the filter off: one sample at a time,
-// nothing skipped, nothing shared with the effect. Tests play the same settings through both and compare.
+// A second, plain implementation of graphs, clock (without PWM), routing and audio path with the filter off: one sample
+// at a time, nothing skipped, nothing shared with the effect. Tests play the same settings through both and compare.
 //
 // Numbers: fields have the types below, expressions are evaluated in double and rounded when stored; the crossover
 // alone computes in float throughout.
@@ -49,7 +49,7 @@ class ReferencePath {
   std::array<ReferenceGraph, 12> graphs;
   std::array<float, 12> graphOut{}, graphWarp;
   std::array<double, 12> warpMult;
-  float rate = 0.5f, swing = 0.5f, phase = 0.0f, pwm = 0.5f, depthKnob = 1.0f, cyclePos = 0.0f;
+  float rate = 0.5f, swing = 0.5f, phase = 0.0f, depthKnob = 1.0f, cyclePos = 0.0f;
   std::array<float, 5> depth;
   std::array<int, 5> route{};
   bool freeRun = false, dotted = true, triplet = true, anchor = true, lfoOpen = true;
@@ -75,7 +75,6 @@ class ReferencePath {
   void controlTick(float in);
   void moveClock();
   bool clockPosition(double& p);
-  double bend(double x) const;
   void smooth(float& value, float target, double step) const;
   void playSample(float& left, float& right, double step);
   void capture(float out);

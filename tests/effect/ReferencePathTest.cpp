@@ -181,28 +181,4 @@ INSTANTIATE_TEST_SUITE_P(, EveryTransport,
                                            Setting{.name = "MixedMono", .mono = true, .mixed = true}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-// The sixteenth power is taken in float, by whatever road: its last bits may differ, and a table index by one. On
-// straight lines of at most two table heights a cycle, with a warp of 1, that is at most 2 / 32768 in a graph value.
-TEST(PulseWidth, BendsThePositionAsThePlainModelDoes) {
-  for (std::uint32_t seed = 1; seed <= 10; ++seed) {
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    Duel duel(seed, Setting{.name = "PulseWidth"}, 44100.0f);
-    for (const int index : {6, 7}) duel.set(index, duel.random.unit());
-    duel.set(3, std::array{0.0f, 1.0f, duel.random.unit(), duel.random.unit()}[seed % 4]);
-    duel.set(2, duel.random.unit());
-    duel.set(0, duel.random.unit());
-    duel.rig.at(0.0, 120.0);
-    for (int n = 0; n < 4000; ++n) {
-      const float one = 1.0f;
-      float out[4];
-      duel.model.play(&one, &one, &out[0], &out[1], 1, duel.rig.host.timeNow());
-      duel.rig.block(&one, &one, &out[2], &out[3], 1);
-      duel.rig.advance(1);
-      ASSERT_NEAR(duel.model.lfoPhase, duel.rig.fx().lfoPhase, 2e-6);
-      ASSERT_NEAR(out[0], out[2], 3e-4);
-      ASSERT_NEAR(out[1], out[3], 3e-4);
-    }
-  }
-}
-
 }  // namespace

@@ -18,6 +18,7 @@ void expectShortAndFinite(EffectRig& rig, const std::string& what) {
   }
   const int index = rig.fx().displayIndex;
   EXPECT_TRUE(index >= 0 && index < 65536) << what;
+  EXPECT_TRUE(std::isfinite(rig.fx().lfoPhase) && std::isfinite(rig.fx().freePhase)) << what;
 }
 
 constexpr double kWild[] = {1e20, -1e20, 1e9, -1e9, 1e30, -1e30, 3e38, -3e38, 1e-40, -1e-40, -5.0, 0.0, 1.0, 777.0};

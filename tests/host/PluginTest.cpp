@@ -111,16 +111,6 @@ TEST(Plugin, RunsOneThatCanOnlyAddAndRefusesOneThatCannotProcess) {
   EXPECT_THROW(broken.activate(), Error);
 }
 
-TEST(HostCallback, TellsWhatItIsAndCanDo) {
-  const Plugin plugin(load(FOREIGN_GAIN));
-  for (const auto& [question, answer] : {std::pair<std::string, int>{"sendVstTimeInfo", 1}, {"makeCoffee", 0}})
-    EXPECT_EQ(ask(plugin, {.opcode = audioMasterCanDo, .ptr = const_cast<char*>(question.c_str())}), answer);
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterCurrentId}), CCONST('F', 'r', 'g', 'n'));
-  const VstIntPtr directory = ask(plugin, {.opcode = audioMasterGetDirectory});
-  EXPECT_EQ(reinterpret_cast<const char*>(directory),  // NOLINT(performance-no-int-to-ptr): the interface's way
-            fs::path(FOREIGN_GAIN).parent_path().string());
-}
-
 TEST(HostCallback, AnswersNeutrallyWithoutAnEffectAndToUnknownOpcodes) {
   const Plugin plugin(load(FOREIGN_GAIN));
   EXPECT_EQ(ask(plugin, {.opcode = audioMasterVersion, .withoutEffect = true}), 2400);
