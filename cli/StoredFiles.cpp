@@ -1,0 +1,71 @@
+#include "cli/StoredFiles.h"
+
+#include <fmt/format.h>
+#include <variant>
+
+#include "cli/Errors.h"
+#include "model/AtomicFile.h"
+#include "model/PresetFile.h"
+#include "model/ShapeFile.h"
+
+namespace modrift::cli {
+namespace {
+
+std::vector<std::byte> bytesOf(const std::string& path, std::size_t most, const char* what) {
+  auto bytes = model::readFile(path, most);
+  if (!bytes) throw RunError(fmt::format("{}: {} was expected, a readable one of at most {} bytes", path, what, most));
+  return *std::move(bytes);
+}
+
+void replace(const std::string& path, std::span<const std::byte> bytes) {
+  if (const std::error_code error = model::replaceFile(path, bytes)) {
+    throw RunError(fmt::format("{}: a place to write to was expected ({})", path, error.message()));
+  }
+}
+
+const char* expectedInstead(model::Refusal refusal) {
+  switch (refusal) {
+    case model::Refusal::empty:
+      return "some";
+    case model::Refusal::cutShort:
+      return "its whole size";
+    case model::Refusal::noVersion:
+      break;
+  }
+  return "a version in it";
+}
+
+}  // namespace
+
+std::vector<std::byte> readPresetChunk(const std::string& path) {
+  const std::vector<std::byte> file = bytesOf(path, model::kLargestPresetFile, "a preset file");
+  const auto chunk = model::chunkOfPreset(file);
+  if (!chunk) throw RunError(path + ": a preset file was expected, whole and with a state in it");
+  return {chunk->begin(), chunk->end()};
+}
+
+model::LoadedState readPreset(const std::string& path) {
+  const model::ChunkReading reading = model::readChunk(readPresetChunk(path));
+  if (const auto* refusal = std::get_if<model::Refusal>(&reading)) {
+    throw RunError(fmt::format("{}: a state of Modrift was expected in the preset file, with {}", path,
+                               expectedInstead(*refusal)));
+  }
+  return std::get<model::LoadedState>(reading);
+}
+
+GraphPoints readGraph(const std::string& path, std::optional<int> graph) {
+  if (graph) return model::pointsOf(readPreset(path).state, *graph - 1);
+  const auto points = model::readShape(bytesOf(path, model::kLargestShapeFile, "a shape file"));
+  if (!points) {
+    throw RunError(fmt::format("{}: a shape file was expected, which has {} bytes", path, model::kShapeBytes));
+  }
+  return *points;
+}
+
+void writePresetFile(const std::string& path, std::span<const std::byte> chunk) {
+  replace(path, model::writePreset(chunk));
+}
+
+void writeShapeFile(const std::string& path, const GraphPoints& points) { replace(path, model::writeShape(points)); }
+
+}  // namespace modrift::cli
