@@ -16,7 +16,6 @@ namespace {
 
 constexpr Colour kFillTop{kRmsBody.rgb, 0.42};
 constexpr Colour kFillBottom{kPeakBody.rgb, 0.10};
-constexpr Colour kGlow{kRmsBody.rgb, 0.16};
 constexpr Colour kBendDot{kRmsBody.rgb, 0.75};
 
 // Pixels. The plot has the shape of the editor's graph, and whole ones for its quarters.
@@ -32,7 +31,11 @@ constexpr int kQuarters = 4;
 constexpr int kEighths = 8;
 
 constexpr double kLineWidth = 2.6;
-constexpr double kGlowWidth = 9.0;
+// Wide and faint below narrow and clear: a line that shines.
+struct Stroke {
+  double widthPx, alpha;
+};
+constexpr auto kStrokes = std::to_array<Stroke>({{16.0, 0.05}, {10.0, 0.07}, {6.0, 0.12}, {kLineWidth, 1.0}});
 constexpr double kPointRadius = 5.0;
 constexpr double kRimRadius = 7.5;  // dark, so that points stand out of the line
 constexpr double kBendRadius = 3.0;
@@ -50,20 +53,22 @@ Table rendered(const GraphPoints& points) {
   return table;
 }
 
-std::vector<PicturePoint> curveOf(const Table& table) {
+// With the jump at the cycle's end, which the table leaves to the next cycle's start.
+std::vector<PicturePoint> curveOf(const Table& table, const GraphPoints& points) {
   std::vector<PicturePoint> line;
   for (std::size_t i = 0; i < table.size(); i += kTableStep) {
     line.push_back(place(static_cast<double>(i) / kGraphWidth, static_cast<double>(table[i])));
   }
   line.push_back(place(1.0, static_cast<double>(table.back())));
+  line.push_back(place(1.0, textPoint(points, points.lastPoint).y));
   return line;
 }
 
 void drawTitle(PictureCanvas& canvas, const GraphPoints& points, const Table& table, const std::string& title) {
   const double mean = std::accumulate(table.begin(), table.end(), 0.0) / static_cast<double>(table.size());
   const auto [lowest, highest] = std::minmax_element(table.begin(), table.end());
-  const std::string facts =
-      fmt::format("{} points   {:.3g} to {:.3g}   mean {:.3g}", points.lastPoint + 1, *lowest, *highest, mean);
+  const std::string facts = fmt::format("{} points   {:.2f} to {:.2f}   mean {:.2f}", points.lastPoint + 1,
+                                        std::max(*lowest, 0.0f), *highest, mean);  // the law's rounding goes below 0
   const TextStyle factStyle{14.0, kLabel, Align::right};
   const TextStyle titleStyle{20.0, kTitle, Align::left, true};
   constexpr double kMiddle = 34.0;
@@ -120,15 +125,14 @@ void drawPoints(PictureCanvas& canvas, const GraphPoints& points) {
 
 void writeGraphPicture(const std::filesystem::path& png, const GraphPoints& points, const std::string& title) {
   const Table table = rendered(points);
-  const std::vector<PicturePoint> curve = curveOf(table);
+  const std::vector<PicturePoint> curve = curveOf(table, points);
   PictureCanvas canvas(kPictureWidth, kPictureHeight, kBackground);
   drawTitle(canvas, points, table, title);
   canvas.fill(kPlotLeft, kPlotTop, kPlotWidth, kPlotHeight, kPanel);
   canvas.fillBelow(curve, kPlotTop, kPlotBottom, kFillTop, kFillBottom);
   drawGrid(canvas);
   drawLabels(canvas);
-  canvas.strokeLine(curve, kGlowWidth, kGlow);
-  canvas.strokeLine(curve, kLineWidth, kRmsBody);
+  for (const auto& [widthPx, alpha] : kStrokes) canvas.strokeLine(curve, widthPx, {kRmsBody.rgb, alpha});
   drawBends(canvas, points, table);
   drawPoints(canvas, points);
   canvas.save(png);

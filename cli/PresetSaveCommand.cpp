@@ -18,7 +18,7 @@ namespace {
 constexpr double kSampleRateHz = 44100.0;
 constexpr VstInt32 kFrames = 64;
 
-// Points that were set as parameters come into their graph with the next block.
+// Points of a graph can be set as parameters only once audio has run.
 void playSilence(host::Plugin& plugin) {
   plugin.setSampleRate(kSampleRateHz);
   plugin.setBlockSize(kFrames);
@@ -28,7 +28,6 @@ void playSilence(host::Plugin& plugin) {
   std::array<float*, 2> inputs = {channels[0].data(), channels[1].data()};
   std::array<float*, 2> outputs = {channels[2].data(), channels[3].data()};
   plugin.process(inputs.data(), outputs.data(), kFrames);
-  plugin.deactivate();
 }
 
 }  // namespace
@@ -39,15 +38,13 @@ void runPresetSave(const PresetSaveOptions& options) {
   const std::vector<Setting> settings = parseSettings(options.settings);
   host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)));
   if (!isModrift(plugin)) throw RunError(plugin.path().string() + ": the plug-in Modrift was expected for preset save");
+  const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin));
   if (!options.preset.empty()) applyPreset(plugin, options.preset);
   for (const ShapeFile& shape : shapes) applyShape(plugin, shape);
-  for (const host::ParameterChange& setting : findSettings(settings, parameterNames(plugin))) {
-    plugin.setUnlistedParameter(setting.parameter, setting.value);
-  }
   playSilence(plugin);
-  const std::vector<std::byte> chunk = plugin.chunk(host::ChunkKind::program);
-  writePresetFile(options.output, chunk);
-  fmt::print("{}: a preset with {} shapes and {} parameters set\n", options.output, shapes.size(), settings.size());
+  for (const host::ParameterChange& setting : changes) plugin.setUnlistedParameter(setting.parameter, setting.value);
+  writePresetFile(options.output, plugin.chunk(host::ChunkKind::program));
+  fmt::print("{}: a preset of version {}\n", options.output, model::kStateVersion);
 }
 
 }  // namespace modrift::cli

@@ -1,6 +1,8 @@
 #include "cli/StoredFiles.h"
 
+#include <cstring>
 #include <fmt/format.h>
+#include <string_view>
 #include <variant>
 
 #include "cli/Errors.h"
@@ -21,6 +23,12 @@ void replace(const std::string& path, std::span<const std::byte> bytes) {
   if (const std::error_code error = model::replaceFile(path, bytes)) {
     throw RunError(fmt::format("{}: a place to write to was expected ({})", path, error.message()));
   }
+}
+
+// Shapes before the present form have no mark and any size, so a preset would pass for one.
+bool isMarkedAsPreset(std::span<const std::byte> file) {
+  constexpr std::string_view kMark = "CcnK";
+  return file.size() >= kMark.size() && std::memcmp(file.data(), kMark.data(), kMark.size()) == 0;
 }
 
 const char* expectedInstead(model::Refusal refusal) {
@@ -55,7 +63,11 @@ model::LoadedState readPreset(const std::string& path) {
 
 GraphPoints readGraph(const std::string& path, std::optional<int> graph) {
   if (graph) return model::pointsOf(readPreset(path).state, *graph - 1);
-  const auto points = model::readShape(bytesOf(path, model::kLargestShapeFile, "a shape file"));
+  const std::vector<std::byte> file = bytesOf(path, model::kLargestShapeFile, "a shape file");
+  if (isMarkedAsPreset(file)) {
+    throw RunError(path + ": a shape file was expected, not a preset (shape save --from takes a graph out of one)");
+  }
+  const auto points = model::readShape(file);
   if (!points) {
     throw RunError(fmt::format("{}: a shape file was expected, which has {} bytes", path, model::kShapeBytes));
   }
