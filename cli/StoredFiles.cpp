@@ -34,7 +34,7 @@ bool isMarkedAsPreset(std::span<const std::byte> file) {
 const char* expectedInstead(model::Refusal refusal) {
   switch (refusal) {
     case model::Refusal::empty:
-      return "some";
+      return "10 bytes and more";
     case model::Refusal::cutShort:
       return "its whole size";
     case model::Refusal::noVersion:
