@@ -8,12 +8,13 @@
 #include <string_view>
 
 #include "cli/AudioFile.h"
+#include "cli/CommonOptions.h"
 #include "cli/Errors.h"
 #include "cli/ExampleCommand.h"
 #include "cli/ExportMidiCommand.h"
+#include "cli/FileCommandLine.h"
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
-#include "cli/Numbers.h"
 #include "cli/RenderCommand.h"
 #include "cli/WaveCommand.h"
 
@@ -39,6 +40,8 @@ constexpr const char* kOverviewFooter =
     "  modrift render drums/*.flac -o rendered/ --picture rendered/\n"
     "  modrift render pad.wav -o out.wav --midi-in notes.mid --set \"In>Rerig=1\" --set \">vol=1\"\n"
     "  modrift export-midi -o cutoff.mid --tempo 128 --set \"CC Out=0.58\"\n"
+    "  modrift preset show duck.fxp\n"
+    "  modrift shape plot duck.shp -o duck.png\n"
     "  modrift info --json\n"
     "  modrift wave out.wav -o out.png\n"
     "'modrift COMMAND --help' tells the options of a command.\n"
@@ -64,34 +67,6 @@ constexpr const char* kRenderFooter =
     "  modrift render loop.wav -o out.wav --tempo 128 --set \">pan=1\" --picture out.png\n"
     "  modrift render loop.wav -o out.flac --automation moves.csv --rate 96000 --tail 2\n"
     "  modrift render a.wav b.ogg -o results/";
-
-template <class Number, class Parse>
-CLI::Validator within(Number lowest, Number highest, Parse parse, const char* what) {
-  const auto check = [=](const std::string& text) {
-    const auto number = parse(text);
-    if (number && *number >= lowest && *number <= highest) return std::string();
-    return fmt::format("{} from {} to {} was expected, not '{}'", what, lowest, highest, text);
-  };
-  return {check, ""};
-}
-
-CLI::Validator numberWithin(double lowest, double highest) { return within(lowest, highest, parseNumber, "a number"); }
-
-CLI::Validator wholeNumberWithin(int lowest, int highest) {
-  return within(lowest, highest, parseInteger, "a whole number");
-}
-
-// What the plug-in is set to before it plays.
-void addState(CLI::App& command, std::string& preset, std::vector<std::string>& shapes,
-              std::vector<std::string>& settings) {
-  command.add_option("--preset", preset, "A preset file to begin with")->type_name("FILE.fxp");
-  command.add_option("--shape", shapes, "A shape file for a graph from 1 to 12; may come often")
-      ->type_name("GRAPH=FILE.shp")
-      ->allow_extra_args(false);
-  command.add_option("--set", settings, "A parameter's value from the start; may come often")
-      ->type_name("NAME|INDEX=VALUE")
-      ->allow_extra_args(false);
-}
 
 void addTempo(CLI::App& command, double& tempoBpm) {
   command.add_option("--tempo", tempoBpm, "Beats a minute")
@@ -186,10 +161,12 @@ void run(const std::vector<std::string>& arguments) {
   ExportMidiOptions exportMidi;
   InfoOptions info;
   WaveOptions wave;
+  FileOptions files;
   addRender(app, render);
   addExportMidi(app, exportMidi);
   addInfo(app, info);
   addWave(app, wave);
+  addFileCommands(app, files);
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::Success& request) {  // --help or --version
@@ -197,11 +174,12 @@ void run(const std::vector<std::string>& arguments) {
     return;
   }
   if (app.get_subcommands().empty())
-    throw UsageError("modrift: render, export-midi, info or wave was expected as a command");
+    throw UsageError("modrift: render, export-midi, preset, shape, info or wave was expected as a command");
   if (app.got_subcommand("render")) runRender(render);
   if (app.got_subcommand("export-midi")) runExportMidi(exportMidi);
   if (app.got_subcommand("info")) runInfo(info);
   if (app.got_subcommand("wave")) runWave(wave);
+  runFileCommand(app, files);
 }
 
 // The library's sentences in the form of ours.

@@ -14,6 +14,7 @@
 
 #include "cli/Numbers.h"
 #include "cli/PluginLocation.h"
+#include "cli/Table.h"
 #include "host/Plugin.h"
 
 namespace modrift::cli {
@@ -167,8 +168,6 @@ Json describe(const host::Plugin& plugin) {
   return json;
 }
 
-using Rows = std::vector<std::vector<std::string>>;
-
 // What one cell shows: texts as they are, numbers without a tail of digits.
 std::string cell(const Json& value) {
   if (value.is_string()) return std::string(trimmed(value.get_ref<const std::string&>()));
@@ -178,20 +177,6 @@ std::string cell(const Json& value) {
   std::string text;
   for (const Json& item : value) text += (text.empty() ? "" : ", ") + cell(item);
   return text;
-}
-
-// Columns as wide as their widest cell, two blanks apart; the last one ends ragged.
-void printAligned(const Rows& rows) {
-  std::vector<std::size_t> widths;
-  for (const auto& row : rows) {
-    widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-  }
-  for (const auto& row : rows) {
-    std::string line;
-    for (std::size_t i = 0; i < row.size(); ++i) line += fmt::format("{:<{}}  ", row[i], widths[i]);
-    fmt::print("{}\n", line.substr(0, line.find_last_not_of(' ') + 1));
-  }
 }
 
 // A heading, and a list of objects with the same keys as a table.

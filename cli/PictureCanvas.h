@@ -1,5 +1,5 @@
-// A picture in memory: flat rectangles on whole pixels, text that always fits and is always valid, cells of colour, and
-// the way into a PNG file. Internal to WavePicture.cpp.
+// A picture in memory: flat rectangles on whole pixels, smooth lines, text that always fits and is always valid, cells
+// of colour, and the way into a PNG file. Internal to the files that draw pictures.
 #pragma once
 
 #include <algorithm>
@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <numbers>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +26,16 @@ struct Colour {
   std::uint32_t rgb;
   double alpha = 1.0;
 };
+
+// What all pictures share.
+inline constexpr Colour kBackground{0x16181d};
+inline constexpr Colour kPanel{0x0b0c11};
+inline constexpr Colour kTitle{0xe8eaee};
+inline constexpr Colour kLabel{0xa4abb8};
+inline constexpr Colour kPeakBody{0x2b7c8c};
+inline constexpr Colour kRmsBody{0x7fdbe2};
+inline constexpr Colour kWeakLine{0xffffff, 0.11};
+inline constexpr Colour kStrongLine{0xffffff, 0.30};
 
 enum class Align { left, centre, right };
 
@@ -58,6 +70,10 @@ inline std::vector<std::string> printableCharacters(std::string_view text) {
   return characters;
 }
 
+struct PicturePoint {
+  double x, y;  // pixels, y downwards
+};
+
 class PictureCanvas {
  public:
   PictureCanvas(int widthPx, int heightPx, Colour background)
@@ -83,6 +99,37 @@ class PictureCanvas {
   void fillShape(Colour colour) {
     setColour(colour);
     cairo_fill(cairo_.get());
+  }
+
+  // Closes the line's ends down to `bottom`, and fills from `top` to there with colours that fade into each other.
+  void fillBelow(std::span<const PicturePoint> line, double top, double bottom, Colour upper, Colour lower) {
+    if (line.empty()) return;
+    addPath(line);
+    cairo_line_to(cairo_.get(), line.back().x, bottom);
+    cairo_line_to(cairo_.get(), line.front().x, bottom);
+    const std::unique_ptr<cairo_pattern_t, CairoFree> fade(cairo_pattern_create_linear(0.0, top, 0.0, bottom));
+    const auto stop = [&](double at, Colour c) {
+      cairo_pattern_add_color_stop_rgba(fade.get(), at, part(c, 16), part(c, 8), part(c, 0), c.alpha);
+    };
+    stop(0.0, upper);
+    stop(1.0, lower);
+    cairo_set_source(cairo_.get(), fade.get());
+    cairo_fill(cairo_.get());
+  }
+
+  void strokeLine(std::span<const PicturePoint> line, double widthPx, Colour colour) {
+    addPath(line);
+    setColour(colour);
+    cairo_set_line_width(cairo_.get(), widthPx);
+    cairo_set_line_join(cairo_.get(), CAIRO_LINE_JOIN_ROUND);
+    cairo_set_line_cap(cairo_.get(), CAIRO_LINE_CAP_ROUND);
+    cairo_stroke(cairo_.get());
+  }
+
+  void disc(PicturePoint centre, double radiusPx, Colour colour) {
+    cairo_new_path(cairo_.get());
+    cairo_arc(cairo_.get(), centre.x, centre.y, radiusPx, 0.0, 2.0 * std::numbers::pi);
+    fillShape(colour);
   }
 
   // `middleY` is the middle of the digits, the same for all labels of one size.
@@ -138,12 +185,20 @@ class PictureCanvas {
   struct CairoFree {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
     void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+    void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
     void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
   };
 
+  // 0 to 1.
+  static double part(Colour colour, int shift) { return static_cast<double>((colour.rgb >> shift) & 0xffu) / 255.0; }
+
   void setColour(Colour colour) {
-    const auto part = [&](int shift) { return static_cast<double>((colour.rgb >> shift) & 0xffu) / 255.0; };
-    cairo_set_source_rgba(cairo_.get(), part(16), part(8), part(0), colour.alpha);
+    cairo_set_source_rgba(cairo_.get(), part(colour, 16), part(colour, 8), part(colour, 0), colour.alpha);
+  }
+
+  void addPath(std::span<const PicturePoint> line) {
+    cairo_new_path(cairo_.get());
+    for (const auto& [x, y] : line) cairo_line_to(cairo_.get(), x, y);
   }
 
   void setFont(TextStyle style) {

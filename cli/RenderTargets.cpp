@@ -44,11 +44,6 @@ void refuseReplacing(const fs::path& target, std::span<const std::string> inputs
   }
 }
 
-void requireEnding(const fs::path& target, const char* ending, const char* option) {
-  if (target.extension() == ending) return;
-  throw UsageError(fmt::format("{}: a name ending in {} was expected, not {}", option, ending, target.string()));
-}
-
 void requireFolders(const RenderNames& names) {
   if (!isFolder(names.output)) throw UsageError("-o: a folder (a name ending in /) was expected for several inputs");
   for (const auto& [name, option] : {std::pair(names.picture, "--picture"), std::pair(names.midi, "--midi-out")}) {
@@ -79,6 +74,11 @@ class NameCheck {
 };
 
 }  // namespace
+
+void requireEnding(const fs::path& target, const char* ending, const char* option) {
+  if (target.extension() == ending) return;
+  throw UsageError(fmt::format("{}: a name ending in {} was expected, not {}", option, ending, target.string()));
+}
 
 std::vector<RenderTarget> renderTargets(std::span<const std::string> inputs, const RenderNames& names,
                                         std::span<const std::string> otherInputs) {

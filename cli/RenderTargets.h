@@ -35,6 +35,9 @@ struct RenderNames {
 // The MIDI file that `-o` names, the rules for one file. Empty names among the inputs do not count.
 [[nodiscard]] std::filesystem::path midiTarget(const std::string& output, std::span<const std::string> inputs);
 
+// Throws UsageError, naming `option`, for a target with another ending, as ".png".
+void requireEnding(const std::filesystem::path& target, const char* ending, const char* option);
+
 // Makes the folder that a name ending in a slash asks for; leaves other names alone. Throws RunError.
 void makeFolder(const std::string& name);
 

@@ -174,17 +174,9 @@ std::vector<GridLine> secondLines(double seconds, std::size_t columns) {
 
 namespace {
 
-constexpr Colour kBackground{0x16181d};
-constexpr Colour kPanel{0x0b0c11};
-constexpr Colour kTitle{0xe8eaee};
-constexpr Colour kLabel{0xa4abb8};
-constexpr Colour kPeakBody{0x2b7c8c};
-constexpr Colour kRmsBody{0x7fdbe2};
 constexpr Colour kZeroLine{0xffffff, 0.16};
 constexpr Colour kFullScale{0xff6b5e, 0.45};
 constexpr Colour kGap{0xff6b5e, 0.5};
-constexpr Colour kWeakLine{0xffffff, 0.11};
-constexpr Colour kStrongLine{0xffffff, 0.30};
 
 // Pixels. Everything starts on a whole one, so that hairlines stay sharp.
 constexpr int kPictureWidth = 1400;

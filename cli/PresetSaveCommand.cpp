@@ -1,0 +1,50 @@
+#include <array>
+#include <fmt/format.h>
+#include <memory>
+
+#include "cli/Errors.h"
+#include "cli/ModriftCalls.h"
+#include "cli/PluginLocation.h"
+#include "cli/PresetCommands.h"
+#include "cli/PresetState.h"
+#include "cli/RenderTargets.h"
+#include "cli/Settings.h"
+#include "cli/StoredFiles.h"
+#include "host/Transport.h"
+
+namespace modrift::cli {
+namespace {
+
+constexpr double kSampleRateHz = 44100.0;
+constexpr VstInt32 kFrames = 64;
+
+// Points of a graph can be set as parameters only once audio has run.
+void playSilence(host::Plugin& plugin) {
+  plugin.setSampleRate(kSampleRateHz);
+  plugin.setBlockSize(kFrames);
+  plugin.activate();
+  plugin.setTime(host::Transport({.playing = false}, kSampleRateHz).time(), 0);
+  std::array<std::array<float, kFrames>, 4> channels{};
+  std::array<float*, 2> inputs = {channels[0].data(), channels[1].data()};
+  std::array<float*, 2> outputs = {channels[2].data(), channels[3].data()};
+  plugin.process(inputs.data(), outputs.data(), kFrames);
+}
+
+}  // namespace
+
+void runPresetSave(const PresetSaveOptions& options) {
+  requireEnding(options.output, ".fxp", "-o");
+  const std::vector<ShapeFile> shapes = parseShapes(options.shapes);
+  const std::vector<Setting> settings = parseSettings(options.settings);
+  host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)));
+  if (!isModrift(plugin)) throw RunError(plugin.path().string() + ": the plug-in Modrift was expected for preset save");
+  const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin));
+  if (!options.preset.empty()) applyPreset(plugin, options.preset);
+  for (const ShapeFile& shape : shapes) applyShape(plugin, shape);
+  playSilence(plugin);
+  for (const host::ParameterChange& setting : changes) plugin.setUnlistedParameter(setting.parameter, setting.value);
+  writePresetFile(options.output, plugin.chunk(host::ChunkKind::program));
+  fmt::print("{}: a preset of version {}\n", options.output, model::kStateVersion);
+}
+
+}  // namespace modrift::cli

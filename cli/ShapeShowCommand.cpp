@@ -1,0 +1,22 @@
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "cli/GraphText.h"
+#include "cli/ShapeCommands.h"
+#include "cli/StoredFiles.h"
+#include "cli/Table.h"
+
+namespace modrift::cli {
+
+void runShapeShow(const ShapeShowOptions& options) {
+  using Json = nlohmann::ordered_json;
+  const GraphPoints points = readGraph(options.input, std::nullopt);
+  if (options.json) {
+    const Json json = {{"file", options.input}, {"points", pointsJson(points)}};
+    fmt::print("{}\n", json.dump(2, ' ', false, Json::error_handler_t::replace));
+    return;
+  }
+  printAligned(pointRows(points));
+}
+
+}  // namespace modrift::cli
