@@ -1,4 +1,5 @@
 // A preset file: its chunk lies inside the file, and what is read of it is written and read again the same.
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -21,6 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       const double value = field.get(loaded->state, i);
       require(std::isfinite(value) && value >= field.low && value <= field.high, "values are inside their limits");
     }
+  }
+  for (int g = 0; g < kGraphs; ++g) {
+    const GraphPoints points = model::pointsOf(loaded->state, g);
+    const auto end = points.x.begin() + points.lastPoint + 1;
+    require(std::is_sorted(points.x.begin(), end) && points.x[0] == 0.0 && *(end - 1) == kGraphWidth, "X rises");
   }
   const auto again = model::writePreset(model::writeChunk(loaded->state));
   const auto reread = model::readChunk(model::chunkOfPreset(again).value());

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 #include <thread>
@@ -39,28 +40,18 @@ class Loader {
   }
 
   void act() {
-    switch (random_() % 6) {
-      case 0:
-        return setChunk();
-      case 1:
-        return effect_.SavePreset(preset_.c_str());
-      case 2:
-        return command(83, preset_);
-      case 3:
-        return effect_.SaveShape(shape_.c_str());
-      case 4:
-        return command(77, shape_);
-      default:
-        return blast();
-    }
+    const std::function<void()> kActs[] = {
+        [this] { setChunk(); },           [this] { effect_.SavePreset(preset_.c_str()); },
+        [this] { command(83, preset_); }, [this] { effect_.SaveShape(shape_.c_str()); },
+        [this] { command(77, shape_); },  [this] { blast(); }};
+    kActs[random_() % std::size(kActs)]();
   }
 
  private:
   // Sane settings; graphs of any bytes.
   void setChunk() {
-    const auto seed = static_cast<std::uint32_t>(random_());
-    const model::State state = randomState(seed);
-    auto chunk = seed % 3 ? ChunkBuilder::current(state) : ChunkBuilder::old(state);
+    const model::State state = randomState(static_cast<std::uint32_t>(random_()));
+    auto chunk = random_() % 3 ? ChunkBuilder::current(state) : ChunkBuilder::old(state);
     for (int n = 0; n < 200; ++n) chunk.bytes()[40 + random_() % 18000] = static_cast<std::byte>(random_());
     effect_.setChunk(chunk.bytes().data(), static_cast<VstInt32>(chunk.bytes().size()), random_() % 2);
   }

@@ -38,6 +38,17 @@ class ChunkBuilder {
     return value;
   }
 
+  // Element `i` of a field that begins at `start`.
+  void putTyped(model::FieldType type, int start, int i, double v) {
+    using enum model::FieldType;
+    const std::size_t offset = static_cast<std::size_t>(start) + model::widthOf(type) * static_cast<std::size_t>(i);
+    if (type == f64) put(offset, v);
+    if (type == f32) put(offset, static_cast<float>(v));
+    if (type == i32) put(offset, static_cast<std::int32_t>(v));
+    if (type == i16) put(offset, static_cast<std::int16_t>(v));
+    if (type == i8) put(offset, static_cast<std::int8_t>(v));
+    if (type == u8 || type == flag) put(offset, static_cast<std::uint8_t>(v));
+  }
   std::vector<std::byte>& bytes() { return bytes_; }
   [[nodiscard]] model::ChunkReading read(const model::State& present = {}, model::Locks locks = {}) const {
     return model::readChunk(bytes_, present, locks);
@@ -52,21 +63,8 @@ class ChunkBuilder {
   template <class OffsetOf>
   void fill(const model::State& state, OffsetOf offsetOf) {
     for (const model::Field& f : model::stateFields()) {
-      for (int i = 0; offsetOf(f) >= 0 && i < f.count; ++i) {
-        const auto width = model::widthOf(f.type);
-        const auto offset = static_cast<std::size_t>(offsetOf(f)) + width * static_cast<std::size_t>(i);
-        putTyped(f.type, offset, f.get(state, i));
-      }
+      for (int i = 0; offsetOf(f) >= 0 && i < f.count; ++i) putTyped(f.type, offsetOf(f), i, f.get(state, i));
     }
-  }
-  void putTyped(model::FieldType type, std::size_t offset, double v) {
-    using enum model::FieldType;
-    if (type == f64) put(offset, v);
-    if (type == f32) put(offset, static_cast<float>(v));
-    if (type == i32) put(offset, static_cast<std::int32_t>(v));
-    if (type == i16) put(offset, static_cast<std::int16_t>(v));
-    if (type == i8) put(offset, static_cast<std::int8_t>(v));
-    if (type == u8 || type == flag) put(offset, static_cast<std::uint8_t>(v));
   }
 
   std::vector<std::byte> bytes_;

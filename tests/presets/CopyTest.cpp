@@ -36,6 +36,7 @@ class PresetCopy : public testing::Test {
   fs::path users() const { return folder_ / "user's data" / "Modrift Presets"; }
 
   // The script's exit status; what it says goes to `said`.
+  int copy() { return copy(users().string()); }
   int copy(const std::string& to) {
     const std::string command = std::string("'") + MODRIFT_PRESETS_SCRIPT + "' '" + (folder_ / "built set").string() +
                                 "' \"" + to + "\" 2>'" + (folder_ / "said").string() + "'";
@@ -43,7 +44,6 @@ class PresetCopy : public testing::Test {
     said = read(folder_ / "said");
     return status;
   }
-  int copy() { return copy(users().string()); }
 
   fs::path folder_;
   std::string said;

@@ -52,7 +52,7 @@ Stereo render(const Preset& preset, const Stereo& in) {
   load(preset, rig);
   Stereo out(in.size());
   for (std::size_t start = 0; start < in.size(); start += kBlock) {
-    if (takesNotes(preset) && start % kTwoBeats == 0) sendNote(rig, start % (2 * kTwoBeats) == 0 ? 100 : 0);
+    if (takesNotes(preset) && start % kTwoBeats == 0) rig.send({{0, 0x90, 60, start % (2 * kTwoBeats) == 0 ? 100 : 0}});
     rig.block(&in.left[start], &in.right[start], &out.left[start], &out.right[start], kBlock);
     rig.advance(kBlock);
   }
@@ -110,29 +110,18 @@ TEST_P(FactoryPreset, IsHeardOnTheExampleLoopAndDoesNotClip) {
 INSTANTIATE_TEST_SUITE_P(All, FactoryPreset, testing::ValuesIn(factorySet().presets), testNameOf);
 
 TEST(PresetMeasurement, FindsWrongPromises) {
-  const Preset& pump = presetCalled("Classic Pump");
-  const Movement told = pump.movements.front();
-  const auto withPeriod = [&](double beats) {
-    Movement wrong = told;
-    wrong.period.beats = beats;
-    return faultOf(pump, wrong);
+  const auto faultWith = [](std::string_view name, const auto& change) {
+    const Preset& preset = presetCalled(name);
+    Movement movement = preset.movements.front();
+    change(movement);
+    return faultOf(preset, movement);
   };
-  EXPECT_NE(withPeriod(0.75), "");
-  EXPECT_NE(withPeriod(2.0), "");
-  EXPECT_NE(withPeriod(3.0), "");
-  Movement wrong = told;
-  wrong.depth = 12.0;
-  EXPECT_NE(faultOf(pump, wrong), "");
-  wrong = told;
-  wrong.bOnce = true;
-  EXPECT_NE(faultOf(pump, wrong), "");
-  wrong = told;
-  wrong.of = Movement::Of::pan;
-  EXPECT_NE(faultOf(pump, wrong), "");
-  const Preset& pluck = presetCalled("Pluck on Note");
-  wrong = pluck.movements.front();
-  wrong.period.beats = 0.5;
-  EXPECT_NE(faultOf(pluck, wrong), "");
+  for (const double beats : {0.75, 2.0, 3.0})
+    EXPECT_NE(faultWith("Classic Pump", [&](Movement& m) { m.period.beats = beats; }), "") << beats;
+  EXPECT_NE(faultWith("Classic Pump", [](Movement& m) { m.depth = 12.0; }), "");
+  EXPECT_NE(faultWith("Classic Pump", [](Movement& m) { m.bOnce = true; }), "");
+  EXPECT_NE(faultWith("Classic Pump", [](Movement& m) { m.of = Movement::Of::pan; }), "");
+  EXPECT_NE(faultWith("Pluck on Note", [](Movement& m) { m.period.beats = 0.5; }), "");
 }
 
 TEST(PresetMeasurement, FindsPresetsThatDoNothing) {

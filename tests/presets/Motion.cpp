@@ -63,7 +63,7 @@ class Player {
     }
   }
 
-  void note() { sendNote(rig_, 100); }
+  void note() { rig_.send({{0, 0x90, 60, 100}}); }
   [[nodiscard]] double blocksIn(double seconds) const {
     return seconds * static_cast<double>(kTestRateHz) / static_cast<double>(frames_);
   }
@@ -205,19 +205,6 @@ void load(const Preset& preset, EffectRig& rig) {
 }
 
 bool takesNotes(const Preset& preset) { return valueOf(preset, kRetrigger) > 0.0f; }
-
-void sendNote(EffectRig& rig, int velocity) {
-  VstMidiEvent note{};
-  note.type = kVstMidiType;
-  note.byteSize = static_cast<VstInt32>(sizeof note);
-  note.midiData[0] = static_cast<char>(0x90);
-  note.midiData[1] = 60;
-  note.midiData[2] = static_cast<char>(velocity);
-  VstEvents events{};
-  events.numEvents = 1;
-  events.events[0] = reinterpret_cast<VstEvent*>(&note);
-  rig.call(effProcessEvents, 0, 0, &events);
-}
 
 std::string faultOf(const Preset& preset, const Movement& movement) {
   Player player(preset, movement);

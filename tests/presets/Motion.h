@@ -11,8 +11,6 @@ inline constexpr double kTestTempo = 120.0;  // that of the example loop, too
 
 // The one way in which the tests bring a preset into an effect.
 void load(const modrift::factory::Preset& preset, EffectRig& rig);
-// Plays a note into the next block, at its first frame; velocity 0 lets it go.
-void sendNote(EffectRig& rig, int velocity);
 [[nodiscard]] bool takesNotes(const modrift::factory::Preset& preset);
 
 // What is wrong with a movement that a preset promises: empty, or a sentence with what was expected and measured.
