@@ -22,7 +22,7 @@ CLI::Option* addGraph(CLI::App& command, std::optional<int>& graph, const char* 
 }
 
 void addFile(CLI::App& command, const std::string& name, std::string& file, const char* description) {
-  command.add_option(name, file, description)->required()->type_name("FILE");
+  command.add_option(name, file, description)->required()->type_name("");
 }
 
 void addPresetShow(CLI::App& preset, PresetShowOptions& options) {

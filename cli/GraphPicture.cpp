@@ -99,7 +99,7 @@ void drawLabels(PictureCanvas& canvas) {
   canvas.text(kPlotLeft + kPlotWidth * 0.875, kPlotBottom + 26.0, "of the cycle", {13.0, kLabel, Align::centre});
 }
 
-// Where a line is bent, the dot in its middle is what the editor lets people pull.
+// Where a line is bent, a dot in its middle shows how far.
 void drawBends(PictureCanvas& canvas, const GraphPoints& points, const Table& table) {
   for (int i = 0; i < points.lastPoint; ++i) {
     const auto [x, y, curve] = textPoint(points, i);
