@@ -45,7 +45,9 @@ TEST(Controller, IsOffAtZeroAndAtTheTop) {
 TEST(Thinning, LetsTwoPassAndThenKeepsItsDistance) {
   MovingRig rig;
   const std::vector<int> expected = {11, 23, 95, 167, 239, 311, 383, 455};
+  rig.fx().midiThinning = 72;  // a distance that is just kept
   EXPECT_EQ(rig.framesOf(512), expected);
+  rig.fx().midiThinning = 64;
   EXPECT_EQ(rig.framesOf(512), expected);  // each block counts for itself
   for (const int off : {1, 0, -5}) {
     rig.fx().midiThinning = off;
