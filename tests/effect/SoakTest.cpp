@@ -1,6 +1,6 @@
 // Everything that loads, saves and automates in two threads while blocks run. What it proves is mostly the sanitizers'
 // to say; without them sound must stay finite, and every state that is taken out must be whole enough to load again.
-// Three seconds; MODRIFT_SOAK_SECONDS asks for more.
+// Ten seconds; MODRIFT_SOAK_SECONDS asks for another time.
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -27,14 +27,17 @@ VstIntPtr VSTCALLBACK hostCallback(AEffect*, VstInt32 opcode, VstInt32, VstIntPt
 
 std::chrono::seconds soakTime() {
   const char* const wanted = std::getenv("MODRIFT_SOAK_SECONDS");
-  return std::chrono::seconds(wanted ? std::atoi(wanted) : 3);
+  return std::chrono::seconds(wanted ? std::atoi(wanted) : 10);
 }
 
-// The editor's thread: presets, shapes and parameters of all kinds.
+// The editor's thread: presets, shapes, exports and parameters of all kinds.
 class Loader {
  public:
   Loader(KorvelInDSPEdit& effect, const fs::path& folder)
-      : effect_(effect), preset_((folder / "soak.fxp").string()), shape_((folder / "soak.shp").string()) {
+      : effect_(effect),
+        preset_((folder / "soak.fxp").string()),
+        shape_((folder / "soak.shp").string()),
+        midi_((folder / "soak.mid").string()) {
     effect_.SavePreset(preset_.c_str());
     effect_.SaveShape(shape_.c_str());
   }
@@ -43,7 +46,8 @@ class Loader {
     const std::function<void()> kActs[] = {
         [this] { setChunk(); },           [this] { effect_.SavePreset(preset_.c_str()); },
         [this] { command(83, preset_); }, [this] { effect_.SaveShape(shape_.c_str()); },
-        [this] { command(77, shape_); },  [this] { blast(); }};
+        [this] { command(77, shape_); },  [this] { blast(); },
+        [this] { exportNowAndThen(); }};
     kActs[random_() % std::size(kActs)]();
   }
 
@@ -59,6 +63,10 @@ class Loader {
     effect_.setLoadPath(path.c_str());
     effect_.setParameter(index, 1.0f);
   }
+  // Plays up to eight bars, so that it would crowd out the rest.
+  void exportNowAndThen() {
+    if (random_() % 8 == 0) command(105, midi_);
+  }
   void blast() {
     for (int n = 0; n < 100; ++n) {
       const int index = static_cast<int>(random_() % 110);
@@ -68,7 +76,7 @@ class Loader {
   }
 
   KorvelInDSPEdit& effect_;
-  std::string preset_, shape_;
+  std::string preset_, shape_, midi_;
   std::mt19937 random_{77};
 };
 
