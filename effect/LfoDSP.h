@@ -127,8 +127,6 @@ class LfoDSP : public AudioEffectX {
   void ByteSwapLFO() noexcept {}  // where a big-endian build would turn the stored numbers
   // False for a path that does not fit; then the next load finds none.
   bool setLoadPath(const char* path) noexcept;
-
-  // Files [ui].
   // The cutoff graph as a Standard MIDI File at `loadPath` [ui]; blocks leave the outputs alone meanwhile.
   void saveMIDIFile(int mode);
 

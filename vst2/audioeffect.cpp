@@ -150,8 +150,10 @@ void AudioEffect::processClassDoubleReplacing(AEffect* e, double** inputs, doubl
   if (AudioEffect* const effect = effectOf(e)) effect->processDoubleReplacing(inputs, outputs, sampleFrames);
 }
 
-void AudioEffect::setParameterClass(AEffect* e, VstInt32 index, float value) noexcept {
+void AudioEffect::setParameterClass(AEffect* e, VstInt32 index, float value) noexcept try {
   if (AudioEffect* const effect = effectOf(e)) effect->setParameter(index, value);
+} catch (...) {
+  return;  // a command that found no memory, say: nothing has happened
 }
 
 float AudioEffect::getParameterClass(AEffect* e, VstInt32 index) noexcept {
