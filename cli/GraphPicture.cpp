@@ -80,8 +80,10 @@ void drawTitle(PictureCanvas& canvas, const GraphPoints& points, const Table& ta
 void drawGrid(PictureCanvas& canvas) {
   for (int i = 1; i < kEighths; ++i) {
     const Colour colour = i % 2 == 0 ? kStrongLine : kWeakLine;
-    canvas.fill(kPlotLeft + i * kPlotWidth / kEighths, kPlotTop, 1, kPlotHeight, {colour.rgb, colour.alpha / 2.0});
-    canvas.fill(kPlotLeft, kPlotTop + i * kPlotHeight / kEighths, kPlotWidth, 1, {colour.rgb, colour.alpha / 2.0});
+    const int x = kPlotLeft + i * kPlotWidth / kEighths;  // whole pixels, so that the lines are crisp
+    const int y = kPlotTop + i * kPlotHeight / kEighths;
+    canvas.fill(x, kPlotTop, 1, kPlotHeight, {colour.rgb, colour.alpha / 2.0});
+    canvas.fill(kPlotLeft, y, kPlotWidth, 1, {colour.rgb, colour.alpha / 2.0});
   }
 }
 

@@ -133,6 +133,7 @@ std::string valueText(const Field& field, double value) {
 
 std::string valuesText(const Field& field, const model::State& state) {
   std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(field.count));
   for (int i = 0; i < field.count; ++i) texts.push_back(valueText(field, field.get(state, i)));
   if (texts.size() > 1 && std::count(texts.begin(), texts.end(), texts[0]) == field.count) return texts[0] + " each";
   return fmt::format("{}", fmt::join(texts, " "));
@@ -145,7 +146,7 @@ std::string parameterText(const Field& field) {
 }
 
 std::string namesText(const Field& field, const std::vector<std::string>& names) {
-  const std::string first = nameOf(names, field.parameter);
+  std::string first = nameOf(names, field.parameter);
   if (field.count == 1 || first.empty()) return first;
   return first + " to " + nameOf(names, field.parameter + field.count - 1);
 }
