@@ -44,4 +44,15 @@ void Hz2string(float samples, char* text) noexcept { float2string(samples == 0.0
 
 void ms2string(float samples, char* text) noexcept { float2string(samples * 1000.0f / kTextRate, text); }
 
+void long2string(long value, char* text) noexcept {
+  if (value >= 100000000) {
+    std::strcpy(text, "Huge!");
+    return;
+  }
+  char whole[32];
+  std::snprintf(whole, sizeof whole, "%7ld", value);
+  whole[8] = '\0';
+  std::strcpy(text, whole);
+}
+
 }  // namespace strings
