@@ -30,7 +30,7 @@ const std::map<std::string, std::set<std::string>> kArrows = {
     {"plugin", {"vst2", "filters", "model", "effect", "toolkit", "editor", "platform", "auadapter"}},
     {"host", {"vst2"}},
     {"cli", {"host", "vst2", "model"}},
-    {"presets", {"effect", "model", "vst2"}},
+    {"presets", {"effect", "filters", "model", "vst2"}},
     {"tests", {kEverything}},
     {"bench", {kEverything}},
     {"fuzz", {kEverything}},
