@@ -21,8 +21,10 @@ class Watch {
     field = dsp::withoutTraces(value, kTrace);
   }
   void look(S value) noexcept;
-  // Frames of a finished block.
-  void lookAll(const float* frames, long count) noexcept;
+  // Frames of a finished block. Read as they were written, one by one: a wider load would wait for the stores.
+  void lookAll(const float* frames, long count) noexcept {
+    for (long i = 0; i < count; ++i) look(dsp::loadFrame<S>(frames + i * dsp::kLanes<S>));
+  }
   [[nodiscard]] bool anyBroken() const noexcept;
   [[nodiscard]] bool broken(int lane) const noexcept;
 
@@ -33,10 +35,6 @@ class Watch {
 template <>
 inline void Watch<float>::look(float value) noexcept {
   broken_ = broken_ || !(std::fabs(value) <= kBeyondReason);
-}
-template <>
-inline void Watch<float>::lookAll(const float* frames, long count) noexcept {
-  for (long i = 0; i < count; ++i) look(frames[i]);
 }
 template <>
 inline bool Watch<float>::anyBroken() const noexcept {
@@ -50,13 +48,6 @@ inline bool Watch<float>::broken(int) const noexcept {
 template <>
 inline void Watch<dsp::Quad>::look(dsp::Quad value) noexcept {
   broken_ |= ~(dsp::magnitude(value) <= dsp::quadOf(kBeyondReason));
-}
-template <>
-inline void Watch<dsp::Quad>::lookAll(const float* frames, long count) noexcept {
-  long i = 0;
-  for (; i + 1 < count; i += 2) look(dsp::loadQuad(frames + 2 * i));  // two frames at once
-  broken_ |= __builtin_shufflevector(broken_, broken_, 2, 3, 2, 3);
-  if (i < count) look(dsp::loadFrame<dsp::Quad>(frames + 2 * i));
 }
 template <>
 inline bool Watch<dsp::Quad>::anyBroken() const noexcept {
@@ -108,6 +99,15 @@ template <class S>
 [[nodiscard]] inline S softClip(S x) noexcept {
   const S t = dsp::limited(x, -1.5f, 1.5f);
   return t - 0.14814815f * (t * t * t);
+}
+
+// Below this, no cube moves the last bit of what it is taken from.
+inline constexpr float kCubeCounts = 1e-10f;
+
+// The same from one stage to the next, where a signal may die slowly.
+template <class S>
+[[nodiscard]] inline S clippedBetween(S x) noexcept {
+  return dsp::anyAbove(x, kCubeCounts) ? softClip(x) : x;
 }
 
 // The drive in front of nearly all types.

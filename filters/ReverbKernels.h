@@ -186,12 +186,12 @@ struct French {
     S operator()(S in) noexcept {
       const S y = drive_(in);
       const S a = averaged(a_, Low{}, drive_(return_ * back_ + y));
-      const S u = softClip(a);
+      const S u = clippedBetween(a);
       b_.step(u);
       const S l1 = b_.low;
       b_.step(u);
       const S s = a + 0.5f * l1 + 0.25f * b_.low;
-      feedBack(softClip(s));
+      feedBack(clippedBetween(s));
       return dsp::limited(wet_ * s, -1.0f, 1.0f) + y * dry_;
     }
 

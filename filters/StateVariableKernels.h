@@ -80,7 +80,8 @@ struct Linear {
 };
 
 // 12 dB per octave, held by a cubic and by a limit to what the band may move in one step. The limit stands behind a
-// branch that is hardly ever taken, since it lies on the way from one step to the next.
+// branch that is hardly ever taken, since it lies on the way from one step to the next. The cube of a dying signal is
+// left out: it is far below the band's last bit, and its underflow would cost more than all the rest.
 struct NonLinear {
   template <class S>
   struct Stage : TwoPole<S> {
@@ -96,7 +97,7 @@ struct NonLinear {
       if (dsp::anyAbove(move, kSlew)) [[unlikely]]
         move = dsp::limited(move, -kSlew, kSlew);
       const S b = this->band + move;
-      this->band = b - cubic * (b * b * b);
+      this->band = dsp::anyAbove(b, kCubeCounts) ? b - cubic * (b * b * b) : b;
     }
 
     S cubic;
@@ -173,7 +174,7 @@ struct Series {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept : a_(job, Slot::a), b_(job, Slot::b), inGain_(dsp::both<S>(job.coefs.inGain)) {}
-    S tap(S y) noexcept { return averaged(b_, TapB{}, softClip(averaged(a_, TapA{}, inGain_ * y))); }
+    S tap(S y) noexcept { return averaged(b_, TapB{}, clippedBetween(averaged(a_, TapA{}, inGain_ * y))); }
     void keep(Job<S>& job) noexcept {
       a_.keep(job, Slot::a);
       b_.keep(job, Slot::b);
@@ -250,7 +251,7 @@ struct Morph24 {
         : taps_(job), a_(job, Slot::a), b_(job, Slot::b), inGain_(dsp::both<S>(job.coefs.inGain)) {}
     S tap(S y) noexcept {
       taps_.glide();
-      return averaged(b_, taps_, softClip(averaged(a_, taps_, inGain_ * y)));
+      return averaged(b_, taps_, clippedBetween(averaged(a_, taps_, inGain_ * y)));
     }
     void keep(Job<S>& job) noexcept {
       taps_.keep(job);
