@@ -8,55 +8,25 @@
 
 namespace kernels {
 
-// Looks at all that stays behind at a block's end: values that grew beyond reason or stopped being numbers mark their
-// channel as broken, and traces too small to be heard become zero before they turn into denormal numbers.
+// Looks at all that stays behind at a block's end: traces too small to be heard become zero before they turn into
+// denormal numbers, and a single bit tells whether any value reached 2 or stopped being a number.
 template <class S>
 class Watch {
  public:
-  static constexpr float kBeyondReason = 1e6f;
-  static constexpr float kTrace = 1e-18f;
-
   void keep(S& field, S value) noexcept {
     look(value);
     field = dsp::withoutTraces(value, kTrace);
   }
-  void look(S value) noexcept;
-  // Frames of a finished block. Read as they were written, one by one: a wider load would wait for the stores.
-  void lookAll(const float* frames, long count) noexcept {
-    for (long i = 0; i < count; ++i) look(dsp::loadFrame<S>(frames + i * dsp::kLanes<S>));
-  }
-  [[nodiscard]] bool anyBroken() const noexcept;
-  [[nodiscard]] bool broken(int lane) const noexcept;
+  void look(S value) noexcept { seen_ |= dsp::bitsOf(value); }
+  // Whether a channel may hold what a filter must not go on with; then its fields are worth a closer look.
+  [[nodiscard]] bool suspicious() const noexcept { return dsp::anyBit(seen_, kTopExponentBit); }
 
  private:
-  typename dsp::Mask<S> broken_{};
+  static constexpr float kTrace = 1e-18f;
+  static constexpr int kTopExponentBit = 0x40000000;  // set from 2 on, in infinities and in NaNs
+
+  dsp::Bits<S> seen_{};
 };
-
-template <>
-inline void Watch<float>::look(float value) noexcept {
-  broken_ = broken_ || !(std::fabs(value) <= kBeyondReason);
-}
-template <>
-inline bool Watch<float>::anyBroken() const noexcept {
-  return broken_;
-}
-template <>
-inline bool Watch<float>::broken(int) const noexcept {
-  return broken_;
-}
-
-template <>
-inline void Watch<dsp::Quad>::look(dsp::Quad value) noexcept {
-  broken_ |= ~(dsp::magnitude(value) <= dsp::quadOf(kBeyondReason));
-}
-template <>
-inline bool Watch<dsp::Quad>::anyBroken() const noexcept {
-  return (broken_[0] | broken_[1]) != 0;
-}
-template <>
-inline bool Watch<dsp::Quad>::broken(int lane) const noexcept {
-  return broken_[lane] != 0;
-}
 
 template <class S>
 struct Job {
@@ -79,13 +49,20 @@ struct Kernels {
   KernelFunction<dsp::Quad> stereo;
 };
 
+// Flattened, so that the whole kernel lives in registers.
 template <class S, class K>
-void run(Job<S>& job) noexcept {
+[[gnu::flatten]] void run(Job<S>& job) noexcept {
   K kernel(job);
   const float* const in = job.in;
   float* const out = job.out;
   const long last = job.count * dsp::kLanes<S>;
-  for (long i = 0; i < last; i += dsp::kLanes<S>) dsp::storeFrame(out + i, kernel(dsp::loadFrame<S>(in + i)));
+  Watch<S> watch;
+  for (long i = 0; i < last; i += dsp::kLanes<S>) {
+    const S result = kernel(dsp::loadFrame<S>(in + i));
+    watch.look(result);
+    dsp::storeFrame(out + i, result);
+  }
+  job.watch = watch;
   kernel.keep(job);
 }
 

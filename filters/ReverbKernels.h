@@ -225,7 +225,7 @@ struct French {
     Job<S>& job_;
     LineClock<S> clock_;
     DriveStage<S> drive_;
-    typename NonLinear::template Stage<S> a_, b_;
+    typename NonLinear::template Stage<S, Needs::nothing> a_, b_;
     S return_, damping_, wet_, dry_, back_;
     S damp_[kDelays], dc_[kDelays];
   };

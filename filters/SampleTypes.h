@@ -4,6 +4,7 @@
 // cost nothing and never turn into denormal numbers. Each lane rounds as a `float` does: both types give the same bits.
 #pragma once
 
+#include <bit>
 #include <cmath>
 
 #include "filters/Lanes.h"
@@ -124,19 +125,24 @@ template <class F>
 }
 [[nodiscard]] inline float truncated(float x) noexcept { return static_cast<float>(static_cast<int>(x)); }
 
-// What a comparison lane by lane gives.
+// The bits of a sample, lane by lane.
 namespace detail {
 template <class S>
-struct MaskOf {
+struct BitsOf {
   using Type = int __attribute__((vector_size(16)));
 };
 template <>
-struct MaskOf<float> {
-  using Type = bool;
+struct BitsOf<float> {
+  using Type = int;
 };
 }  // namespace detail
 template <class S>
-using Mask = typename detail::MaskOf<S>::Type;
+using Bits = typename detail::BitsOf<S>::Type;
+
+[[nodiscard]] inline Bits<float> bitsOf(float x) noexcept { return std::bit_cast<int>(x); }
+[[nodiscard]] inline Bits<Quad> bitsOf(Quad x) noexcept { return std::bit_cast<Bits<Quad>>(x); }
+[[nodiscard]] inline bool anyBit(Bits<float> bits, int bit) noexcept { return (bits & bit) != 0; }
+[[nodiscard]] inline bool anyBit(Bits<Quad> bits, int bit) noexcept { return ((bits[0] | bits[1]) & bit) != 0; }
 
 // The double counterpart of a sample type, for the few formulas that need it.
 namespace detail {

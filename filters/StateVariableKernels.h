@@ -22,9 +22,57 @@ template <class S>
   return slot == Slot::a ? job.memory.a : job.memory.b;
 }
 
+// What a tap reads of a 12 dB stage besides low and band. Only that lives on from sample to sample: every field less is
+// a register more.
+enum class Needs : unsigned { nothing = 0, high = 1, notch = 2, both = 3 };
+
+[[nodiscard]] constexpr Needs operator|(Needs a, Needs b) noexcept {
+  return static_cast<Needs>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
+}
+[[nodiscard]] constexpr bool includes(Needs all, Needs one) noexcept {
+  return (static_cast<unsigned>(all) & static_cast<unsigned>(one)) != 0;
+}
+
+// Taps of a stage.
+struct Low {
+  static constexpr Needs kNeeds = Needs::nothing;
+  template <class Stage>
+  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
+    return s.low;
+  }
+};
+struct High {
+  static constexpr Needs kNeeds = Needs::high;
+  template <class Stage>
+  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
+    return s.high;
+  }
+};
+struct Band {
+  static constexpr Needs kNeeds = Needs::nothing;
+  template <class Stage>
+  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
+    return s.band;
+  }
+};
+struct Notch {
+  static constexpr Needs kNeeds = Needs::notch;
+  template <class Stage>
+  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
+    return s.notch;
+  }
+};
+struct Peak {
+  static constexpr Needs kNeeds = Needs::notch;
+  template <class Stage>
+  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
+    return s.notch + s.band;
+  }
+};
+
 // 6 dB per octave.
 struct Pole {
-  template <class S>
+  template <class S, Needs>
   struct Stage {
     Stage(Job<S>& job, Slot slot) noexcept
         : low(stageMemory(job, slot).low),
@@ -47,7 +95,7 @@ struct Pole {
 };
 
 // What the two 12 dB stages share.
-template <class S>
+template <class S, Needs kNeeds>
 struct TwoPole {
   TwoPole(Job<S>& job, Slot slot) noexcept : TwoPole(stageMemory(job, slot), stageCoefs(job.coefs, slot)) {}
   TwoPole(const StageMemory<S>& m, const StageCoefs& k) noexcept
@@ -57,8 +105,8 @@ struct TwoPole {
     StageMemory<S>& m = stageMemory(job, slot);
     job.watch.keep(m.low, low);
     job.watch.keep(m.band, band);
-    job.watch.keep(m.high, high);
-    job.watch.keep(m.notch, notch);
+    if constexpr (includes(kNeeds, Needs::high)) job.watch.keep(m.high, high);
+    if constexpr (includes(kNeeds, Needs::notch)) job.watch.keep(m.notch, notch);
   }
 
   S low, band, high, notch;
@@ -66,9 +114,9 @@ struct TwoPole {
 };
 
 struct Linear {
-  template <class S>
-  struct Stage : TwoPole<S> {
-    using TwoPole<S>::TwoPole;
+  template <class S, Needs kNeeds>
+  struct Stage : TwoPole<S, kNeeds> {
+    using TwoPole<S, kNeeds>::TwoPole;
 
     void step(S u) noexcept {
       this->notch = u - this->q * this->band;
@@ -83,10 +131,10 @@ struct Linear {
 // branch that is hardly ever taken, since it lies on the way from one step to the next. The cube of a dying signal is
 // left out: it is far below the band's last bit, and its underflow would cost more than all the rest.
 struct NonLinear {
-  template <class S>
-  struct Stage : TwoPole<S> {
+  template <class S, Needs kNeeds>
+  struct Stage : TwoPole<S, kNeeds> {
     Stage(Job<S>& job, Slot slot) noexcept
-        : TwoPole<S>(job, slot), cubic(dsp::both<S>(stageCoefs(job.coefs, slot).cubic)) {}
+        : TwoPole<S, kNeeds>(job, slot), cubic(dsp::both<S>(stageCoefs(job.coefs, slot).cubic)) {}
 
     void step(S u) noexcept {
       constexpr float kSlew = 0.8333333f;
@@ -102,38 +150,6 @@ struct NonLinear {
 
     S cubic;
   };
-};
-
-// Taps of a stage.
-struct Low {
-  template <class Stage>
-  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
-    return s.low;
-  }
-};
-struct High {
-  template <class Stage>
-  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
-    return s.high;
-  }
-};
-struct Band {
-  template <class Stage>
-  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
-    return s.band;
-  }
-};
-struct Notch {
-  template <class Stage>
-  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
-    return s.notch;
-  }
-};
-struct Peak {
-  template <class Stage>
-  [[nodiscard]] auto operator()(const Stage& s) const noexcept {
-    return s.notch + s.band;
-  }
 };
 
 // One sample of a stage with its two inputs, which are the same in nearly all types.
@@ -162,7 +178,7 @@ struct Single {
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
-    typename Kind::template Stage<S> a_;
+    typename Kind::template Stage<S, Tap::kNeeds> a_;
     S inGain_;
   };
 };
@@ -181,8 +197,8 @@ struct Series {
     }
 
    private:
-    typename KindA::template Stage<S> a_;
-    typename KindB::template Stage<S> b_;
+    typename KindA::template Stage<S, TapA::kNeeds> a_;
+    typename KindB::template Stage<S, TapB::kNeeds> b_;
     S inGain_;
   };
 };
@@ -190,6 +206,8 @@ struct Series {
 // Weighted sums of three taps; the weights glide.
 template <class First, class Second, class Third>
 struct MorphTaps {
+  static constexpr Needs kNeeds = First::kNeeds | Second::kNeeds | Third::kNeeds;
+
   template <class S>
   class Of {
    public:
@@ -237,7 +255,7 @@ struct Morph12 {
 
    private:
     typename Taps::template Of<S> taps_;
-    typename NonLinear::template Stage<S> a_;
+    typename NonLinear::template Stage<S, Taps::kNeeds> a_;
     S inGain_;
   };
 };
@@ -261,8 +279,8 @@ struct Morph24 {
 
    private:
     typename Taps::template Of<S> taps_;
-    typename NonLinear::template Stage<S> a_;
-    typename Linear::template Stage<S> b_;
+    typename NonLinear::template Stage<S, Taps::kNeeds> a_;
+    typename Linear::template Stage<S, Taps::kNeeds> b_;
     S inGain_;
   };
 };
@@ -283,7 +301,8 @@ struct BandReject {
     }
 
    private:
-    typename NonLinear::template Stage<S> a_, b_;
+    typename NonLinear::template Stage<S, Needs::nothing> a_;
+    typename NonLinear::template Stage<S, Needs::high> b_;
     S inGain_;
   };
 };

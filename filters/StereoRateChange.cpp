@@ -53,7 +53,8 @@ struct Running {
   Quad m0, m1, m2, m3, m4;
 };
 
-// What the guard leaves in every other frame would make the cubes behind it underflow, which costs a hundred cycles each.
+// What the guard leaves in every other frame would make the cubes behind it underflow, which costs a hundred cycles
+// each.
 constexpr float kTrace = 1e-18f;
 
 Quad branches(double a, double b) noexcept {

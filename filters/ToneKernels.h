@@ -18,7 +18,7 @@ struct Equaliser {
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
-    typename Kind::template Stage<S> a_;
+    typename Kind::template Stage<S, Tap::kNeeds> a_;
     S gain_;
   };
 };
@@ -33,11 +33,12 @@ class Oscillator {
   void keep(Job<S>& job) noexcept {
     job.watch.look(stage_.low);
     job.watch.look(stage_.band);
-    stageMemory(job, kSlot) = {stage_.low, stage_.band, stage_.high, stage_.notch};
+    stageMemory(job, kSlot).low = stage_.low;
+    stageMemory(job, kSlot).band = stage_.band;
   }
 
  private:
-  typename NonLinear::template Stage<S> stage_;
+  typename NonLinear::template Stage<S, Needs::nothing> stage_;
 };
 
 struct Ring {
@@ -154,7 +155,7 @@ struct AddBass {
     }
 
     DriveStage<S> drive_;
-    typename NonLinear::template Stage<S> a_;
+    typename NonLinear::template Stage<S, Needs::nothing> a_;
     S through_, wet_, dry_;
   };
 };
