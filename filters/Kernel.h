@@ -71,6 +71,18 @@ template <class Kind>
 inline constexpr Kernels kKernels = {&run<float, typename Kind::template Of<float>>,
                                      &run<dsp::Quad, typename Kind::template Of<dsp::Quad>>};
 
+// Two kernels that sound the same, the first one faster where it applies: `Fast::appliesTo(job)`.
+template <class S, class Fast, class Full>
+void runEither(Job<S>& job) noexcept {
+  if (Fast::appliesTo(job)) {
+    run<S, typename Fast::template Of<S>>(job);
+  } else {
+    run<S, typename Full::template Of<S>>(job);
+  }
+}
+template <class Fast, class Full>
+inline constexpr Kernels kEither = {&runEither<float, Fast, Full>, &runEither<dsp::Quad, Fast, Full>};
+
 // Cubic limiter: +-1 at an input of +-1.5, with zero slope there, and constant beyond.
 template <class S>
 [[nodiscard]] inline S softClip(S x) noexcept {
@@ -112,6 +124,11 @@ class MixStage {
 // Input and output stage round an `Inner` kernel that makes a tap of the driven sample.
 template <class Inner>
 struct Mixed {
+  template <class S>
+  [[nodiscard]] static bool appliesTo(const Job<S>& job) noexcept {
+    return Inner::appliesTo(job);
+  }
+
   template <class S>
   class Of {
    public:

@@ -203,15 +203,29 @@ struct Series {
   };
 };
 
-// Weighted sums of three taps; the weights glide.
-template <class First, class Second, class Third>
+enum class Weights { glide, rest };
+
+// Weighted sums of three taps. The weights glide to their targets; once a glide's step is lost in rounding, they rest.
+template <Weights kWeights, class First, class Second, class Third>
 struct MorphTaps {
   static constexpr Needs kNeeds = First::kNeeds | Second::kNeeds | Third::kNeeds;
 
   template <class S>
+  [[nodiscard]] static bool rest(const Job<S>& job) noexcept {
+    Of<S> next(job);
+    next.glide();
+    bool bRest = true;
+    for (int i = 0; i < kMorphTaps; ++i) {
+      const auto moved = dsp::bitsOf(next.weight_[i]) ^ dsp::bitsOf(job.memory.morph[i]);
+      bRest = bRest && !dsp::anyBit(moved, -1);
+    }
+    return bRest;
+  }
+
+  template <class S>
   class Of {
    public:
-    explicit Of(Job<S>& job) noexcept
+    explicit Of(const Job<S>& job) noexcept
         : rate_(dsp::both<S>(job.coefs.morphRate)), keep_(dsp::both<S>(job.coefs.morphKeep)) {
       for (int i = 0; i < kMorphTaps; ++i) {
         weight_[i] = job.memory.morph[i];
@@ -222,6 +236,9 @@ struct MorphTaps {
     void glide() noexcept {
       for (int i = 0; i < kMorphTaps; ++i) weight_[i] = target_[i] * rate_ + weight_[i] * keep_;
     }
+    void next() noexcept {
+      if constexpr (kWeights == Weights::glide) glide();
+    }
 
     template <class Stage>
     [[nodiscard]] S operator()(const Stage& s) const noexcept {
@@ -229,10 +246,14 @@ struct MorphTaps {
     }
 
     void keep(Job<S>& job) noexcept {
-      for (int i = 0; i < kMorphTaps; ++i) job.watch.keep(job.memory.morph[i], weight_[i]);
+      if constexpr (kWeights == Weights::glide) {
+        for (int i = 0; i < kMorphTaps; ++i) job.watch.keep(job.memory.morph[i], weight_[i]);
+      }
     }
 
    private:
+    friend struct MorphTaps;
+
     S rate_, keep_;
     S weight_[kMorphTaps], target_[kMorphTaps];
   };
@@ -241,11 +262,16 @@ struct MorphTaps {
 template <class Taps>
 struct Morph12 {
   template <class S>
+  [[nodiscard]] static bool appliesTo(const Job<S>& job) noexcept {
+    return Taps::rest(job);
+  }
+
+  template <class S>
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept : taps_(job), a_(job, Slot::a), inGain_(dsp::both<S>(job.coefs.inGain)) {}
     S tap(S y) noexcept {
-      taps_.glide();
+      taps_.next();
       return averaged(a_, taps_, inGain_ * y);
     }
     void keep(Job<S>& job) noexcept {
@@ -263,12 +289,17 @@ struct Morph12 {
 template <class Taps>
 struct Morph24 {
   template <class S>
+  [[nodiscard]] static bool appliesTo(const Job<S>& job) noexcept {
+    return Taps::rest(job);
+  }
+
+  template <class S>
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
         : taps_(job), a_(job, Slot::a), b_(job, Slot::b), inGain_(dsp::both<S>(job.coefs.inGain)) {}
     S tap(S y) noexcept {
-      taps_.glide();
+      taps_.next();
       return averaged(b_, taps_, clippedBetween(averaged(a_, taps_, inGain_ * y)));
     }
     void keep(Job<S>& job) noexcept {
@@ -284,6 +315,10 @@ struct Morph24 {
     S inGain_;
   };
 };
+
+template <template <class> class Order, class First, class Second, class Third>
+inline constexpr Kernels kMorph = kEither<Mixed<Order<MorphTaps<Weights::rest, First, Second, Third>>>,
+                                          Mixed<Order<MorphTaps<Weights::glide, First, Second, Third>>>>;
 
 // Low-pass at the lower and high-pass at the upper edge, side by side.
 struct BandReject {
@@ -323,8 +358,13 @@ struct Bypass {
 
 // The clean filter: the drive acts as the strength of the cubic only, and the band is limited to +-1. Traces far below
 // the signal become exactly zero within the step.
-template <class Tap>
+template <class Tap, bool kDriven>
 struct Clean {
+  template <class S>
+  [[nodiscard]] static bool appliesTo(const Job<S>& job) noexcept {
+    return job.coefs.driveRaw == 0.0f;
+  }
+
   template <class S>
   class Of {
    public:
@@ -340,11 +380,11 @@ struct Clean {
     S operator()(S in) noexcept {
       const S x = dsp::limited(in, -0.9999f, 0.9999f);
       low += f_ * band;
-      const S b = dsp::limited(band + f_ * (x - q_ * band - low) - drive_ * (band * band * band), -1.0f, 1.0f);
+      const S b = dsp::limited(bent(band + f_ * (x - q_ * band - low), band), -1.0f, 1.0f);
       const S notch = x - q_ * b;
       low += f_ * b;
       high = notch - low;
-      band = dsp::limited(flushed(b + f_ * high - drive_ * (b * b * b)), -1.0f, 1.0f);
+      band = dsp::limited(flushed(bent(b + f_ * high, b)), -1.0f, 1.0f);
       return mix_(Tap{}(*this), x);
     }
 
@@ -356,6 +396,10 @@ struct Clean {
     S low, band, high;
 
    private:
+    [[nodiscard]] S bent(S moved, S from) const noexcept {
+      if constexpr (!kDriven) return moved;
+      return moved - drive_ * (from * from * from);
+    }
     [[nodiscard]] static S flushed(S x) noexcept {
       const S offset = dsp::both<S>(1e-18f);
       return (x + offset) - offset;
@@ -365,5 +409,8 @@ struct Clean {
     S f_, q_, drive_;
   };
 };
+
+template <class Tap>
+inline constexpr Kernels kClean = kEither<Clean<Tap, false>, Clean<Tap, true>>;
 
 }  // namespace kernels
