@@ -18,15 +18,19 @@ void FilterStage::warmUp() noexcept {
 }
 
 void FilterStage::process(const float* params, float mix, TickBuffer& tick, int frames) noexcept {
+  if (mix >= 1.0f) return filterTick(params, tick, frames);
   const TickBuffer dry = tick;
+  filterTick(params, tick, frames);
+  const float wet = std::max(mix, 0.0f);
+  const auto samples = static_cast<std::size_t>(2 * frames);
+  for (std::size_t i = 0; i < samples; ++i) tick[i] = dry[i] * (1.0f - wet) + tick[i] * wet;
+}
+
+void FilterStage::filterTick(const float* params, TickBuffer& tick, int frames) noexcept {
   std::array<float, 4 * kTickFrames> twice;
   up_.process(twice.data(), tick.data(), frames);
   filter_->processBuffer(params, twice.data(), twice.data(), 2 * frames);
   down_.process(tick.data(), twice.data(), frames);
-  if (mix >= 1.0f) return;
-  const float wet = std::max(mix, 0.0f);
-  const auto samples = static_cast<std::size_t>(2 * frames);
-  for (std::size_t i = 0; i < samples; ++i) tick[i] = dry[i] * (1.0f - wet) + tick[i] * wet;
 }
 
 void FilterStage::dropNonFinite() noexcept {

@@ -29,6 +29,8 @@ class FilterStage {
  private:
   static constexpr int kWarmUpFrames = 64;
 
+  void filterTick(const float* params, TickBuffer& tick, int frames) noexcept;
+
   rspl::StereoUpsampler2 up_;
   rspl::StereoDownsampler2 down_;
   std::unique_ptr<FilterCore<dsp::Quad>> filter_;  // both channels

@@ -2,6 +2,8 @@
 // and a filter in the loop.
 #pragma once
 
+#include <utility>
+
 #include "filters/PhaserKernels.h"
 
 namespace kernels {
@@ -13,20 +15,22 @@ class FractionalDelay {
   explicit FractionalDelay(Job<S>& job) noexcept
       : data_(job.lines.main.data.get()),
         mask_(job.lines.main.mask),
-        glide_(job.clock.delaySmooth),
+        target_(job.clock.delaySmooth.target),
+        coef_(job.clock.delaySmooth.coef),
+        current_(job.clock.delaySmooth.current),
+        bias_(job.clock.delaySmooth.denormalBias),
+        nextBias_(VSmoothLog::turned(bias_)),
         position_(job.clock.writePos) {}
 
   // Stores the newest sample and reads the one a delay time behind it.
   S operator()(S newest) noexcept {
     position_ &= mask_;
     dsp::storeFrame(slot(position_), newest);
-    const float p = static_cast<float>(position_) - glide_.step(glide_.coef);
+    std::swap(bias_, nextBias_);  // it alternates between two values
+    current_ += (target_ - current_) * coef_ + bias_;
+    const float p = static_cast<float>(position_) - current_;
     const long i = floorOf(p);
-    const S t = dsp::both<S>(p - static_cast<float>(i));
-    const S a = at(i - 1), b = at(i), c = at(i + 1), d = at(i + 2);
-    const S h = (c - a) * 0.5f;
-    const S k = (d - a) * 0.5f + (b - c) * 1.5f;
-    return ((k * t + (a - b + h - k)) * t + h) * t + b;
+    return interpolated(i, dsp::both<S>(p - static_cast<float>(i)));
   }
 
   // The loop closes one slot behind the newest sample.
@@ -37,8 +41,8 @@ class FractionalDelay {
   }
 
   void keep(Job<S>& job) noexcept {
-    job.clock.delaySmooth.current = glide_.current;
-    job.clock.delaySmooth.denormalBias = glide_.denormalBias;
+    job.clock.delaySmooth.current = current_;
+    job.clock.delaySmooth.denormalBias = bias_;
     job.clock.writePos = position_;
   }
 
@@ -48,11 +52,29 @@ class FractionalDelay {
     return truncated - (static_cast<float>(truncated) > p ? 1 : 0);
   }
   [[nodiscard]] float* slot(long reduced) const noexcept { return data_ + reduced * dsp::kLanes<S>; }
-  [[nodiscard]] S at(long i) const noexcept { return dsp::loadFrame<S>(slot(i & mask_)); }
+
+  // Four neighbours from i - 1 on, t of the way from the second to the third.
+  [[nodiscard]] S interpolated(long i, S t) const noexcept {
+    const long first = (i - 1) & mask_;
+    if (first + 3 <= mask_) [[likely]] {
+      const float* const from = slot(first);
+      constexpr int k = dsp::kLanes<S>;
+      return hermite(dsp::loadFrame<S>(from), dsp::loadFrame<S>(from + k), dsp::loadFrame<S>(from + 2 * k),
+                     dsp::loadFrame<S>(from + 3 * k), t);
+    }
+    const auto at = [this](long j) { return dsp::loadFrame<S>(slot(j & mask_)); };
+    return hermite(at(i - 1), at(i), at(i + 1), at(i + 2), t);
+  }
+
+  [[nodiscard]] static S hermite(S a, S b, S c, S d, S t) noexcept {
+    const S h = (c - a) * 0.5f;
+    const S k = (d - a) * 0.5f + (b - c) * 1.5f;
+    return ((k * t + (a - b + h - k)) * t + h) * t + b;
+  }
 
   float* data_;
   long mask_;
-  VSmoothLog glide_;
+  float target_, coef_, current_, bias_, nextBias_;
   long position_;
 };
 

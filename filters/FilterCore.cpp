@@ -12,6 +12,7 @@ using kernels::SignalMemory;
 
 // Starts the stages that oscillate by themselves.
 constexpr float kSeed = 1e-7f;
+constexpr float kBeyondReason = 1e6f;
 
 template <class S>
 auto kernelOf(const kernels::Kernels& both) noexcept {
@@ -152,14 +153,21 @@ void FilterCore<S>::runKernel(const kernels::Kernels& kernel, const float* in, f
   kernels::Watch<S> watch;
   kernels::Job<S> job{memory_, lines_, clock_, coefs_, watch, in, out, count};
   kernelOf<S>(kernel)(job);
-  watch.lookAll(out, count);
-  if (!watch.anyBroken()) [[likely]]
-    return;
-  for (int lane = 0; lane < dsp::kLanes<S>; ++lane) {
-    if (!watch.broken(lane)) continue;
-    restart(lane);
-    for (long i = 0; i < count; ++i) out[i * dsp::kLanes<S> + lane] = 0.0f;
+  if (watch.suspicious()) [[unlikely]] {
+    for (int lane = 0; lane < dsp::kLanes<S>; ++lane) guard(lane, out, count);
   }
+}
+
+// A channel that grew beyond reason, or that holds what is no number, falls silent for this block and starts afresh.
+template <class S>
+void FilterCore<S>::guard(int lane, float* out, long count) noexcept {
+  const auto isSound = [](float x) { return std::fabs(x) <= kBeyondReason; };
+  bool bSound = true;
+  eachField(memory_, [&](S& field, float) { bSound = bSound && isSound(dsp::laneOf(field, lane)); });
+  for (long i = 0; i < count; ++i) bSound = bSound && isSound(out[i * dsp::kLanes<S> + lane]);
+  if (bSound) return;
+  restart(lane);
+  for (long i = 0; i < count; ++i) out[i * dsp::kLanes<S> + lane] = 0.0f;
 }
 
 template <class S>

@@ -28,6 +28,7 @@ class FilterCore {
   void setUp(const float* params, bool bChanged) noexcept;
   void startType(const FilterType& type) noexcept;
   void runKernel(const kernels::Kernels& kernel, const float* in, float* out, long count) noexcept;
+  void guard(int lane, float* out, long count) noexcept;
   void restart(int lane) noexcept;
 
   const VGlobalCoeffs* tables_;

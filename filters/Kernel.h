@@ -8,64 +8,25 @@
 
 namespace kernels {
 
-// Looks at all that stays behind at a block's end: values that grew beyond reason or stopped being numbers mark their
-// channel as broken, and traces too small to be heard become zero before they turn into denormal numbers.
+// Looks at all that stays behind at a block's end: traces too small to be heard become zero before they turn into
+// denormal numbers, and a single bit tells whether any value reached 2 or stopped being a number.
 template <class S>
 class Watch {
  public:
-  static constexpr float kBeyondReason = 1e6f;
-  static constexpr float kTrace = 1e-18f;
-
   void keep(S& field, S value) noexcept {
     look(value);
     field = dsp::withoutTraces(value, kTrace);
   }
-  void look(S value) noexcept;
-  // Frames of a finished block.
-  void lookAll(const float* frames, long count) noexcept;
-  [[nodiscard]] bool anyBroken() const noexcept;
-  [[nodiscard]] bool broken(int lane) const noexcept;
+  void look(S value) noexcept { seen_ |= dsp::bitsOf(value); }
+  // Whether a channel may hold what a filter must not go on with; then its fields are worth a closer look.
+  [[nodiscard]] bool suspicious() const noexcept { return dsp::anyBit(seen_, kTopExponentBit); }
 
  private:
-  typename dsp::Mask<S> broken_{};
+  static constexpr float kTrace = 1e-18f;
+  static constexpr int kTopExponentBit = 0x40000000;  // set from 2 on, in infinities and in NaNs
+
+  dsp::Bits<S> seen_{};
 };
-
-template <>
-inline void Watch<float>::look(float value) noexcept {
-  broken_ = broken_ || !(std::fabs(value) <= kBeyondReason);
-}
-template <>
-inline void Watch<float>::lookAll(const float* frames, long count) noexcept {
-  for (long i = 0; i < count; ++i) look(frames[i]);
-}
-template <>
-inline bool Watch<float>::anyBroken() const noexcept {
-  return broken_;
-}
-template <>
-inline bool Watch<float>::broken(int) const noexcept {
-  return broken_;
-}
-
-template <>
-inline void Watch<dsp::Quad>::look(dsp::Quad value) noexcept {
-  broken_ |= ~(dsp::magnitude(value) <= dsp::quadOf(kBeyondReason));
-}
-template <>
-inline void Watch<dsp::Quad>::lookAll(const float* frames, long count) noexcept {
-  long i = 0;
-  for (; i + 1 < count; i += 2) look(dsp::loadQuad(frames + 2 * i));  // two frames at once
-  broken_ |= __builtin_shufflevector(broken_, broken_, 2, 3, 2, 3);
-  if (i < count) look(dsp::loadFrame<dsp::Quad>(frames + 2 * i));
-}
-template <>
-inline bool Watch<dsp::Quad>::anyBroken() const noexcept {
-  return (broken_[0] | broken_[1]) != 0;
-}
-template <>
-inline bool Watch<dsp::Quad>::broken(int lane) const noexcept {
-  return broken_[lane] != 0;
-}
 
 template <class S>
 struct Job {
@@ -88,13 +49,20 @@ struct Kernels {
   KernelFunction<dsp::Quad> stereo;
 };
 
+// Flattened, so that the whole kernel lives in registers.
 template <class S, class K>
-void run(Job<S>& job) noexcept {
+[[gnu::flatten]] void run(Job<S>& job) noexcept {
   K kernel(job);
   const float* const in = job.in;
   float* const out = job.out;
   const long last = job.count * dsp::kLanes<S>;
-  for (long i = 0; i < last; i += dsp::kLanes<S>) dsp::storeFrame(out + i, kernel(dsp::loadFrame<S>(in + i)));
+  Watch<S> watch;
+  for (long i = 0; i < last; i += dsp::kLanes<S>) {
+    const S result = kernel(dsp::loadFrame<S>(in + i));
+    watch.look(result);
+    dsp::storeFrame(out + i, result);
+  }
+  job.watch = watch;
   kernel.keep(job);
 }
 
@@ -103,11 +71,32 @@ template <class Kind>
 inline constexpr Kernels kKernels = {&run<float, typename Kind::template Of<float>>,
                                      &run<dsp::Quad, typename Kind::template Of<dsp::Quad>>};
 
+// Two kernels that sound the same, the first one faster where it applies: `Fast::appliesTo(job)`.
+template <class S, class Fast, class Full>
+void runEither(Job<S>& job) noexcept {
+  if (Fast::appliesTo(job)) {
+    run<S, typename Fast::template Of<S>>(job);
+  } else {
+    run<S, typename Full::template Of<S>>(job);
+  }
+}
+template <class Fast, class Full>
+inline constexpr Kernels kEither = {&runEither<float, Fast, Full>, &runEither<dsp::Quad, Fast, Full>};
+
 // Cubic limiter: +-1 at an input of +-1.5, with zero slope there, and constant beyond.
 template <class S>
 [[nodiscard]] inline S softClip(S x) noexcept {
   const S t = dsp::limited(x, -1.5f, 1.5f);
   return t - 0.14814815f * (t * t * t);
+}
+
+// Below this, no cube moves the last bit of what it is taken from.
+inline constexpr float kCubeCounts = 1e-10f;
+
+// The same from one stage to the next, where a signal may die slowly.
+template <class S>
+[[nodiscard]] inline S clippedBetween(S x) noexcept {
+  return dsp::anyAbove(x, kCubeCounts) ? softClip(x) : x;
 }
 
 // The drive in front of nearly all types.
@@ -135,6 +124,11 @@ class MixStage {
 // Input and output stage round an `Inner` kernel that makes a tap of the driven sample.
 template <class Inner>
 struct Mixed {
+  template <class S>
+  [[nodiscard]] static bool appliesTo(const Job<S>& job) noexcept {
+    return Inner::appliesTo(job);
+  }
+
   template <class S>
   class Of {
    public:

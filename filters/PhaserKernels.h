@@ -55,7 +55,7 @@ struct DcBlock {
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
-    typename Pole::template Stage<S> a_;
+    typename Pole::template Stage<S, Needs::high> a_;
   };
 };
 
@@ -69,7 +69,7 @@ struct PoleFilter {
     void keep(Job<S>& job) noexcept { stage_.keep(job, kSlot); }
 
    private:
-    typename Pole::template Stage<S> stage_;
+    typename Pole::template Stage<S, Needs::high> stage_;
   };
 };
 using LowPass = PoleFilter<Low, Slot::b>;

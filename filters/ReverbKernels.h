@@ -160,6 +160,25 @@ struct Reverb {
   };
 };
 
+// A 12 dB stage of coefficients so small that its band never meets the limit of a step, and that its cube is lost in
+// rounding until the band is large.
+struct NearlyStill {
+  template <class S, Needs kNeeds>
+  struct Stage : TwoPole<S, kNeeds> {
+    Stage(Job<S>& job, Slot slot) noexcept
+        : TwoPole<S, kNeeds>(job, slot), cubic(dsp::both<S>(stageCoefs(job.coefs, slot).cubic)) {}
+
+    void step(S u) noexcept {
+      constexpr float kCubeIsLost = 0.1f;  // cubic b^2 is below 2^-25 up to here
+      this->low += this->f * this->band;
+      const S b = this->band + this->f * (u - this->q * this->band - this->low);
+      this->band = dsp::anyAbove(b, kCubeIsLost) ? b - cubic * (b * b * b) : b;
+    }
+
+    S cubic;
+  };
+};
+
 // A resonant low-pass into a second stage that stands nearly still, and back to its input through two damped delays.
 // The all-pass coefficient of those delays is 0 in this type, so its terms are left out.
 struct French {
@@ -186,12 +205,12 @@ struct French {
     S operator()(S in) noexcept {
       const S y = drive_(in);
       const S a = averaged(a_, Low{}, drive_(return_ * back_ + y));
-      const S u = softClip(a);
+      const S u = clippedBetween(a);
       b_.step(u);
       const S l1 = b_.low;
       b_.step(u);
       const S s = a + 0.5f * l1 + 0.25f * b_.low;
-      feedBack(softClip(s));
+      feedBack(clippedBetween(s));
       return dsp::limited(wet_ * s, -1.0f, 1.0f) + y * dry_;
     }
 
@@ -225,7 +244,8 @@ struct French {
     Job<S>& job_;
     LineClock<S> clock_;
     DriveStage<S> drive_;
-    typename NonLinear::template Stage<S> a_, b_;
+    typename NonLinear::template Stage<S, Needs::nothing> a_;
+    typename NearlyStill::template Stage<S, Needs::nothing> b_;
     S return_, damping_, wet_, dry_, back_;
     S damp_[kDelays], dc_[kDelays];
   };

@@ -4,6 +4,7 @@
 // cost nothing and never turn into denormal numbers. Each lane rounds as a `float` does: both types give the same bits.
 #pragma once
 
+#include <bit>
 #include <cmath>
 
 #include "filters/Lanes.h"
@@ -124,19 +125,24 @@ template <class F>
 }
 [[nodiscard]] inline float truncated(float x) noexcept { return static_cast<float>(static_cast<int>(x)); }
 
-// What a comparison lane by lane gives.
+// The bits of a sample, lane by lane.
 namespace detail {
 template <class S>
-struct MaskOf {
+struct BitsOf {
   using Type = int __attribute__((vector_size(16)));
 };
 template <>
-struct MaskOf<float> {
-  using Type = bool;
+struct BitsOf<float> {
+  using Type = int;
 };
 }  // namespace detail
 template <class S>
-using Mask = typename detail::MaskOf<S>::Type;
+using Bits = typename detail::BitsOf<S>::Type;
+
+[[nodiscard]] inline Bits<float> bitsOf(float x) noexcept { return std::bit_cast<int>(x); }
+[[nodiscard]] inline Bits<Quad> bitsOf(Quad x) noexcept { return std::bit_cast<Bits<Quad>>(x); }
+[[nodiscard]] inline bool anyBit(Bits<float> bits, int bit) noexcept { return (bits & bit) != 0; }
+[[nodiscard]] inline bool anyBit(Bits<Quad> bits, int bit) noexcept { return ((bits[0] | bits[1]) & bit) != 0; }
 
 // The double counterpart of a sample type, for the few formulas that need it.
 namespace detail {
@@ -154,6 +160,31 @@ using Wide = typename detail::WideOf<S>::Type;
 
 [[nodiscard]] inline double widened(float x) noexcept { return static_cast<double>(x); }
 [[nodiscard]] inline DoublePair widened(Quad x) noexcept { return __builtin_convertvector(lowPair(x), DoublePair); }
+[[nodiscard]] inline double magnitude(double x) noexcept { return std::fabs(x); }
+[[nodiscard]] inline double smaller(double a, double b) noexcept { return a < b ? a : b; }
+[[nodiscard]] inline double withSignOf(double magnitude, double sign) noexcept {
+  return std::copysign(magnitude, sign);
+}
+
+#if defined(__SSE2__)
+[[nodiscard]] inline DoublePair magnitude(DoublePair x) noexcept { return _mm_andnot_pd(_mm_set1_pd(-0.0), x); }
+[[nodiscard]] inline DoublePair smaller(DoublePair a, DoublePair b) noexcept { return _mm_min_pd(a, b); }
+[[nodiscard]] inline DoublePair withSignOf(DoublePair magnitude, DoublePair sign) noexcept {
+  const __m128d bit = _mm_set1_pd(-0.0);
+  return _mm_or_pd(_mm_andnot_pd(bit, magnitude), _mm_and_pd(bit, sign));
+}
+#else
+[[nodiscard]] inline DoublePair magnitude(DoublePair x) noexcept {
+  return DoublePair{std::fabs(x[0]), std::fabs(x[1])};
+}
+[[nodiscard]] inline DoublePair smaller(DoublePair a, DoublePair b) noexcept {
+  return DoublePair{smaller(a[0], b[0]), smaller(a[1], b[1])};
+}
+[[nodiscard]] inline DoublePair withSignOf(DoublePair magnitude, DoublePair sign) noexcept {
+  return DoublePair{std::copysign(magnitude[0], sign[0]), std::copysign(magnitude[1], sign[1])};
+}
+#endif
+
 [[nodiscard]] inline float narrowed(double x) noexcept { return static_cast<float>(x); }
 [[nodiscard]] inline Quad narrowed(DoublePair x) noexcept {
   return quadOf(__builtin_convertvector(x, Pair), Pair{0.0f, 0.0f});

@@ -1,5 +1,5 @@
 // The rate change of `rspl::Downsampler2Flt` for a left/right pair: both branches of both channels in four lanes. Gives
-// the same bits as two mono objects.
+// the same bits as two mono objects, but for traces below 1e-18, which leave the upsampler as zero.
 //
 // Frames are interleaved: left, right, left, right. Life: construction (coefficients loaded, memories clear), then
 // blocks [audio]; one object a direction.

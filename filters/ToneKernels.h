@@ -18,7 +18,7 @@ struct Equaliser {
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
-    typename Kind::template Stage<S> a_;
+    typename Kind::template Stage<S, Tap::kNeeds> a_;
     S gain_;
   };
 };
@@ -33,11 +33,12 @@ class Oscillator {
   void keep(Job<S>& job) noexcept {
     job.watch.look(stage_.low);
     job.watch.look(stage_.band);
-    stageMemory(job, kSlot) = {stage_.low, stage_.band, stage_.high, stage_.notch};
+    stageMemory(job, kSlot).low = stage_.low;
+    stageMemory(job, kSlot).band = stage_.band;
   }
 
  private:
-  typename NonLinear::template Stage<S> stage_;
+  typename NonLinear::template Stage<S, Needs::nothing> stage_;
 };
 
 struct Ring {
@@ -108,22 +109,21 @@ struct SampleHold {
   };
 };
 
-// sin(x) for |x| up to pi, within an ulp of the double result: x - n pi in two parts, then the odd series.
+// sin(x) for |x| up to pi, within an ulp or two of the double result: folded to half a turn, then the odd series.
 template <class D>
-[[nodiscard]] inline D sineOfHalfTurn(D x, D turns) noexcept {
+[[nodiscard]] inline D sine(D x) noexcept {
   constexpr double kPiLow = 1.2246467991473532e-16;  // what pi as a double leaves out
-  const D r = (x - turns * std::numbers::pi) - turns * kPiLow;
+  const D m = dsp::magnitude(x);
+  const D r = dsp::smaller(m, (std::numbers::pi - m) + kPiLow);
   const D z = r * r;
-  D sum = z * -8.2206352466243297170e-18 + 2.8114572543455207632e-15;
-  sum = sum * z - 7.6471637318198164759e-13;
+  D sum = z * 2.8114572543455207632e-15 - 7.6471637318198164759e-13;
   sum = sum * z + 1.6059043836821614599e-10;
   sum = sum * z - 2.5052108385441718775e-08;
   sum = sum * z + 2.7557319223985890653e-06;
   sum = sum * z - 1.9841269841269841270e-04;
   sum = sum * z + 8.3333333333333333333e-03;
   sum = sum * z - 1.6666666666666666667e-01;
-  const D sine = r + r * (z * sum);
-  return sine * (1.0 - 2.0 * turns * turns);
+  return dsp::withSignOf(r + r * (z * sum), x);
 }
 
 // A low-pass whose second step hears the sine of the signal in place of the signal.
@@ -147,14 +147,11 @@ struct AddBass {
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
-    // sin(pi y) for y from -1 to 1; the nearest whole turn of half a circle comes off first.
-    [[nodiscard]] static S sineOfPi(S y) noexcept {
-      const S turns = dsp::truncated(y * 2.0f - dsp::truncated(y));
-      return dsp::narrowed(sineOfHalfTurn(dsp::widened(y) * std::numbers::pi, dsp::widened(turns)));
-    }
+    // sin(pi y) for y from -1 to 1.
+    [[nodiscard]] static S sineOfPi(S y) noexcept { return dsp::narrowed(sine(dsp::widened(y) * std::numbers::pi)); }
 
     DriveStage<S> drive_;
-    typename NonLinear::template Stage<S> a_;
+    typename NonLinear::template Stage<S, Needs::nothing> a_;
     S through_, wet_, dry_;
   };
 };

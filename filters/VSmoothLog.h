@@ -17,9 +17,14 @@ class VSmoothLog {
   // `inverseRate` is the inverse of the rate at which samples are stepped.
   void setRate(float inverseRate) noexcept;
 
+  // The offset of the step after one with `bias`: 1e-18 and next to nothing in turn.
+  [[nodiscard]] static float turned(float bias) noexcept {
+    return static_cast<float>(1e-18 - static_cast<double>(bias));
+  }
+
   // One step with the share `amount` of the way to `target`, 0 to 1.
   float step(float amount) noexcept {
-    denormalBias = static_cast<float>(1e-18 - static_cast<double>(denormalBias));
+    denormalBias = turned(denormalBias);
     current += (target - current) * amount + denormalBias;
     return current;
   }
