@@ -29,7 +29,7 @@ const std::map<std::string, std::set<std::string>> kArrows = {
     {"auadapter", {"vst2", "platform"}},
     {"plugin", {"vst2", "filters", "model", "effect", "toolkit", "editor", "platform", "auadapter"}},
     {"host", {"vst2"}},
-    {"cli", {"host", "vst2", "model"}},
+    {"cli", {"host", "vst2", "model", "filters"}},
     {"presets", {"effect", "filters", "model", "vst2"}},
     {"tests", {kEverything}},
     {"bench", {kEverything}},
