@@ -22,85 +22,60 @@ std::string textOf(EffectRig& rig, int index, float value) {
   return text;
 }
 
+struct Case {
+  double value;
+  const char* shown;              // after the value was set
+  const char* ofValue = nullptr;  // of the same value passed in, where that differs; "" for none
+};
 struct Row {
   int first, last;  // indices
-  double value;
-  const char* shown;    // after the value was set
-  const char* ofValue;  // of the same value passed in
+  std::vector<Case> cases;
 };
 
-// "" for the text of a value where the number's own bytes stay.
-constexpr Row kRows[] = {
-    {0, 0, 0.5, "1/8", "1/8"},
-    {0, 0, 0.0, "16 bar", "16 bar"},
-    {0, 0, 1.0, "fast", "fast"},
-    {0, 0, -7.0, "16 bar", "16 bar"},
-    {1, 1, 0.5, "    0", "    0"},
-    {4, 8, 0.0, " -100", " -100"},
-    {4, 8, 1.0, "  100", "  100"},
-    {4, 8, 1e9, "Huge!", "Huge!"},
-    {4, 8, -1e30, "-2147", "-2147"},
-    {2, 2, 0.25, "   90", "   90"},
-    {3, 3, 0.5, "    0", "    0"},
-    {3, 3, 0.4999, "   -1", "   -1"},
-    {9, 9, 0.0, "Free", "Free"},
-    {9, 9, 1.0, "Beat", "Beat"},
-    {10, 11, 0.0, "No  ", "No  "},
-    {10, 11, 0.2, "Yes ", "Yes "},
-    {12, 12, 0.5, "  562", "  562"},  // half way between 21.5 and 14700 by ratio
-    {13, 13, 0.29, " 29", " 29"},
-    {14, 14, 0.4, "FILT OFF", "FILT OFF"},
-    {14, 14, 0.5, "FILT ON", "FILT ON"},
-    {15, 16, 0.999, "   99", "   99"},
-    {39, 40, 0.999, "   99", "   99"},
-    {17, 17, 1.0, "Env", "ENV"},
-    {17, 17, 0.5, "Trig", "Trig"},
-    {17, 17, 0.2, "OFF", "OFF"},
-    {18, 20, 1.0, "ON ", "ON "},
-    {18, 20, 0.0, "OFF", "OFF"},
-    {73, 73, 0.1, "ON ", "ON "},
-    {21, 25, 0.0, "    1", "    1"},
-    {21, 25, 1.0, "   12", "   12"},
-    {26, 37, 0.4666, "1x ", "1x "},
-    {26, 37, 1.0, "16x", "16x"},
-    {27, 37, 1.1, "??", "??"},  // the warp of the graph on show is limited
-    {27, 37, -1.0, "??", "??"},
-    {92, 92, 0.0, "1/16", ""},
-    {38, 38, 0.999, "  100", "  100"},
-    {41, 41, 0.5, "   0", "    0"},
-    {41, 41, 1.0, "4096", " 4096"},
-    {41, 41, 0.4999, "  -1", "    0"},  // the floor of -0.8, and what is left of its rounding
-    {42, 42, 1.0, "  100", "    0"},    // a point's height counts from the bottom, a value passed in from the top
-    {42, 42, 0.0, "    0", "  100"},
-    {46, 46, 0.25, "   25", "   25"},
-    {47, 47, 0.75, "   75", "   75"},
-    {66, 66, 0.0, "SVF LP", "SVF LP"},
-    {66, 66, 6.0 / 92, "MG Low 24", "SVF LP"},  // by number where a value is passed in
-    {66, 66, 92.0, "Bandreject", "Bandreject"},
-    {67, 67, 1.0, "ON ", "ON "},
-    {68, 68, 1.0, "HF_PROC", "ON "},
-    {68, 68, 0.0, "LF_PROC", "OFF"},
-    {69, 69, 0.5, "632", "632"},
-    {69, 69, 1e30, "20000", "20000"},
-    {78, 78, 1.0, "12", "12"},
-    {79, 79, 0.0, " 2", " 2"},
-    {79, 79, 1.0, "16", "16"},
-    {80, 80, 0.0, " off ", " off "},
-    {80, 80, 0.5, "   64", "   64"},
-    {80, 80, 1.0, " off ", " off "},
-    {70, 70, 0.5, "untouched", ""},
-};
+// The cutoff's middle is half way between 21.5 and 14700 by ratio; a negative offset in samples reads as its floor,
+// that of a value as what its rounding leaves; a point's height counts from the bottom, a value passed in from the top;
+// a filter type that is passed in is its number. The warp of the graph on show is limited.
+const Row kRows[] = {{0, 0, {{0.5, "1/8"}, {0.0, "16 bar"}, {1.0, "fast"}, {-7.0, "16 bar"}}},
+                     {4, 8, {{0.0, " -100"}, {1.0, "  100"}, {1e9, "Huge!"}, {-1e30, "-2147"}}},
+                     {2, 2, {{0.25, "   90"}}},
+                     {3, 3, {{0.5, "    0"}, {0.4999, "   -1"}}},
+                     {9, 9, {{0.0, "Free"}, {1.0, "Beat"}}},
+                     {10, 11, {{0.0, "No  "}, {0.2, "Yes "}}},
+                     {12, 12, {{0.5, "  562"}}},
+                     {13, 13, {{0.29, " 29"}}},
+                     {14, 14, {{0.4, "FILT OFF"}, {0.5, "FILT ON"}}},
+                     {15, 16, {{0.999, "   99"}}},
+                     {17, 17, {{1.0, "Env", "ENV"}, {0.5, "Trig"}, {0.2, "OFF"}}},
+                     {18, 20, {{1.0, "ON "}, {0.0, "OFF"}}},
+                     {21, 25, {{0.0, "    1"}, {1.0, "   12"}}},
+                     {26, 37, {{0.4666, "1x "}, {1.0, "16x"}}},
+                     {27, 37, {{1.1, "??"}, {-1.0, "??"}}},
+                     {92, 92, {{0.0, "1/16", ""}}},
+                     {38, 38, {{0.999, "  100"}}},
+                     {41, 41, {{0.5, "   0", "    0"}, {1.0, "4096", " 4096"}, {0.4999, "  -1", "    0"}}},
+                     {42, 42, {{1.0, "  100", "    0"}, {0.0, "    0", "  100"}}},
+                     {46, 46, {{0.25, "   25"}}},
+                     {47, 47, {{0.75, "   75"}}},
+                     {66, 66, {{0.0, "SVF LP"}, {6.0 / 92, "MG Low 24", "SVF LP"}, {92.0, "Bandreject"}}},
+                     {68, 68, {{1.0, "HF_PROC", "ON "}, {0.0, "LF_PROC", "OFF"}}},
+                     {69, 69, {{0.5, "632"}, {1e30, "20000"}}},
+                     {78, 78, {{1.0, "12"}}},
+                     {79, 79, {{0.0, " 2"}, {1.0, "16"}}},
+                     {80, 80, {{0.0, " off "}, {0.5, "   64"}, {1.0, " off "}}},
+                     {70, 70, {{0.5, "untouched", ""}}}};
 
 TEST(ParameterTexts, SayWhatWasSet) {
-  for (const Row& row : kRows) {
-    EffectRig rig;
-    rig.draw(0, {{0.0, 0.0}, {20000.0, 0.5}, {65536.0, 0.0}});
-    rig.playOnes(1);
-    for (int index = row.first; index <= row.last; ++index) {
-      rig.set(index, row.value);
-      EXPECT_EQ(shown(rig, index), row.shown) << index << " at " << row.value;
-      const bool bHasText = *row.ofValue != 0;
-      EXPECT_EQ(bHasText ? textOf(rig, index, static_cast<float>(row.value)) : "", row.ofValue) << index;
+  for (const auto& [first, last, cases] : kRows) {
+    for (const Case& c : cases) {
+      EffectRig rig;
+      rig.draw(0, {{0.0, 0.0}, {20000.0, 0.5}, {65536.0, 0.0}});
+      rig.playOnes(1);
+      for (int index = first; index <= last; ++index) {
+        rig.set(index, c.value);
+        EXPECT_EQ(shown(rig, index), c.shown) << index << " at " << c.value;
+        const std::string expected = c.ofValue ? c.ofValue : c.shown;
+        EXPECT_EQ(expected.empty() ? "" : textOf(rig, index, static_cast<float>(c.value)), expected) << index;
+      }
     }
   }
 }
