@@ -83,8 +83,8 @@ void StereoHalfBand::dropTraces() noexcept {
   for (Quad& m : mem) m = dsp::withoutTraces(m, kTrace);
 }
 
-// What the guard leaves of silence and of branch A does not go out: the cubes of the filters would underflow on it, which
-// costs a hundred cycles each.
+// What the guard leaves of silence and of branch A does not go out: the cubes of the filters would underflow on it,
+// which costs a hundred cycles each.
 void StereoUpsampler2::process(float* dest, const float* src, int n) noexcept {
   Running r(halfBand);
   // Branch A is always fed with 0, so its guarded input of the sample before is one constant.
