@@ -13,18 +13,21 @@ template <class S>
 class FractionalDelay {
  public:
   explicit FractionalDelay(Job<S>& job) noexcept
-      : data_(job.lines.main.data.get()),
+      : data_(job.lines.main.data),
         mask_(job.lines.main.mask),
         target_(job.clock.delaySmooth.target),
         coef_(job.clock.delaySmooth.coef),
         current_(job.clock.delaySmooth.current),
         bias_(job.clock.delaySmooth.denormalBias),
         nextBias_(VSmoothLog::turned(bias_)),
-        position_(job.clock.writePos) {}
+        position_(job.clock.writePos),
+        newest_(job.lines.main.read(position_ - 1)) {}
 
   // Stores the newest sample and reads the one a delay time behind it.
   S operator()(S newest) noexcept {
     position_ &= mask_;
+    behind_ = newest_;
+    newest_ = newest;
     dsp::storeFrame(slot(position_), newest);
     std::swap(bias_, nextBias_);  // it alternates between two values
     current_ += (target_ - current_) * coef_ + bias_;
@@ -33,10 +36,9 @@ class FractionalDelay {
     return interpolated(i, dsp::both<S>(p - static_cast<float>(i)));
   }
 
-  // The loop closes one slot behind the newest sample.
+  // The loop closes one slot behind the newest sample, and without traces too small to be heard.
   void feedBack(S x) noexcept {
-    float* const behind = slot((position_ - 1) & mask_);
-    dsp::storeFrame(behind, dsp::loadFrame<S>(behind) + x);
+    dsp::storeFrame(slot((position_ - 1) & mask_), dsp::withoutTraces(behind_ + x, kTrace));
     ++position_;
   }
 
@@ -76,6 +78,7 @@ class FractionalDelay {
   long mask_;
   float target_, coef_, current_, bias_, nextBias_;
   long position_;
+  S newest_, behind_{};  // the last two samples stored
 };
 
 enum class Loop { comb, flanger };
