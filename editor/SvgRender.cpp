@@ -27,9 +27,23 @@ struct ImageDeleter {
 };
 using Image = std::unique_ptr<NSVGimage, ImageDeleter>;
 
-// nanosvg changes its input and needs an end mark.
+// Whether the text has a style sheet. nanosvg stumbles over half of one, and follows a class that names itself without
+// end.
+bool hasStyleSheet(std::string_view text) {
+  constexpr std::string_view kName = "style";
+  for (auto tag = text.find('<'); tag != text.npos; tag = text.find('<', tag + 1)) {
+    const auto name = text.find_first_not_of(" \t\n\v\f\r", tag + 1);
+    if (name != text.npos && text.substr(name, kName.size()) == kName) return true;
+  }
+  return false;
+}
+
+// nanosvg changes its input and needs an end mark. It looks past that mark for the end of a reference "url(#...", whose
+// name it cuts at 63 characters.
 Image parse(std::span<const char> text) {
-  std::vector<char> buffer(text.size() + 1);
+  if (hasStyleSheet({text.data(), text.size()})) return nullptr;
+  constexpr std::size_t kEndMarks = 72;
+  std::vector<char> buffer(text.size() + kEndMarks);
   std::ranges::copy(text, buffer.begin());
   return Image(nsvgParse(buffer.data(), "px", 72.0f));
 }

@@ -1,7 +1,8 @@
 // SVG text to bitmaps of the size that the window asks for. [ui]
 //
 // Parsed by nanosvg and painted through the toolkit's vector drawing: plain fills, then plain strokes, with butt caps
-// and mitred corners. Gradients, dashes, even-odd fills, clipping and text are not painted.
+// and mitred corners. Gradients, dashes, even-odd fills, clipping and text are not painted; an image with a style sheet
+// counts as broken.
 #pragma once
 
 #include <span>
@@ -19,8 +20,8 @@ class CTarnelSVG;
 [[nodiscard]] VSTGUI::CColor NSVGCOLOR_TO_CCOLOR(unsigned int color, float opacity) noexcept;
 
 // A scale of 1 paints an image at its own size in a frame of 708 by 343; each axis follows its own side of the frame.
-// Null for an image that wasn't loaded, has no shapes, or would be too large to be one of the panel. The caller owns
-// the result.
+// Null for an image that wasn't loaded, is broken, has no shapes, or would be too large to be one of the panel. The
+// caller owns the result.
 [[nodiscard]] VSTGUI::COffscreenContext* RenderSVGToBitmap(VSTGUI::CTarnelSVG* image, VSTGUI::CFrame* frame,
                                                            double scaleX, double scaleY);
 // The same from the text itself, which needs no end mark.
