@@ -190,8 +190,18 @@ void CDrawContext::lineTo(const CPoint& point) {
 void CDrawContext::drawLine(const CPoint& from, const CPoint& to) {
   if (!isFinite(from) || !isFinite(to)) return;
   const Impl::Operation operation(*impl_);
-  const CPoint start = impl_->lineEnd(from);
-  const CPoint end = impl_->lineEnd(to);
+  CPoint start = impl_->lineEnd(from);
+  CPoint end = impl_->lineEnd(to);
+  if (impl_->state.drawMode.integral()) {
+    // Lengthwise an upright or level line goes from edge to edge, so that its ends are sharp too.
+    if (from.x == to.x) {
+      start.y = impl_->onGrid(impl_->placed(from).y);
+      end.y = impl_->onGrid(impl_->placed(to).y);
+    } else if (from.y == to.y) {
+      start.x = impl_->onGrid(impl_->placed(from).x);
+      end.x = impl_->onGrid(impl_->placed(to).x);
+    }
+  }
   cairo_move_to(impl_->cr, start.x, start.y);
   cairo_line_to(impl_->cr, end.x, end.y);
   impl_->stroke();

@@ -46,6 +46,7 @@ TextField::TextField(CFrame& frame, IPlatformTextEditCallback* callback, CView* 
       owner_(owner),
       text_(callback->platformGetText() ? callback->platformGetText() : ""),
       caret_(text_.size()),
+      anchor_(caret_),
       blink_(Counted<CVSTGUITimer>::adopt(new CVSTGUITimer(this, kBlinkMs, true))) {
   updateSize();
 }
