@@ -38,9 +38,6 @@ class CKickButton : public CControl, public IMultiBitmapControl {
   CMouseEventResult onMouseUp(CPoint& where, const CButtonState& buttons) override;
 
   VSTGUI_CLASS_WITH_COPY(CKickButton, CControl)
-
- private:
-  float valueAtPress_ = 0;
 };
 
 }  // namespace VSTGUI

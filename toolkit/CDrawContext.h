@@ -14,6 +14,7 @@
 #include "toolkit/DrawTypes.h"
 #include "toolkit/Geometry.h"
 
+struct _cairo;
 struct _cairo_surface;
 
 namespace VSTGUI {
@@ -58,6 +59,8 @@ class CDrawContext : public CBaseObject {
 
   CRect& getClipRect(CRect& rect) const;
   void setClipRect(const CRect& rect);
+  // Cuts the clip for good: setClipRect doesn't get beyond this until the state is restored. For containers.
+  void limitClipRect(const CRect& rect);
   // Moves the origin of all that follows; the clip stays where it is on the surface.
   void offsetOrigin(CCoord dx, CCoord dy);
 
@@ -80,7 +83,8 @@ class CDrawContext : public CBaseObject {
 
   // The caller owns the result.
   [[nodiscard]] CGraphicsPath* createGraphicsPath() const { return new CGraphicsPath; }
-  // A stroke's width is scaled with the transform, except the thinnest line.
+  // Paths are taken as they are in every draw mode. A stroke's width is scaled with the transform, but for the
+  // thinnest.
   void drawGraphicsPath(const CGraphicsPath* path, PathDrawMode mode = kPathFilled,
                         const CGraphicsTransform* transform = nullptr);
   void fillLinearGradient(const CGraphicsPath* path, const CGradient& gradient, const CPoint& start, const CPoint& end,
@@ -95,6 +99,8 @@ class CDrawContext : public CBaseObject {
  private:
   struct State;
   struct Impl;
+  void drawShape(const CRect& rect, CDrawStyle style, void (*add)(_cairo*, const CRect&));
+
   std::unique_ptr<Impl> impl_;
 };
 

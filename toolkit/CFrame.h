@@ -78,8 +78,7 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
 
   void draw(CDrawContext* context) override;
   void invalidRect(const CRect& rect) override;
-  void setViewSize(const CRect& size, bool invalidate = true) override;
-  // For the view that has the focus and its parents.
+  // Also for popups and text fields; then for the view that has the focus and its parents.
   std::int32_t onKeyDown(VstKeyCode& key) override;
   std::int32_t onKeyUp(VstKeyCode& key) override;
   bool onWheel(const CPoint& where, const float& distance, const CButtonState& buttons) override;
@@ -122,16 +121,23 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
   void platformScaleFactorChanged(double scaleFactor) override;
   void platformClosed() override;
 
-  [[nodiscard]] CButtonState pressed(const CPoint& where, CButtonState buttons);
-  [[nodiscard]] CButtonState swapped(CButtonState buttons) const;
+  [[nodiscard]] CButtonState pressWord(const CPoint& where, CButtonState buttons);
+  [[nodiscard]] CButtonState reported(CButtonState buttons) const;
+  CMouseEventResult pressView(CView* view, const CPoint& where, CButtonState buttons);
+  bool pressTextField(const CPoint& where, CButtonState buttons);
+  CMouseEventResult endPress(const CPoint& where, CButtonState buttons);
   void hoverOver(CView* view, const CPoint& where, CButtonState buttons);
-  void updateDragView(IDataPackage* drag, CView* view, const CPoint& where);
-  void setFocusWithoutTaking(CView* view);
-  void closeTextField();
+  void dragOver(IDataPackage* drag, const CPoint& where);
+  // After each event that a popup got: closes it when it is done.
+  void finishMenu();
+  void textFieldClosed(const TextField* field);
+  void updateWantsKeyboard();
+  std::int32_t offerKey(VstKeyCode& key, std::int32_t (CView::*operation)(VstKeyCode&));
 
   VSTGUIEditorInterface* editor_;
   std::unique_ptr<IPlatformFrame> platformFrame_;
   std::unique_ptr<MenuPopup> menuPopup_;
+  MenuDone menuDone_;
   std::vector<CNewFileSelector*> selectors_;
   TextField* textField_ = nullptr;
   CView* focusView_ = nullptr;
@@ -139,7 +145,11 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
   CView* hoverView_ = nullptr;
   CView* dragView_ = nullptr;
   LastPress lastPress_;
+  std::int32_t heldButton_ = 0;  // the one whose press began what is going on
   bool buttonHeld_ = false;
+  bool fieldPressed_ = false;
+  bool dragBegan_ = false;   // inside of the event that is being delivered
+  bool keyInField_ = false;  // the text field is offering a key to its owner
   bool leftIsRight_ = false;
   bool focusDrawing_ = false;
 };

@@ -62,7 +62,9 @@ class CNewFileSelector : public CBaseObject, private IFileSelectorCallback {
   VSTGUI_CLASS(CNewFileSelector, CBaseObject)
 
  private:
-  explicit CNewFileSelector(CFrame* frame, Style style);
+  friend class CFrame;
+
+  CNewFileSelector(CFrame* frame, Style style);
   void fileSelectorDone(const std::vector<std::string>& paths) override;
   void leaveFrame();
 

@@ -83,7 +83,6 @@ class COptionMenu : public CParamDisplay {
 
   void draw(CDrawContext* context) override;
   CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override;
-  bool onWheel(const CPoint& where, const float& distance, const CButtonState& buttons) override;
   // Return, Space and the down key open the popup.
   std::int32_t onKeyDown(VstKeyCode& key) override;
 

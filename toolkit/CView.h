@@ -5,6 +5,8 @@
 // with `removeView`.
 #pragma once
 
+#include <atomic>
+
 #include "toolkit/CBaseObject.h"
 #include "toolkit/CBitmap.h"
 #include "toolkit/Events.h"
@@ -46,8 +48,8 @@ class CView : public CBaseObject {
   virtual std::int32_t onKeyUp(VstKeyCode& key);
   virtual void setViewSize(const CRect& size, bool invalidate = true);
   virtual void invalidRect(const CRect& rect);
-  virtual void setDirty(bool dirty = true) { dirty_ = dirty; }
-  [[nodiscard]] virtual bool isDirty() const { return dirty_; }
+  virtual void setDirty(bool dirty = true);
+  [[nodiscard]] virtual bool isDirty() const;
   virtual void setVisible(bool visible);
   virtual void setMouseEnabled(bool enabled = true);
   virtual void setBackground(CBitmap* background);
@@ -57,8 +59,9 @@ class CView : public CBaseObject {
   virtual void removed();
   // Where a child's (0, 0) lies in this view's own coordinates. The same point for views without children.
   [[nodiscard]] virtual CPoint childOrigin() const { return {}; }
-  // Changes whenever what a drawing shows changes on another thread, so that no change is lost while it is drawn.
-  [[nodiscard]] virtual std::uint32_t shownState() const { return 0; }
+  // Differs after each setDirty(true) and each change of what a drawing shows, so that none that comes from another
+  // thread while it is being drawn is lost.
+  [[nodiscard]] virtual std::uint32_t shownState() const;
 
   void invalid() { invalidRect(size_); }
   [[nodiscard]] const CRect& getViewSize() const { return size_; }
@@ -99,7 +102,8 @@ class CView : public CBaseObject {
   CViewContainer* parent_ = nullptr;
   Counted<CBitmap> background_;
   Counted<CBitmap> disabledBackground_;
-  Relaxed<bool> dirty_ = false;
+  std::atomic<std::uint32_t> dirtyMarks_ = 0;  // how often setDirty(true) was called
+  Relaxed<std::uint32_t> drawnMarks_ = 0;      // how many of these have been seen to
   bool visible_ = true;
   bool mouseEnabled_ = true;
   bool transparent_ = false;

@@ -45,7 +45,7 @@ class CViewContainer : public CView {
   virtual void viewWillBeRemoved(CView* view);
 
  private:
-  void drawViews(CDrawContext& context);
+  void drawView(CDrawContext& context, CView& view);
 
   std::vector<CView*> views_;
   CColor backgroundColor_ = kTransparentCColor;

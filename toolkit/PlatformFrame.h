@@ -29,9 +29,10 @@ enum class PlatformType {
 // Names a popup window of a frame.
 using PopupId = std::uint32_t;
 
-// What the platform tells the frame. Button words carry buttons and modifiers; the button of a press or a release is in
-// them too, and a moved word holds the buttons that are down. Double-clicks are found by the frame, by the time of
-// `IPlatform::getMilliseconds`.
+// What the platform tells the frame. Inside of any of these calls the frame may be closed, which destroys the
+// platform's frame: look whether it is still there before going on. Button words carry buttons and modifiers; the
+// button of a press or a release is in them too, and a moved word holds the buttons that are down. Double-clicks are
+// found by the frame, by the time of `IPlatform::getMilliseconds`.
 class IPlatformFrameCallback {
  public:
   virtual ~IPlatformFrameCallback() = default;
@@ -63,7 +64,7 @@ class IPlatformFrameCallback {
   virtual void platformPopupsDismissed() = 0;
 
   virtual void platformScaleFactorChanged(double scaleFactor) = 0;
-  // The host destroyed the window. Nothing but the destructor may be called after this.
+  // The host destroyed the window; the frame closes.
   virtual void platformClosed() = 0;
 };
 

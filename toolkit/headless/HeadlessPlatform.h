@@ -149,7 +149,6 @@ class HeadlessFrame : public IPlatformFrame {
   std::map<PopupId, Popup> popups_;  // ids rise, so the topmost is last
   CPoint pointer_;
   std::int32_t buttons_ = 0;
-  bool pointerInside_ = false;
   bool wantsKeyboard_ = false;
   CCursorType cursor_ = kCursorDefault;
   Counted<IDataPackage> draggedOut_;
