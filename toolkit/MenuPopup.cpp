@@ -57,6 +57,7 @@ class MenuPopup::HoverDelay : private CBaseObject {
     timer_->start();
   }
   void cancel() { timer_->stop(); }
+  [[nodiscard]] bool isRunning() const { return timer_->isRunning(); }
 
  private:
   CMessageResult notify(CBaseObject* /*sender*/, IdStringPtr /*message*/) override {
@@ -185,9 +186,11 @@ void MenuPopup::mouseMoved(const CPoint& where) {
   }
   // The way to a sub-menu stays lit while the pointer is in it.
   for (std::size_t i = 0; i < place.level; ++i) setHover(i, levels_[i].opened);
-  const std::int32_t before = levels_[place.level].hover;
+  const Level& level = levels_[place.level];
+  const std::int32_t before = level.hover;
   setHover(place.level, place.item);
-  if (levels_[place.level].hover != before) hoverDelay_->restart();
+  const bool waits = level.hover != level.opened && !hoverDelay_->isRunning();  // it may be lit by a key
+  if (level.hover != before || waits) hoverDelay_->restart();
 }
 
 void MenuPopup::hoverSettled() {
