@@ -8,10 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 700ms;                  // for each piece
-constexpr std::size_t kMaxBytes = 4u << 20;        // of what others give
-constexpr std::size_t kRequestOverhead = 64;       // bytes of a request beside its data
-constexpr std::uint8_t kEventMask = 0x7f;          // without the mark of events sent by clients
+constexpr auto kPatience = 700ms;             // for each piece
+constexpr std::size_t kMaxBytes = 4u << 20;   // of what others give
+constexpr std::size_t kRequestOverhead = 64;  // bytes of a request beside its data
+constexpr std::uint8_t kEventMask = 0x7f;     // without the mark of events sent by clients
 
 }  // namespace
 
@@ -77,7 +77,8 @@ xcb_atom_t OwnedSelection::store(const xcb_selection_request_event_t& request) {
     connection_.setProperty(request.requestor, property, XCB_ATOM_INTEGER, std::vector<std::uint32_t>{since_});
     return property;
   }
-  const auto offer = std::find_if(offers_.begin(), offers_.end(), [&](const Offer& o) { return o.type == request.target; });
+  const auto offer =
+      std::find_if(offers_.begin(), offers_.end(), [&](const Offer& o) { return o.type == request.target; });
   if (offer == offers_.end()) return kNoAtom;
   connection_.setProperty(request.requestor, property, offer->type, offer->bytes);
   return property;

@@ -29,29 +29,25 @@ std::string readLine(int file) {
 
 }  // namespace
 
-Server::Server() {
+Daemon::Daemon(std::vector<const char*> arguments) {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
-  constexpr int kDisplayFile = 3;
+  constexpr int kAddressFile = 3;
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], kDisplayFile);
+  // Also where the pipe itself has that number: a copy onto itself stays open in the child.
+  posix_spawn_file_actions_adddup2(&actions, ends[1], kAddressFile);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-  std::array<const char*, 9> arguments{"Xvfb",     "-displayfd", "3",       "-screen", "0",
-                                       "800x600x24", "-nolisten",  "tcp", nullptr};
-  if (::posix_spawnp(&process_, "Xvfb", &actions, nullptr, const_cast<char**>(arguments.data()), environ) != 0)
-    process_ = -1;
+  arguments.push_back(nullptr);
+  auto** const argv = const_cast<char**>(arguments.data());
+  if (::posix_spawnp(&process_, argv[0], &actions, nullptr, argv, environ) != 0) process_ = -1;
   posix_spawn_file_actions_destroy(&actions);
   ::close(ends[1]);
-  if (process_ > 0) {
-    const std::string number = readLine(ends[0]);
-    ::setenv("DISPLAY", (":" + number).c_str(), 1);
-    if (number.empty()) stop();
-  }
+  if (process_ > 0) address_ = readLine(ends[0]);
   ::close(ends[0]);
 }
 
-void Server::stop() {
+void Daemon::stop() {
   if (process_ <= 0) return;
   ::kill(process_, SIGKILL);
   ::waitpid(process_, nullptr, 0);
@@ -89,7 +85,8 @@ Desktop::~Desktop() {
 }
 
 void Desktop::SetUp() {
-  if (!server.isRunning()) GTEST_SKIP() << "Xvfb is not installed, so nothing of X11 is tested";
+  if (server.address().empty()) GTEST_SKIP() << "Xvfb is not installed, so nothing of X11 is tested";
+  ::setenv("DISPLAY", (":" + server.address()).c_str(), 1);
   user = Connection::open();
   ASSERT_NE(user, nullptr);
   setPlatform(PlatformType::kDefaultNative, &platform);
@@ -148,8 +145,8 @@ void Desktop::click(int x, int y, std::uint8_t button) {
 std::uint8_t Desktop::keycode(std::uint32_t symbol) {
   const auto* const setup = xcb_get_setup(*user);
   const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-  const Reply<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
-      *user, xcb_get_keyboard_mapping(*user, setup->min_keycode, count), nullptr));
+  const Reply<xcb_get_keyboard_mapping_reply_t> mapping(
+      xcb_get_keyboard_mapping_reply(*user, xcb_get_keyboard_mapping(*user, setup->min_keycode, count), nullptr));
   const auto* const symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
   for (int i = 0; i < xcb_get_keyboard_mapping_keysyms_length(mapping.get()); ++i)
     if (symbols[i] == symbol) return static_cast<std::uint8_t>(setup->min_keycode + i / mapping->keysyms_per_keycode);
@@ -163,8 +160,7 @@ void Desktop::type(std::uint32_t symbol) {
 }
 
 xcb_get_geometry_reply_t Desktop::geometry(xcb_window_t which) {
-  const Reply<xcb_get_geometry_reply_t> reply(
-      xcb_get_geometry_reply(*user, xcb_get_geometry(*user, which), nullptr));
+  const Reply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(*user, xcb_get_geometry(*user, which), nullptr));
   return reply ? *reply : xcb_get_geometry_reply_t{};
 }
 

@@ -19,18 +19,20 @@ using VSTGUI::X11::eventAs;
 using VSTGUI::X11::Name;
 using VSTGUI::X11::Reply;
 
-// An X server without a screen; DISPLAY names it as long as it lives.
-class Server {
+// A program in the background that says on its file 3 how it can be reached.
+class Daemon {
  public:
-  Server();
-  Server(const Server&) = delete;
-  Server& operator=(const Server&) = delete;
-  ~Server() { stop(); }
+  explicit Daemon(std::vector<const char*> arguments);
+  Daemon(const Daemon&) = delete;
+  Daemon& operator=(const Daemon&) = delete;
+  ~Daemon() { stop(); }
   void stop();
-  [[nodiscard]] bool isRunning() const { return process_ > 0; }
+  // Empty when the program isn't installed or didn't start.
+  [[nodiscard]] const std::string& address() const { return address_; }
 
  private:
   pid_t process_ = -1;
+  std::string address_;
 };
 
 // Writes down what it is told besides what a Probe does.
@@ -93,7 +95,7 @@ class Desktop : public testing::Test, public VSTGUI::VSTGUIEditorInterface {
   // True once an event of the type has come to the host's own connection.
   bool hostGot(std::uint8_t type);
 
-  Server server;
+  Daemon server{{"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-nolisten", "tcp"}};
   VSTGUI::X11Platform platform;
   std::unique_ptr<Connection> user;
   xcb_window_t host = XCB_WINDOW_NONE;

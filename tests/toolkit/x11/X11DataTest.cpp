@@ -1,7 +1,10 @@
 // What passes between programs: clipboard, drags, chosen files.
 
+#include <algorithm>
 #include <array>
 #include <atomic>
+#include <csignal>
+#include <dbus/dbus.h>
 #include <filesystem>
 #include <fstream>
 #include <sys/wait.h>
@@ -83,9 +86,10 @@ class X11Data : public Desktop {
 // Runs the other program while this one waits for it.
 class Other {
  public:
-  explicit Other(std::function<void()> turn) : thread_([this, turn = std::move(turn)] {
-    while (!stop_) turn();
-  }) {}
+  explicit Other(std::function<void()> turn)
+      : thread_([this, turn = std::move(turn)] {
+          while (!stop_) turn();
+        }) {}
   Other(const Other&) = delete;
   Other& operator=(const Other&) = delete;
   ~Other() {
@@ -108,10 +112,9 @@ TEST_F(X11Data, PastesWhatAnotherProgramCopied) {
     const char* bytes;
     const char* text;
   };
-  for (const auto& [type, inPieces, bytes, text] :
-       {Case{Name::kUtf8String, false, "caf\xc3\xa9", "caf\xc3\xa9"},
-        {Name::kUtf8String, true, "a longer text", "a longer text"},
-        {Name::kUtf8String, false, "\xff\xfe", ""}}) {
+  for (const auto& [type, inPieces, bytes, text] : {Case{Name::kUtf8String, false, "caf\xc3\xa9", "caf\xc3\xa9"},
+                                                    {Name::kUtf8String, true, "a longer text", "a longer text"},
+                                                    {Name::kUtf8String, false, "\xff\xfe", ""}}) {
     offer(Name::kClipboard, type, bytes, inPieces);
     const Other other([this] {
       user->waitReadable(20);
@@ -210,7 +213,7 @@ TEST_F(X11Data, DragsFilesOutToOthersThatTakeThem) {
     return until([&] { return source->began; });
   };
   ASSERT_TRUE(dragFrom(20));
-  EXPECT_TRUE(source->log.ends_with("up exit ") || source->log.ends_with("up ")) << source->log;
+  EXPECT_NE(source->log.find("drag up "), std::string::npos) << "the drag takes the release: " << source->log;
   point(350, 50);
   ASSERT_TRUE(until([&] { return taker->log.find("dragenter ") != std::string::npos; }));
   release();
@@ -252,7 +255,8 @@ struct Chooser : CBaseObject {
   CMessageResult notify(CBaseObject* sender, IdStringPtr message) override {
     if (message != CNewFileSelector::kSelectEndMessage) return kMessageUnknown;
     const auto* const selector = dynamic_cast<CNewFileSelector*>(sender);
-    for (std::int32_t i = 0; i < selector->getNumSelectedFiles(); ++i) chosen.emplace_back(selector->getSelectedFile(i));
+    for (std::int32_t i = 0; i < selector->getNumSelectedFiles(); ++i)
+      chosen.emplace_back(selector->getSelectedFile(i));
     done = true;
     return kMessageNotified;
   }
@@ -309,6 +313,127 @@ TEST_F(X11Files, ComeFromADialogProgram) {
   ::setenv("PATH", path.c_str(), 1);
 }
 
+// A portal that writes down what it is asked and answers as told.
+class Portal {
+ public:
+  Portal() {
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", daemon.address().c_str(), 1);
+    bus_ = dbus_bus_get_private(DBUS_BUS_SESSION, nullptr);
+    if (bus_) dbus_bus_request_name(bus_, "org.freedesktop.portal.Desktop", 0, nullptr);
+  }
+  Portal(const Portal&) = delete;
+  Portal& operator=(const Portal&) = delete;
+  ~Portal() {
+    dbus_connection_close(bus_);
+    dbus_connection_unref(bus_);
+    ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
+  }
+
+  void turn() {
+    dbus_connection_read_write(bus_, 0);
+    while (DBusMessage* const call = dbus_connection_pop_message(bus_)) {
+      if (dbus_message_get_type(call) == DBUS_MESSAGE_TYPE_METHOD_CALL) take(call);
+      dbus_message_unref(call);
+    }
+    dbus_connection_flush(bus_);
+  }
+
+  Daemon daemon{{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"}};
+  std::string asked;    // method, window and title
+  std::string options;  // their names, and the value of those that are texts
+  dbus_uint32_t code = 0;
+  const char* uri = "file:///from/the%20portal.fxp";
+
+ private:
+  void take(DBusMessage* call) {
+    DBusMessageIter arguments;
+    const char* window = nullptr;
+    const char* title = nullptr;
+    dbus_message_iter_init(call, &arguments);
+    dbus_message_iter_get_basic(&arguments, &window);
+    dbus_message_iter_next(&arguments);
+    dbus_message_iter_get_basic(&arguments, &title);
+    dbus_message_iter_next(&arguments);
+    asked = std::string(dbus_message_get_member(call)) + " " + std::string(window).substr(0, 4) + " " + title;
+    std::string path =
+        "/org/freedesktop/portal/desktop/request/" + std::string(dbus_message_get_sender(call) + 1) + "/";
+    std::replace(path.begin(), path.end(), '.', '_');
+    path += readOptions(arguments);
+    answer(call, path.c_str());
+  }
+  // The token among them.
+  std::string readOptions(DBusMessageIter& arguments) {
+    std::string token;
+    DBusMessageIter entries;
+    for (dbus_message_iter_recurse(&arguments, &entries); dbus_message_iter_get_arg_type(&entries) != 0;
+         dbus_message_iter_next(&entries)) {
+      DBusMessageIter entry;
+      DBusMessageIter value;
+      const char* name = nullptr;
+      dbus_message_iter_recurse(&entries, &entry);
+      dbus_message_iter_get_basic(&entry, &name);
+      dbus_message_iter_next(&entry);
+      dbus_message_iter_recurse(&entry, &value);
+      const char* text = "";
+      if (dbus_message_iter_get_arg_type(&value) == DBUS_TYPE_STRING) dbus_message_iter_get_basic(&value, &text);
+      if (std::string_view(name) == "handle_token")
+        token = text;
+      else
+        options += std::string(name) + " " + text + " ";
+    }
+    return token;
+  }
+  void answer(DBusMessage* call, const char* path) {
+    DBusMessage* const reply = dbus_message_new_method_return(call);
+    dbus_message_append_args(reply, DBUS_TYPE_OBJECT_PATH, &path, DBUS_TYPE_INVALID);
+    DBusMessage* const response = dbus_message_new_signal(path, "org.freedesktop.portal.Request", "Response");
+    DBusMessageIter top;
+    DBusMessageIter results;
+    DBusMessageIter entry;
+    DBusMessageIter variant;
+    DBusMessageIter uris;
+    const char* const name = "uris";
+    dbus_message_iter_init_append(response, &top);
+    dbus_message_iter_append_basic(&top, DBUS_TYPE_UINT32, &code);
+    dbus_message_iter_open_container(&top, DBUS_TYPE_ARRAY, "{sv}", &results);
+    dbus_message_iter_open_container(&results, DBUS_TYPE_DICT_ENTRY, nullptr, &entry);
+    dbus_message_iter_append_basic(&entry, DBUS_TYPE_STRING, &name);
+    dbus_message_iter_open_container(&entry, DBUS_TYPE_VARIANT, "as", &variant);
+    dbus_message_iter_open_container(&variant, DBUS_TYPE_ARRAY, "s", &uris);
+    dbus_message_iter_append_basic(&uris, DBUS_TYPE_STRING, &uri);
+    dbus_message_iter_close_container(&variant, &uris);
+    dbus_message_iter_close_container(&entry, &variant);
+    dbus_message_iter_close_container(&results, &entry);
+    dbus_message_iter_close_container(&top, &results);
+    for (DBusMessage* const message : {reply, response}) {
+      dbus_connection_send(bus_, message, nullptr);
+      dbus_message_unref(message);
+    }
+  }
+
+  DBusConnection* bus_ = nullptr;
+};
+
+TEST_F(X11Files, ComeFromTheDesktopsPortal) {
+  Portal portal;
+  if (portal.daemon.address().empty()) GTEST_SKIP() << "dbus-daemon is not installed";
+  alsoIdle = [&] { portal.turn(); };
+  run(CNewFileSelector::kSelectSaveFile, {X11Platform::Selector::kPortal});
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_EQ(chooser.chosen, std::vector<std::string>{"/from/the portal.fxp"});
+  EXPECT_EQ(portal.asked, "SaveFile x11: Save preset");
+  EXPECT_EQ(portal.options, "current_folder  filters  ");
+  portal.code = 1;
+  run(CNewFileSelector::kSelectDirectory, {X11Platform::Selector::kPortal});
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_TRUE(chooser.chosen.empty()) << "cancelled";
+  EXPECT_EQ(portal.asked, "OpenFile x11: Save preset");
+  EXPECT_NE(portal.options.find("directory"), std::string::npos);
+  struct sigaction pipe {};
+  ::sigaction(SIGPIPE, nullptr, &pipe);
+  EXPECT_EQ(pipe.sa_handler, SIG_DFL) << "the host's signals are its own";
+}
+
 TEST_F(X11Files, ComeFromOurOwnBrowserWhereThereIsNothingElse) {
   run(CNewFileSelector::kSelectFile, {X11Platform::Selector::kPortal, X11Platform::Selector::kBrowser});
   const auto browserWindow = [&] {
@@ -322,11 +447,6 @@ TEST_F(X11Files, ComeFromOurOwnBrowserWhereThereIsNothingElse) {
   type(XKB_KEY_Return);  // into "Sub"
   type(XKB_KEY_BackSpace);
   type(XKB_KEY_b);
-  if (const char* const file = std::getenv("MODRIFT_SCREENSHOT")) {
-    int turns = 0;
-    EXPECT_TRUE(until([&] { return ++turns > 60; }));
-    EXPECT_EQ(std::system(("import -window root " + std::string(file)).c_str()), 0);
-  }
   type(XKB_KEY_Return);
   ASSERT_TRUE(until([&] { return chooser.done; }));
   EXPECT_EQ(chooser.chosen, std::vector<std::string>{(folder / "b.fxp").string()});

@@ -1,7 +1,9 @@
 // Real windows on a real server: mouse, keys, sizes, and what happens when windows or the server go away.
 
+#include <array>
+#include <csignal>
 #include <filesystem>
-#include <sys/resource.h>
+#include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "tests/toolkit/x11/Desktop.h"
@@ -31,7 +33,7 @@ TEST_F(X11Window, ReportsThePointer) {
   ASSERT_TRUE(until([&] { return view->lastMove == CPoint(-30, 50); })) << "a drag goes on outside";
   release();
   ASSERT_TRUE(until([&] { return view->log.ends_with("up exit "); })) << view->log;
-  for (const std::uint8_t button : {4, 4, 5}) click(50, 50, button);
+  for (const std::uint8_t button : std::array<std::uint8_t, 3>{4, 4, 5}) click(50, 50, button);
   ASSERT_TRUE(until([&] { return view->wheel == 1; }));
 }
 
@@ -54,8 +56,8 @@ TEST_F(X11Window, ReportsButtonsModifiersAndDoubleClicks) {
     std::uint32_t symbol;
     std::int32_t bit;
   };
-  for (const auto& [symbol, bit] : {Held{XKB_KEY_Shift_L, kShift}, {XKB_KEY_Control_L, kControl},
-                                    {XKB_KEY_Alt_L, kAlt}}) {
+  for (const auto& [symbol, bit] :
+       {Held{XKB_KEY_Shift_L, kShift}, {XKB_KEY_Control_L, kControl}, {XKB_KEY_Alt_L, kAlt}}) {
     keyDown(symbol);
     EXPECT_EQ(wordOf(1) & ~kDoubleClick, kLButton | bit);
     EXPECT_EQ(frame->getCurrentMouseButtons(), bit);
@@ -89,8 +91,7 @@ TEST_F(X11Window, TakesKeysWhileAViewHasTheFocusAndLeavesThemToTheHostOtherwise)
   EXPECT_EQ(view->keys[5].character, 'B');
   EXPECT_TRUE(until([&] { return hostGot(XCB_KEY_PRESS); })) << "F1 wasn't wanted";
   frame->setFocusView(nullptr);
-  const Reply<xcb_get_input_focus_reply_t> focus(
-      xcb_get_input_focus_reply(*user, xcb_get_input_focus(*user), nullptr));
+  const Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(*user, xcb_get_input_focus(*user), nullptr));
   EXPECT_EQ(focus->focus, host);
 }
 
@@ -147,6 +148,7 @@ TEST_F(X11Window, IsDrawnLargeOnFineScreens) {
   EXPECT_EQ(geometry(window).width, 300);
   frame->close();
   ::setenv("MODRIFT_SCALE", "2", 1);
+  EXPECT_EQ(platform.getScaleFactor(), 2.0);
   open();
   EXPECT_EQ(geometry(window).width, 400);
   EXPECT_EQ(geometry(window).height, 200);
@@ -198,6 +200,7 @@ TEST_F(X11Window, ClosesWhenTheServerGoes) {
   EXPECT_FALSE(frame->getCurrentMouseLocation(where));
   EXPECT_FALSE(frame->setSize(300, 200));
   frame->setCursor(kCursorHand);
+  frame->paintNow({0, 0, 50, 50});
   frame->idle();
   EXPECT_FALSE(frame->isOpen());
 }
@@ -246,6 +249,20 @@ TEST_F(X11Window, HasACursorForEachCode) {
     seen.push_back(cursor);
   }
   EXPECT_EQ(user->cursor(static_cast<CCursorType>(77)), seen.front());
+}
+
+TEST(X11Signals, DontEndTheHostWhenTheServerGoesInTheMiddleOfAWrite) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  ::close(ends[0]);
+  {
+    const X11::NoPipeSignal guard;
+    EXPECT_EQ(::write(ends[1], "x", 1), -1);
+  }
+  ::close(ends[1]);
+  sigset_t pending;
+  sigpending(&pending);
+  EXPECT_EQ(sigismember(&pending, SIGPIPE), 0);
 }
 
 TEST(X11Damage, KeepsRectanglesWholeAndFew) {
