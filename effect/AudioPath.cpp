@@ -117,8 +117,7 @@ void LfoDSP::processTicks(const Slice& slice) noexcept {
 void LfoDSP::controlTick(const Slice& slice, int start, int frames) noexcept {
   TickBuffer tick;
   for (int j = 0; j < frames; ++j) {
-    tick[at(2 * j)] = slice.left[start + j];
-    tick[at(2 * j + 1)] = slice.tickRight[start + j];
+    dsp::storePair(&tick[at(2 * j)], dsp::Pair{slice.left[start + j], slice.tickRight[start + j]});
   }
   if (bScopeOn) scopeIn.captureInput(displayIndex, tick[0]);
   const auto params = updateFilterSettings();

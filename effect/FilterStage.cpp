@@ -3,14 +3,9 @@
 #include <algorithm>
 
 void FilterStage::prepare(const VGlobalCoeffs& tables, float hostRateHz) {
-  if (!left_) {
-    left_ = std::make_unique<VFilter>(&tables);
-    right_ = std::make_unique<VFilter>(&tables);
-  }
-  for (VFilter* const filter : {left_.get(), right_.get()}) {
-    filter->setSampleRate(2.0f * hostRateHz, 0.5f / hostRateHz);
-    filter->clear();
-  }
+  if (!filter_) filter_ = std::make_unique<FilterCore<dsp::Quad>>(&tables);
+  filter_->setSampleRate(2.0f * hostRateHz, 0.5f / hostRateHz);
+  filter_->clear();
 }
 
 void FilterStage::warmUp() noexcept {
@@ -18,38 +13,28 @@ void FilterStage::warmUp() noexcept {
   constexpr std::array<float, kFilterParams> kWarmUpParams = {0.0f, 1.0f, kBeyondLastType, 1.0f, 0.001f, 0.0f, 0.0f};
   for (int pass = 0; pass < 2; ++pass) {
     std::array<float, 2 * kWarmUpFrames> silence{};
-    runFilters(kWarmUpParams.data(), silence.data(), kWarmUpFrames);
+    filter_->processBuffer(kWarmUpParams.data(), silence.data(), silence.data(), kWarmUpFrames);
   }
 }
 
 void FilterStage::process(const float* params, float mix, TickBuffer& tick, int frames) noexcept {
+  if (mix >= 1.0f) return filterTick(params, tick, frames);
   const TickBuffer dry = tick;
-  std::array<float, 4 * kTickFrames> twice;
-  up_.process(twice.data(), tick.data(), frames);
-  runFilters(params, twice.data(), 2 * frames);
-  down_.process(tick.data(), twice.data(), frames);
-  if (mix >= 1.0f) return;
+  filterTick(params, tick, frames);
   const float wet = std::max(mix, 0.0f);
   const auto samples = static_cast<std::size_t>(2 * frames);
   for (std::size_t i = 0; i < samples; ++i) tick[i] = dry[i] * (1.0f - wet) + tick[i] * wet;
 }
 
+void FilterStage::filterTick(const float* params, TickBuffer& tick, int frames) noexcept {
+  std::array<float, 4 * kTickFrames> twice;
+  up_.process(twice.data(), tick.data(), frames);
+  filter_->processBuffer(params, twice.data(), twice.data(), 2 * frames);
+  down_.process(tick.data(), twice.data(), frames);
+  down_.halfBand.dropTraces();
+}
+
 void FilterStage::dropNonFinite() noexcept {
   up_.halfBand.dropNonFinite();
   down_.halfBand.dropNonFinite();
-}
-
-void FilterStage::runFilters(const float* params, float* interleaved, int frames) noexcept {
-  std::array<float, kWarmUpFrames> left{}, right{};
-  const auto count = static_cast<std::size_t>(frames);
-  for (std::size_t i = 0; i < count; ++i) {
-    left[i] = interleaved[2 * i];
-    right[i] = interleaved[2 * i + 1];
-  }
-  left_->processBuffer(params, left.data(), left.data(), frames);
-  right_->processBuffer(params, right.data(), right.data(), frames);
-  for (std::size_t i = 0; i < count; ++i) {
-    interleaved[2 * i] = left[i];
-    interleaved[2 * i + 1] = right[i];
-  }
 }

@@ -1,14 +1,14 @@
-// The filter stage of the audio path: up to twice the rate, through the filters, back down, and the mix.
+// The filter stage of the audio path: up to twice the rate, through the filter, back down, and the mix.
 //
-// Life: construction (rate changes clear); `prepare` [host, not during a block] makes the filters at the first call and
-// tells them the rate at each; `warmUp` once, then `process` tick by tick [audio].
+// Life: construction (rate changes clear); `prepare` [host, not during a block] makes the filter at the first call and
+// tells it the rate at each; `warmUp` once, then `process` tick by tick [audio].
 #pragma once
 
 #include <array>
 #include <memory>
 
+#include "filters/FilterCore.h"
 #include "filters/StereoRateChange.h"
-#include "filters/VFilter.h"
 
 inline constexpr int kTickFrames = 12;  // host samples between two settings of the filter
 
@@ -19,7 +19,7 @@ class FilterStage {
  public:
   // `hostRateHz` is above 0.
   void prepare(const VGlobalCoeffs& tables, float hostRateHz);
-  // Lets the filters run in, so that the first sound meets settled states.
+  // Lets the filter run in, so that the first sound meets settled states.
   void warmUp() noexcept;
   // `params` holds kFilterParams entries; `mix` is the share of the filtered signal; `frames` is 1 to kTickFrames.
   void process(const float* params, float mix, TickBuffer& tick, int frames) noexcept;
@@ -29,9 +29,9 @@ class FilterStage {
  private:
   static constexpr int kWarmUpFrames = 64;
 
-  void runFilters(const float* params, float* interleaved, int frames) noexcept;
+  void filterTick(const float* params, TickBuffer& tick, int frames) noexcept;
 
   rspl::StereoUpsampler2 up_;
   rspl::StereoDownsampler2 down_;
-  std::unique_ptr<VFilter> left_, right_;
+  std::unique_ptr<FilterCore<dsp::Quad>> filter_;  // both channels
 };

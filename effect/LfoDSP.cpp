@@ -108,6 +108,7 @@ void LfoDSP::rebuildForSampleRate() {
   sampleRateSafe = safeRate(sampleRate);
   setIOCount();
   const bool bUsable = sampleRate > 0.0f && sampleRate <= kHighestSafeRate;
+  VGlobalCoeffs::announce(kTuningHz, sampleRateSafe);
   filterStage_.prepare(filterCoeffs_, bUsable ? sampleRate : static_cast<float>(sampleRateSafe));
   for (CrossoverState* const state : {&xoverLeft_, &xoverRight_}) {
     state->sampleRate = sampleRateSafe;

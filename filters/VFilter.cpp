@@ -1,19 +1,58 @@
 #include "filters/VFilter.h"
 
 #include <algorithm>
+#include <cstring>
 
-float softClip(float x) noexcept {
-  const float t = std::clamp(x, -1.5f, 1.5f);
-  return t - 0.14814815f * (t * t * t);
+#include "filters/Strings.h"
+
+namespace {
+
+constexpr long kIn = kDryWet + 1;  // the input level slot, which only has a text
+
+const FilterType& typeOf(float normalised) noexcept {
+  return filterTypes()[static_cast<std::size_t>(filterTypeAt(normalised))];
 }
 
-void VFilter::setSampleRate(float rate, float invRate) noexcept {
-  sampleRate = rate;
-  invSampleRate = invRate;
+float gainOfDrive(float drive) noexcept {
+  const double d = 1.0 + std::clamp(static_cast<double>(drive), -1.0, 1.0);
+  return static_cast<float>((d * d) * (d * d));
 }
+
+}  // namespace
 
 void VFilter::processBuffer(const float* params, const float* in, float* out, long count) noexcept {
-  const float drive = 1.0f + std::clamp(params[kDrive], -1.0f, 1.0f);
-  driveGain = (drive * drive) * (drive * drive);
-  for (long i = 0; i < count; ++i) out[i] = softClip(in[i] * driveGain);
+  core_.processBuffer(params, in, out, count);
 }
+
+void VFilter::setSampleRate(float rate, float invRate) { core_.setSampleRate(rate, invRate); }
+
+void VFilter::getParamInInfo(long index, float value, char* text) const noexcept {
+  switch (index) {
+    case kDrive:
+      return strings::dB2string(gainOfDrive(value), text);
+    case kPower:
+      std::strcpy(text, value > 0.5f ? "on" : "off");
+      return;
+    case kMode:
+      std::strcpy(text, typeOf(value).name);
+      return;
+    case kFreq: {
+      const auto entry = static_cast<std::size_t>(pitchEntry(static_cast<double>(value)));
+      std::strcat(text, "  ");
+      return strings::float2string(coeffs->pitch[entry].f * VGlobalCoeffs::g_sampleRate, text + std::strlen(text));
+    }
+    case kVar:
+      std::strcpy(text, typeOf(value).varText);
+      return;
+    case kDryWet:
+      std::strcpy(text, "dry/wet");
+      return;
+    case kRes:
+    case kIn:
+      return strings::float2string(value, text);
+    default:
+      return;
+  }
+}
+
+long VFilter::getNumEntries(long index) const noexcept { return index == kMode ? kFilterTypes : 0; }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "filters/Downsampler2Flt.h"
+#include "filters/SampleTypes.h"
 #include "filters/StereoRateChange.h"
 
 namespace {
@@ -91,8 +92,10 @@ TEST(RateChange, GivesTheSameBitsForAPairAsForTwoChannels) {
     const Samples l = up(upLeft, part(left)), r = up(upRight, part(right));
     Samples frames = pairs(part(left), part(right)), twice(4 * n);
     stereoUp.process(twice.data(), frames.data(), static_cast<int>(n));
-    ASSERT_EQ(twice, pairs(l, r)) << "up, from frame " << start;
-    stereoDown.process(frames.data(), twice.data(), static_cast<int>(n));
+    const Samples expected = pairs(l, r);
+    for (std::size_t i = 0; i < expected.size(); ++i)
+      ASSERT_EQ(twice[i], dsp::withoutTraces(expected[i], 1e-18f)) << "up, from frame " << start;
+    stereoDown.process(frames.data(), expected.data(), static_cast<int>(n));
     ASSERT_EQ(frames, pairs(down(downLeft, l), down(downRight, r))) << "down, from frame " << start;
   }
 }

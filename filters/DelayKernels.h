@@ -1,0 +1,166 @@
+// Combs and flangers: one fractional delay of a period of the pitch, read by cubic Hermite interpolation, with feedback
+// and a filter in the loop.
+#pragma once
+
+#include <utility>
+
+#include "filters/PhaserKernels.h"
+
+namespace kernels {
+
+// The line, its gliding read position and its write position.
+template <class S>
+class FractionalDelay {
+ public:
+  explicit FractionalDelay(Job<S>& job) noexcept
+      : data_(job.lines.main.data.get()),
+        mask_(job.lines.main.mask),
+        target_(job.clock.delaySmooth.target),
+        coef_(job.clock.delaySmooth.coef),
+        current_(job.clock.delaySmooth.current),
+        bias_(job.clock.delaySmooth.denormalBias),
+        nextBias_(VSmoothLog::turned(bias_)),
+        position_(job.clock.writePos) {}
+
+  // Stores the newest sample and reads the one a delay time behind it.
+  S operator()(S newest) noexcept {
+    position_ &= mask_;
+    dsp::storeFrame(slot(position_), newest);
+    std::swap(bias_, nextBias_);  // it alternates between two values
+    current_ += (target_ - current_) * coef_ + bias_;
+    const float p = static_cast<float>(position_) - current_;
+    const long i = floorOf(p);
+    return interpolated(i, dsp::both<S>(p - static_cast<float>(i)));
+  }
+
+  // The loop closes one slot behind the newest sample, and without traces too small to be heard.
+  void feedBack(S x) noexcept {
+    float* const behind = slot((position_ - 1) & mask_);
+    dsp::storeFrame(behind, dsp::withoutTraces(dsp::loadFrame<S>(behind) + x, kTrace));
+    ++position_;
+  }
+
+  void keep(Job<S>& job) noexcept {
+    job.clock.delaySmooth.current = current_;
+    job.clock.delaySmooth.denormalBias = bias_;
+    job.clock.writePos = position_;
+  }
+
+ private:
+  [[nodiscard]] static long floorOf(float p) noexcept {
+    const auto truncated = static_cast<int>(p);
+    return truncated - (static_cast<float>(truncated) > p ? 1 : 0);
+  }
+  [[nodiscard]] float* slot(long reduced) const noexcept { return data_ + reduced * dsp::kLanes<S>; }
+
+  // Four neighbours from i - 1 on, t of the way from the second to the third.
+  [[nodiscard]] S interpolated(long i, S t) const noexcept {
+    const long first = (i - 1) & mask_;
+    if (first + 3 <= mask_) [[likely]] {
+      const float* const from = slot(first);
+      constexpr int k = dsp::kLanes<S>;
+      return hermite(dsp::loadFrame<S>(from), dsp::loadFrame<S>(from + k), dsp::loadFrame<S>(from + 2 * k),
+                     dsp::loadFrame<S>(from + 3 * k), t);
+    }
+    const auto at = [this](long j) { return dsp::loadFrame<S>(slot(j & mask_)); };
+    return hermite(at(i - 1), at(i), at(i + 1), at(i + 2), t);
+  }
+
+  [[nodiscard]] static S hermite(S a, S b, S c, S d, S t) noexcept {
+    const S h = (c - a) * 0.5f;
+    const S k = (d - a) * 0.5f + (b - c) * 1.5f;
+    return ((k * t + (a - b + h - k)) * t + h) * t + b;
+  }
+
+  float* data_;
+  long mask_;
+  float target_, coef_, current_, bias_, nextBias_;
+  long position_;
+};
+
+enum class Loop { comb, flanger };
+
+// A comb scales the delayed signal before everything else, a flanger only what goes back into the line. The dry path
+// is one sample late.
+template <Loop kLoop, class Post>
+struct Comb {
+  template <class S>
+  class Of {
+   public:
+    explicit Of(Job<S>& job) noexcept
+        : drive_(job.coefs),
+          mix_(job.coefs),
+          delay_(job),
+          post_(job),
+          feedback_(dsp::both<S>(job.coefs.delayFeedback)),
+          late_(job.memory.chainPrev[0]) {}
+
+    S operator()(S in) noexcept {
+      constexpr float kLimit = 0.8333333f;
+      const S y = drive_(in);
+      S r = delay_(y);
+      if constexpr (kLoop == Loop::comb) r *= feedback_;
+      const S s = post_(dsp::limited(r, -kLimit, kLimit));
+      delay_.feedBack(kLoop == Loop::comb ? s : feedback_ * s);
+      const S out = mix_(s, late_);
+      late_ = y;
+      return out;
+    }
+
+    void keep(Job<S>& job) noexcept {
+      delay_.keep(job);
+      post_.keep(job);
+      job.watch.keep(job.memory.chainPrev[0], late_);
+    }
+
+   private:
+    DriveStage<S> drive_;
+    MixStage<S> mix_;
+    FractionalDelay<S> delay_;
+    typename Post::template Of<S> post_;
+    S feedback_, late_;
+  };
+};
+
+// A flanger with a short phaser inside its loop.
+struct FlangerPhaser {
+  template <class S>
+  class Of {
+   public:
+    explicit Of(Job<S>& job) noexcept
+        : drive_(job.coefs),
+          mix_(job.coefs),
+          delay_(job),
+          post_(job),
+          chain_(job),
+          feedback_(dsp::both<S>(job.coefs.delayFeedback)),
+          late_(job.memory.chainPrev[2]) {}
+
+    S operator()(S in) noexcept {
+      constexpr float kLimit = 0.8333333f;
+      const S y = drive_(in);
+      const S e = chain_(post_(dsp::limited(delay_(y), -kLimit, kLimit)));
+      delay_.feedBack(feedback_ * e);
+      const S out = mix_(e, late_);
+      late_ = y;
+      return out;
+    }
+
+    void keep(Job<S>& job) noexcept {
+      delay_.keep(job);
+      post_.keep(job);
+      chain_.keep(job);
+      job.watch.keep(job.memory.chainPrev[2], late_);
+    }
+
+   private:
+    DriveStage<S> drive_;
+    MixStage<S> mix_;
+    FractionalDelay<S> delay_;
+    typename HighPassLowPass::template Of<S> post_;
+    AllPassChain<S, 2> chain_;
+    S feedback_, late_;
+  };
+};
+
+}  // namespace kernels

@@ -1,0 +1,87 @@
+// What a filter remembers of its signal, for one channel (S = float) or a left/right pair (S = dsp::Quad).
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+
+#include "filters/FilterCoefs.h"
+#include "filters/SampleTypes.h"
+#include "filters/VSmoothLog.h"
+
+namespace kernels {
+
+inline constexpr float kTrace = 1e-18f;
+
+// A ring of frames: left and right side by side in a pair. A position is reduced into it by AND with the mask only.
+template <class S>
+struct DelayLine {
+  std::unique_ptr<float[]> data;
+  long size = 0;  // frames, a power of two; 0 while empty
+  long mask = -1;
+
+  // Keeps the contents of a line that has the size already; else allocates and zeroes.
+  void resize(long frames) {
+    if (size == frames) return;
+    data = std::make_unique<float[]>(static_cast<std::size_t>(frames * dsp::kLanes<S>));
+    size = frames;
+    mask = frames - 1;
+  }
+
+  [[nodiscard]] float* slot(long position) const noexcept { return &data[index(position)]; }
+  [[nodiscard]] S read(long position) const noexcept { return dsp::loadFrame<S>(slot(position)); }
+  // Traces too small to be heard are stored as zero, so that no loop ends in denormal numbers.
+  void write(long position, S value) const noexcept {
+    dsp::storeFrame(slot(position), dsp::withoutTraces(value, kTrace));
+  }
+  void zero() const noexcept { std::fill_n(data.get(), size * dsp::kLanes<S>, 0.0f); }
+  void zero(int lane) const noexcept {
+    for (long i = 0; i < size; ++i) data[static_cast<std::size_t>(i * dsp::kLanes<S> + lane)] = 0.0f;
+  }
+
+ private:
+  [[nodiscard]] std::size_t index(long position) const noexcept {
+    return static_cast<std::size_t>(position & mask) * static_cast<std::size_t>(dsp::kLanes<S>);
+  }
+};
+
+template <class S>
+struct StageMemory {
+  S low, band, high, notch;
+};
+
+template <class S>
+struct ResonatorMemory {
+  S y1, y2;
+};
+
+// Everything but the delay lines; each field holds one value a channel.
+template <class S>
+struct SignalMemory {
+  StageMemory<S> a, b;
+  S chain[8];      // the last outputs of ladder or all-pass sections
+  S germanPrev;    // the input of the sample before
+  S chainPrev[8];  // the last inputs of those sections
+  S morph[kMorphTaps];
+  S held;
+  S damp[kCombs];     // low-pass in each loop
+  S dcTrack[kCombs];  // slow estimate of each loop's DC
+  S inputs[2];        // the resonators' last inputs, newest first
+  ResonatorMemory<S> resonator[kResonators];
+};
+
+template <class S>
+struct DelayLines {
+  DelayLine<S> main;
+  DelayLine<S> comb[kCombs];
+  DelayLine<S> ap[kAllPasses];
+};
+
+// What runs on whether or not there is a signal, the same in both channels.
+struct FilterClock {
+  VSmoothLog delaySmooth{50.0f};  // the delay time in samples, and its glide
+  double holdPhase = 0.0;         // 0 to 1
+  long writePos = 0;
+};
+
+}  // namespace kernels

@@ -1,0 +1,254 @@
+// Networks of tuned delays: combs side by side, all-passes in a row, both together, and a low-pass that feeds back
+// through two delays. Delays are whole samples; all lines share one write position.
+#pragma once
+
+#include "filters/StateVariableKernels.h"
+
+namespace kernels {
+
+// The position of the sample under way, in all lines.
+template <class S>
+class LineClock {
+ public:
+  explicit LineClock(Job<S>& job) noexcept : position_(job.clock.writePos), mask_(job.lines.main.mask) {}
+  long next() noexcept { return position_ = (position_ + 1) & mask_; }
+  void keep(Job<S>& job) noexcept { job.clock.writePos = position_; }
+
+ private:
+  long position_, mask_;
+};
+
+// Eight damped feedback combs.
+template <class S>
+class CombBank {
+ public:
+  explicit CombBank(Job<S>& job) noexcept
+      : job_(job), damping_(dsp::both<S>(job.coefs.fA)), feedback_(dsp::both<S>(job.coefs.verbFeedback)) {
+    for (int i = 0; i < kCombs; ++i) damp_[i] = job.memory.damp[i];
+  }
+
+  S operator()(S x, long p) noexcept {
+    S sum = dsp::both<S>(0.0f);
+    for (int i = 0; i < kCombs; ++i) {
+      const DelayLine<S>& line = job_.lines.comb[i];
+      const S r = line.read(p - job_.coefs.combDelay[i]);
+      damp_[i] += (r - damp_[i]) * damping_;
+      line.write(p, damp_[i] * feedback_ + x);
+      sum = sum + r;
+    }
+    return sum;
+  }
+
+  // Takes the DC out of the loops, slowly: once a block.
+  void trackDc() noexcept {
+    for (int i = 0; i < kCombs; ++i) {
+      const S dc = job_.memory.dcTrack[i] + (damp_[i] - job_.memory.dcTrack[i]) * 0.01f;
+      damp_[i] = damp_[i] - dc;
+      job_.watch.keep(job_.memory.dcTrack[i], dc);
+    }
+  }
+
+  void keep() noexcept {
+    for (int i = 0; i < kCombs; ++i) job_.watch.keep(job_.memory.damp[i], damp_[i]);
+  }
+
+ private:
+  Job<S>& job_;
+  S damping_, feedback_;
+  S damp_[kCombs];
+};
+
+struct Combs {
+  template <class S>
+  class Of {
+   public:
+    explicit Of(Job<S>& job) noexcept : clock_(job), bank_(job), input_(dsp::both<S>(job.coefs.verbIn)) {}
+    S tap(S y) noexcept { return bank_(input_ * y, clock_.next()); }
+    void keep(Job<S>& job) noexcept {
+      clock_.keep(job);
+      bank_.trackDc();
+      bank_.keep();
+    }
+
+   private:
+    LineClock<S> clock_;
+    CombBank<S> bank_;
+    S input_;
+  };
+};
+
+struct AllPasses {
+  template <class S>
+  class Of {
+   public:
+    explicit Of(Job<S>& job) noexcept
+        : job_(job),
+          clock_(job),
+          input_(dsp::both<S>(job.coefs.verbIn)),
+          damping_(dsp::both<S>(job.coefs.fA)),
+          coef_(dsp::both<S>(job.coefs.apCoef)) {
+      for (int i = 0; i < kAllPasses; ++i) {
+        damp_[i] = job.memory.damp[i];
+        dc_[i] = job.memory.dcTrack[i];
+      }
+    }
+
+    S tap(S y) noexcept {
+      const long p = clock_.next();
+      S u = input_ * y;
+      for (int i = 0; i < kAllPasses; ++i) {
+        const DelayLine<S>& line = job_.lines.ap[i];
+        const S r = line.read(p - job_.coefs.apDelay[i]);
+        damp_[i] += (r - damp_[i]) * damping_;
+        dc_[i] += (damp_[i] - dc_[i]) * 0.01f;
+        const S h = damp_[i] - dc_[i] - u * coef_;
+        line.write(p, coef_ * h + u);
+        u = h;
+      }
+      return u;
+    }
+
+    void keep(Job<S>& job) noexcept {
+      clock_.keep(job);
+      for (int i = 0; i < kAllPasses; ++i) {
+        job.watch.keep(job.memory.damp[i], damp_[i]);
+        job.watch.keep(job.memory.dcTrack[i], dc_[i]);
+      }
+    }
+
+   private:
+    Job<S>& job_;
+    LineClock<S> clock_;
+    S input_, damping_, coef_;
+    S damp_[kAllPasses], dc_[kAllPasses];
+  };
+};
+
+struct Reverb {
+  template <class S>
+  class Of {
+   public:
+    explicit Of(Job<S>& job) noexcept
+        : job_(job),
+          clock_(job),
+          bank_(job),
+          input_(dsp::both<S>(job.coefs.verbIn)),
+          coef_(dsp::both<S>(job.coefs.apCoef)) {}
+
+    S tap(S y) noexcept {
+      const long p = clock_.next();
+      S sum = bank_(input_ * y, p);
+      for (int i = 0; i < kAllPasses; ++i) {
+        const DelayLine<S>& line = job_.lines.ap[i];
+        const S t = line.read(p - job_.coefs.apDelay[i]) - sum * coef_;
+        line.write(p, coef_ * t + sum);
+        sum = t;
+      }
+      return sum;
+    }
+
+    void keep(Job<S>& job) noexcept {
+      clock_.keep(job);
+      bank_.keep();
+    }
+
+   private:
+    Job<S>& job_;
+    LineClock<S> clock_;
+    CombBank<S> bank_;
+    S input_, coef_;
+  };
+};
+
+// A 12 dB stage of coefficients so small that its band never meets the limit of a step, and that its cube is lost in
+// rounding until the band is large.
+struct NearlyStill {
+  template <class S, Needs kNeeds>
+  struct Stage : TwoPole<S, kNeeds> {
+    Stage(Job<S>& job, Slot slot) noexcept
+        : TwoPole<S, kNeeds>(job, slot), cubic(dsp::both<S>(stageCoefs(job.coefs, slot).cubic)) {}
+
+    void step(S u) noexcept {
+      constexpr float kCubeIsLost = 0.1f;  // cubic b^2 is below 2^-25 up to here
+      this->low += this->f * this->band;
+      const S b = this->band + this->f * (u - this->q * this->band - this->low);
+      this->band = dsp::anyAbove(b, kCubeIsLost) ? b - cubic * (b * b * b) : b;
+    }
+
+    S cubic;
+  };
+};
+
+// A resonant low-pass into a second stage that stands nearly still, and back to its input through two damped delays.
+// The all-pass coefficient of those delays is 0 in this type, so its terms are left out.
+struct French {
+  template <class S>
+  class Of {
+   public:
+    explicit Of(Job<S>& job) noexcept
+        : job_(job),
+          clock_(job),
+          drive_(job.coefs),
+          a_(job, Slot::a),
+          b_(job, Slot::b),
+          return_(dsp::both<S>(job.coefs.inGain > 0.2f ? job.coefs.inGain : 0.2f)),
+          damping_(dsp::both<S>(job.coefs.fA)),
+          wet_(dsp::both<S>(job.coefs.wet * 0.25f)),
+          dry_(dsp::both<S>(job.coefs.dry)),
+          back_(job.memory.chain[7]) {
+      for (int i = 0; i < kDelays; ++i) {
+        damp_[i] = job.memory.damp[i];
+        dc_[i] = job.memory.dcTrack[i];
+      }
+    }
+
+    S operator()(S in) noexcept {
+      const S y = drive_(in);
+      const S a = averaged(a_, Low{}, drive_.between(return_ * back_ + y));
+      const S u = clippedBetween(a);
+      b_.step(u);
+      const S l1 = b_.low;
+      b_.step(u);
+      const S s = a + 0.5f * l1 + 0.25f * b_.low;
+      feedBack(clippedBetween(s));
+      return dsp::limited(wet_ * s, -1.0f, 1.0f) + y * dry_;
+    }
+
+    void keep(Job<S>& job) noexcept {
+      clock_.keep(job);
+      a_.keep(job, Slot::a);
+      b_.keep(job, Slot::b);
+      job.watch.keep(job.memory.chain[7], back_);
+      for (int i = 0; i < kDelays; ++i) {
+        job.watch.keep(job.memory.damp[i], damp_[i]);
+        job.watch.keep(job.memory.dcTrack[i], dc_[i]);
+      }
+    }
+
+   private:
+    static constexpr int kDelays = 2;
+
+    void feedBack(S u) noexcept {
+      const long p = clock_.next();
+      for (int i = 0; i < kDelays; ++i) {
+        const DelayLine<S>& line = job_.lines.ap[i];
+        const S r = line.read(p - job_.coefs.apDelay[i]);
+        damp_[i] += (r - damp_[i]) * damping_;
+        dc_[i] += (damp_[i] - dc_[i]) * 0.01f;
+        line.write(p, u);
+        u = damp_[i] - dc_[i];
+      }
+      back_ = u;
+    }
+
+    Job<S>& job_;
+    LineClock<S> clock_;
+    DriveStage<S> drive_;
+    typename NonLinear::template Stage<S, Needs::nothing> a_;
+    typename NearlyStill::template Stage<S, Needs::nothing> b_;
+    S return_, damping_, wet_, dry_, back_;
+    S damp_[kDelays], dc_[kDelays];
+  };
+};
+
+}  // namespace kernels

@@ -1,0 +1,18 @@
+#include "filters/VSmoothLog.h"
+
+#include <algorithm>
+
+void VSmoothLog::setRate(float inverseRate) noexcept {
+  invRate = inverseRate;
+  coef = static_cast<float>(std::min(static_cast<double>(freq) * 1.5707964 * static_cast<double>(invRate), 1.0));
+}
+
+void VSmoothLog::processBuffer(float* in, float* out, float*, float*, long count) noexcept {
+  target = in[0];
+  out[0] = step(std::min(static_cast<float>(count) * coef, 1.0f));
+}
+
+void VSmoothLog::multiplyBuffer(float newTarget, float* in, float* out, long count) noexcept {
+  target = newTarget;
+  for (long i = 0; i < count; ++i) out[i] = in[i] * step(coef);
+}

@@ -1,0 +1,57 @@
+// Signals and settings for tests of the filter bank.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "filters/FilterCore.h"
+
+using FilterParams = std::array<float, kFilterParams>;
+
+inline float typeValue(int type) { return static_cast<float>(type) / (kFilterTypes - 1); }
+
+inline FilterParams filterParams(int type, float cutoff, float resonance, float var, float drive = 0.0f) {
+  return {drive, 1.0f, typeValue(type), cutoff, resonance, var, 1.0f};
+}
+
+// White noise from -1 to 1, the same at each run.
+class Noise {
+ public:
+  explicit Noise(std::uint32_t seed) : state_(seed) {}
+  float operator()() {
+    state_ = state_ * 1664525u + 1013904223u;
+    return static_cast<float>(static_cast<std::int32_t>(state_)) * (1.0f / 2147483648.0f);
+  }
+
+ private:
+  std::uint32_t state_;
+};
+
+// A filter as the effect runs it: tables for the host's rate, twice that rate for itself, blocks of a tick.
+template <class S>
+class TestFilter {
+ public:
+  static constexpr long kBlock = 24;
+
+  explicit TestFilter(const VGlobalCoeffs& tables, float hostRate) : core_(&tables) {
+    core_.setSampleRate(2.0f * hostRate, 0.5f / hostRate);
+    core_.clear();
+  }
+
+  // Frames in place.
+  void run(const FilterParams& params, std::vector<float>& frames) {
+    const long count = static_cast<long>(frames.size()) / dsp::kLanes<S>;
+    for (long i = 0; i < count; i += kBlock) tick(params, frames, i, std::min(kBlock, count - i));
+  }
+  void tick(const FilterParams& params, std::vector<float>& frames, long first, long count) {
+    float* const at = frames.data() + first * dsp::kLanes<S>;
+    core_.processBuffer(params.data(), at, at, count);
+  }
+
+  [[nodiscard]] const FilterCore<S>& core() const { return core_; }
+
+ private:
+  FilterCore<S> core_;
+};
