@@ -43,8 +43,9 @@ void drawPennant(CDrawContext& context, const CPoint& p) {
 }
 
 void drawLetter(CDrawContext& context, const CColor& color, const Counted<CGraphicsPath>& letter) {
+  constexpr CGraphicsTransform kOnPixels(1, 0, 0, 1, 0.5, 0.5);
   context.setFrameColor(color);
-  context.drawGraphicsPath(letter, CDrawContext::kPathStroked);
+  context.drawGraphicsPath(letter, CDrawContext::kPathStroked, &kOnPixels);
 }
 
 // `above` is how much higher than a single flag this one stands.
