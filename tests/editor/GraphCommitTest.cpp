@@ -202,13 +202,22 @@ TEST(Scope, ShowsTheExtremesOfEachPixelColumn) {
   std::vector<float> samples(kDisplayTable, 0.0f);
   samples[168 * 5 + 3] = 0.5f;
   samples[168 * 5 + 167] = -0.75f;
-  const auto path = scopePath(samples, 388);
-  const auto& elements = path->getElements();
-  ASSERT_EQ(elements.size(), 1u + 2 * 388 + 1);
-  EXPECT_EQ(elements[1 + 2 * 5].points[0], CPoint(5, -0.75));
-  EXPECT_EQ(elements[2 + 2 * 5].points[0], CPoint(5, 0.5));
-  EXPECT_EQ(elements[1 + 2 * 6].points[0], CPoint(6, 0.0));
-  EXPECT_EQ(scopePath(samples, 70000)->getElements()[1].points[0], CPoint(0, 1));
+  const ScopeOutline calm = scopeOutline(samples, 388, 0.01);
+  EXPECT_FALSE(calm.filled);
+  const auto& line = calm.path->getElements();
+  ASSERT_EQ(line.size(), 1u + 2 * 388 + 1);
+  EXPECT_EQ(line[1 + 2 * 5].points[0], CPoint(5, -0.75));
+  EXPECT_EQ(line[2 + 2 * 5].points[0], CPoint(5, 0.5));
+  EXPECT_EQ(line[1 + 2 * 6].points[0], CPoint(6, 0.0));
+  for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = i < 32768 ? (i % 2 ? 0.25f : -0.5f) : 1.0f;
+  const ScopeOutline dense = scopeOutline(samples, 388, 0.125);
+  EXPECT_TRUE(dense.filled);
+  const auto bar = [&](std::size_t x) { return &dense.path->getElements()[5 * x]; };  // top left, and two lines on
+  EXPECT_EQ(bar(7)[0].points[0], CPoint(7, -0.5));
+  EXPECT_EQ(bar(7)[2].points[0], CPoint(8, 0.25));
+  EXPECT_EQ(bar(196)[0].points[0], CPoint(196, 1.0));  // a pixel high, from one that met the last wave
+  EXPECT_EQ(bar(196)[2].points[0], CPoint(197, 1.125));
+  EXPECT_EQ(scopeOutline(samples, 70000, 0.1).path->getElements()[0].points[0].y, -1);  // no samples: all of it
 }
 
 TEST(PointText, NamesBeatsCyclesAndPercent) {
