@@ -82,6 +82,17 @@ TEST(Commit, CopiesOtherGraphsAndWhatParametersCantCarry) {
   EXPECT_EQ(window.rig.host.edits, "");
 }
 
+TEST(Commit, GoesToTheGraphInViewAlsoWhenANoteJustSelectedAnother) {
+  GraphWindow window;
+  window.show(kZigzag);
+  window.press({120, 200});
+  window.rig.fx().currentGraph = 4;
+  window.hover(130, 150);
+  window.release();
+  EXPECT_EQ(window.rig.fx().envNumPoints[4], 2);
+  expectCommitted(window, 0);
+}
+
 TEST(Commit, LosesNothingBeforeTheFirstBlock) {
   GraphWindow window;
   window.show(kZigzag);
