@@ -14,6 +14,8 @@ using dsp::Pair;
 using dsp::Quad;
 using dsp::quadOf;
 
+constexpr float kTrace = 1e-18f;
+
 // The half-band's state in registers for the length of a block.
 struct Running {
   explicit Running(const StereoHalfBand& h) noexcept
@@ -49,13 +51,22 @@ struct Running {
     return __builtin_shufflevector(t3, t4, 0, 1, 6, 7);
   }
 
+  // The same where branch A is silent.
+  Quad stepOfB(Quad in) noexcept {
+    const Quad t1 = allPass(in, m1, c0, m0);
+    const Quad t2 = allPass(t1, m2, c1, m1);
+    const Quad t3 = allPass(t2, m3, c2, m2);
+    m0 = in;
+    m1 = t1;
+    m2 = t2;
+    m3 = t3;
+    m4 = t3;
+    return t3;
+  }
+
   Quad c0, c1, c2, c3;
   Quad m0, m1, m2, m3, m4;
 };
-
-// What the guard leaves in every other frame would make the cubes behind it underflow, which costs a hundred cycles
-// each.
-constexpr float kTrace = 1e-18f;
 
 Quad branches(double a, double b) noexcept {
   const auto fa = static_cast<float>(a);
@@ -81,14 +92,16 @@ void StereoHalfBand::dropNonFinite() noexcept {
   if (!(sum[0] + sum[1] == 0.0f)) clear_buffers();
 }
 
+void StereoHalfBand::dropTraces() noexcept {
+  for (Quad& m : mem) m = dsp::withoutTraces(m, kTrace);
+}
+
+// Branch A hears zeros only, so its memories stay zero and every other frame is zero; branch B has three sections.
 void StereoUpsampler2::process(float* dest, const float* src, int n) noexcept {
   Running r(halfBand);
-  // Branch A is always fed with 0, so its guarded input of the sample before is one constant.
-  const Pair guardedZero = dsp::collapseDenormal(Pair{}, -dsp::kDenormalOffset);
   for (int i = 0; i < n; ++i) {
-    r.m0 = quadOf(dsp::collapseDenormal(lowPair(r.m0), -dsp::kDenormalOffset), guardedZero);
     const Pair in = 0.5f * dsp::loadPair(src + 2 * i);
-    dsp::storeQuad(dest + 4 * i, dsp::withoutTraces(r.step(quadOf(in, Pair{})), kTrace));
+    dsp::storeQuad(dest + 4 * i, r.stepOfB(quadOf(in, Pair{})));
   }
   r.storeTo(halfBand);
 }
