@@ -1,0 +1,254 @@
+// What lands on the pixels.
+
+#include <cairo.h>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "toolkit/Bundle.h"
+#include "toolkit/COffscreenContext.h"
+
+namespace {
+
+using namespace VSTGUI;
+namespace fs = std::filesystem;
+
+// A canvas of 40 by 20 units on which white is drawn.
+class Canvas {
+ public:
+  explicit Canvas(double scale = 1) : scale_(scale) {
+    context->setFrameColor(kWhiteCColor);
+    context->setFillColor(kWhiteCColor);
+    context->setFontColor(kWhiteCColor);
+  }
+  // Coverage of a device pixel, 0 to 255.
+  int at(int x, int y) {
+    context->endDraw();
+    _cairo_surface* const surface = context->getBitmap()->getSurface();
+    const auto* const row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+    std::uint32_t argb = 0;
+    std::memcpy(&argb, row + 4 * x, sizeof argb);
+    return static_cast<int>(argb >> 24);
+  }
+  // The rectangle of the device pixels that are not empty.
+  CRect inked() {
+    CRect all;
+    for (int y = 0; y < 20 * scale_; ++y)
+      for (int x = 0; x < 40 * scale_; ++x)
+        if (at(x, y) > 0) all.unite(CRect(x, y, x + 1, y + 1));
+    return all;
+  }
+  // Pixels that are neither empty nor full.
+  int blurred() {
+    int count = 0;
+    for (int y = 0; y < 20 * scale_; ++y)
+      for (int x = 0; x < 40 * scale_; ++x) count += at(x, y) > 0 && at(x, y) < 255;
+    return count;
+  }
+
+ private:
+  double scale_;
+
+ public:
+  Counted<COffscreenContext> context =
+      Counted<COffscreenContext>::adopt(COffscreenContext::create(nullptr, 40, 20, scale_));
+};
+
+TEST(Lines, OfOneUnitFillWholePixelsInTheIntegralModes) {
+  for (const std::uint32_t mode : {kAliasing, kAntiAliasing}) {
+    for (const double scale : {1.0, 1.5, 2.0}) {
+      Canvas canvas(scale);
+      canvas.context->setDrawMode(mode);
+      canvas.context->drawLine({10, 2}, {10, 12});
+      EXPECT_EQ(canvas.blurred(), 0) << mode << " " << scale;
+      EXPECT_EQ(canvas.inked().left, std::round(10 * scale));
+      EXPECT_EQ(canvas.inked().getWidth(), std::round(scale));
+    }
+  }
+}
+
+TEST(Lines, WithoutAntiAliasingAreSharpAnywhere) {
+  for (const double x : {10.0, 10.3, 10.7}) {
+    Canvas canvas;
+    canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
+    canvas.context->drawLine({x, 2}, {x, 12});
+    EXPECT_EQ(canvas.blurred(), 0);
+    EXPECT_EQ(canvas.inked(), CRect(10, 2, 11, 12)) << x;
+  }
+  Canvas canvas;
+  canvas.context->setDrawMode(kAntiAliasing | kNonIntegralMode);
+  canvas.context->drawLine({10, 2}, {10, 12});
+  EXPECT_EQ(canvas.at(9, 5), canvas.at(10, 5)) << "half on each side";
+}
+
+TEST(Lines, OfWidthZeroAreOneDevicePixelUnderAnyTransform) {
+  Canvas canvas(2);
+  canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
+  canvas.context->setLineWidth(0);
+  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
+  path->beginSubpath({0, 0});
+  path->addLine({1, 0});
+  CGraphicsTransform transform;
+  transform.scale(30, 50).translate(5, 10);
+  canvas.context->drawGraphicsPath(path, CDrawContext::kPathStroked, &transform);
+  EXPECT_EQ(canvas.inked(), CRect(10, 20, 70, 21));
+}
+
+TEST(Shapes, OutlinesLieInsideInTheIntegralModes) {
+  Canvas canvas;
+  canvas.context->drawRect({5, 5, 15, 12}, kDrawStroked);
+  EXPECT_EQ(canvas.inked(), CRect(5, 5, 15, 12));
+  EXPECT_EQ(canvas.blurred(), 0);
+  EXPECT_EQ(canvas.at(7, 7), 0);
+  canvas.context->drawRect({5, 5, 15, 12}, kDrawFilled);
+  EXPECT_EQ(canvas.at(7, 7), 255);
+  Canvas round;
+  round.context->drawEllipse({5, 5, 15, 15}, kDrawFilled);
+  EXPECT_EQ(round.inked(), CRect(5, 5, 15, 15));
+  EXPECT_EQ(round.at(5, 5), 0);
+}
+
+TEST(Shapes, StrokesScaleWithTheTransform) {
+  Canvas canvas;
+  canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
+  canvas.context->setLineWidth(2);
+  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
+  path->beginSubpath({2, 2});
+  path->addLine({6, 2});
+  CGraphicsTransform transform;
+  canvas.context->drawGraphicsPath(path, CDrawContext::kPathStroked, &transform.scale(3, 3));
+  EXPECT_EQ(canvas.inked(), CRect(6, 3, 18, 9));
+}
+
+TEST(Shapes, ATransformThatFlattensEverythingDoesNotEndTheDrawing) {
+  Canvas canvas;
+  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
+  path->addRect({0, 0, 5, 5});
+  CGraphicsTransform flat;
+  canvas.context->drawGraphicsPath(path, CDrawContext::kPathFilled, &flat.scale(0, 1));
+  canvas.context->drawGraphicsPath(path);
+  EXPECT_EQ(canvas.inked(), CRect(0, 0, 5, 5));
+}
+
+TEST(Gradients, GoFromOneColourToTheOtherInsideThePath) {
+  Canvas canvas;
+  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
+  path->addRect({10, 0, 20, 20});
+  const auto gradient =
+      Counted<CGradient>::adopt(path->createGradient(0, 1, CColor(255, 255, 255, 0), CColor(255, 255, 255, 255)));
+  canvas.context->fillLinearGradient(path, *gradient, {0, 0}, {0, 20});
+  EXPECT_LT(canvas.at(15, 0), 15);
+  EXPECT_NEAR(canvas.at(15, 10), 134, 4);
+  EXPECT_GT(canvas.at(15, 19), 240);
+  EXPECT_EQ(canvas.at(25, 19), 0);
+}
+
+TEST(Clips, CutAndComeBack) {
+  Canvas canvas;
+  canvas.context->saveGlobalState();
+  canvas.context->limitClipRect({0, 0, 20, 20});
+  canvas.context->setClipRect({15, 5, 30, 10});
+  canvas.context->drawRect({0, 0, 40, 20}, kDrawFilled);
+  EXPECT_EQ(canvas.inked(), CRect(15, 5, 20, 10)) << "the container's limit holds";
+  canvas.context->restoreGlobalState();
+  CRect clip;
+  EXPECT_EQ(canvas.context->getClipRect(clip), CRect(0, 0, 40, 20));
+}
+
+TEST(Text, LiesInItsRectangleWhereTheAlignmentSays) {
+  const CRect rect(2, 2, 38, 18);
+  CRect inked[3];
+  for (const auto align : {kLeftText, kCenterText, kRightText}) {
+    Canvas canvas;
+    canvas.context->setFont(kNormalFontSmall);
+    canvas.context->drawString("LFO", rect, align);
+    inked[align] = canvas.inked();
+    ASSERT_FALSE(inked[align].isEmpty());
+    EXPECT_EQ(CRect(inked[align]).bound(rect), inked[align]);
+  }
+  EXPECT_LT(inked[kLeftText].left, inked[kCenterText].left);
+  EXPECT_LT(inked[kCenterText].left, inked[kRightText].left);
+  EXPECT_NEAR(inked[kLeftText].left, rect.left, 2);
+  EXPECT_NEAR(inked[kRightText].right, rect.right, 2);
+  EXPECT_NEAR(inked[kCenterText].getCenter().y, rect.getCenter().y, 2);
+}
+
+TEST(Text, IsSmoothOrNotAsTold) {
+  Canvas smooth;
+  smooth.context->drawString("Sog", CRect(0, 0, 40, 20), kCenterText, true);
+  EXPECT_GT(smooth.blurred(), 0);
+  Canvas plain;
+  plain.context->drawString("Sog", CRect(0, 0, 40, 20), kCenterText, false);
+  EXPECT_EQ(plain.blurred(), 0);
+  EXPECT_FALSE(plain.inked().isEmpty());
+}
+
+TEST(Text, GrowsWithItsSizeAndTakesAnyBytes) {
+  Canvas canvas;
+  canvas.context->setFont(kSystemFont, 10);
+  const double small = canvas.context->getStringWidth("Smooth");
+  canvas.context->setFont(kSystemFont, 20);
+  EXPECT_NEAR(canvas.context->getStringWidth("Smooth"), 2 * small, 0.15 * small);
+  canvas.context->drawString("\xff\xc3 a\nb", CRect(0, 0, 40, 20));
+  canvas.context->drawString("", CRect(0, 0, 40, 20));
+  EXPECT_FALSE(canvas.inked().isEmpty());
+}
+
+TEST(Offscreen, CopiesItsPartAndItsBitmapOutlivesIt) {
+  Counted<CBitmap> kept;
+  {
+    Canvas source;
+    source.context->drawRect({10, 5, 12, 7}, kDrawFilled);
+    Canvas copy;
+    source.context->copyFrom(copy.context, {20, 10, 30, 18}, {8, 4});
+    EXPECT_EQ(copy.inked(), CRect(22, 11, 24, 13));
+    kept = source.context->getBitmap();
+  }
+  EXPECT_EQ(kept->getNbReference(), 1);
+  Canvas target;
+  kept->draw(target.context, {0, 0, 11, 20});
+  EXPECT_EQ(target.inked(), CRect(10, 5, 11, 7)) << "cut at the rectangle";
+}
+
+TEST(Offscreen, IsRefusedForSizesThatMakeNoPicture) {
+  for (const double width : {0.0, -5.0, 0.5, 40000.0, std::nan("")})
+    EXPECT_EQ(COffscreenContext::create(nullptr, width, 10), nullptr) << width;
+}
+
+TEST(Bitmaps, ComeFromTheBundleOrStayEmpty) {
+  const fs::path folder = fs::temp_directory_path() / "modrift-toolkit-bitmaps";
+  const fs::path resources = folder / "Contents" / "Resources";
+  fs::create_directories(resources);
+  cairo_surface_write_to_png(CBitmap(12, 7).getSurface(), (resources / "bmp00128.png").c_str());
+  std::ofstream(resources / "broken.png") << "no picture";
+  gBundleRef = new Bundle(folder);
+  const CBitmap numbered(128);
+  EXPECT_EQ(numbered.getWidth(), 12);
+  EXPECT_EQ(numbered.getHeight(), 7);
+  EXPECT_EQ(CBitmap("bmp00128.png").getWidth(), 12);
+  for (const char* const name : {"missing.png", "broken.png", ""}) {
+    CBitmap bitmap(name);
+    EXPECT_FALSE(bitmap.isLoaded()) << name;
+    Canvas canvas;
+    bitmap.draw(canvas.context, {0, 0, 40, 20});
+    EXPECT_TRUE(canvas.inked().isEmpty());
+  }
+  gBundleRef->forget();
+  gBundleRef = nullptr;
+  fs::remove_all(folder);
+}
+
+TEST(Bundles, LieThreeComponentsAboveTheCode) {
+  acquirePluginBundle();
+  acquirePluginBundle();
+  ASSERT_NE(gBundleRef, nullptr);
+  EXPECT_EQ(gBundleRef->getFolder(), fs::read_symlink("/proc/self/exe").parent_path().parent_path().parent_path());
+  releasePluginBundle();
+  EXPECT_NE(gBundleRef, nullptr) << "a second editor still needs it";
+  releasePluginBundle();
+  EXPECT_EQ(gBundleRef, nullptr);
+}
+
+}  // namespace
