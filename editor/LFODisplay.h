@@ -1,0 +1,181 @@
+// The graph editor: the control on which the user draws the LFO graph that is shown.
+//
+// It holds a working copy of that graph in pixels, turns gestures into edits of the copy and reports each edit to its
+// listener, which passes it on:
+//
+//   auto* display = new LFODisplay({0, 0, 400, 244}, listener, 88, 388, 240, nullptr, {}, 1);
+//   display->effect = &effect;                         // for dropped files, undo and the texts beside points
+//   graphContainer->addView(display);
+//   loadGraph(*display, effect, false);                // effect to display, editor/GraphLink.h
+//   ...                                                // the listener, in valueChanged for this control:
+//   commitGraphEdit(*display, effect);                 // display to effect, editor/GraphLink.h
+//   readScope(*display, effect, scopeReadIndex);       // each idle, editor/GraphScope.h
+//
+// The view stands at (0, 0) of its container. All is [ui] but the fields of type Shared, `setDirty`, `SetGridSize` and
+// `CalcRateTime`, which any thread may use.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "editor/GraphHistory.h"
+#include "effect/Shared.h"
+#include "model/CurveLaw.h"
+#include "toolkit/CColor.h"
+#include "toolkit/COffscreenContext.h"
+#include "toolkit/CParamDisplay.h"
+
+class LfoDSP;
+
+// A selected point.
+struct MultiSelectPoint {
+  float weight;                  // 0 to 1: how much of a drag the point follows; not a number stops the drag
+  VSTGUI::CPoint origin;         // from where a drag is measured
+  VSTGUI::CPoint firstPosition;  // where it was selected
+  int index;                     // of the point
+};
+
+inline constexpr int kEditedPoints = 64;      // points of a graph in the editor at most
+inline constexpr int kFirstCurveHandle = 65;  // codes of `pressedPoint`: 65 + s is the curve handle of segment s
+inline constexpr int kNoLoopPoint = 512;
+inline constexpr int kNoStartPoint = -1;
+inline constexpr double kEditedStraight = 0.4999998;  // curve of a segment that was made straight by an edit
+inline constexpr std::size_t kDisplayTable = 65546;   // entries of the display's tables; the last ten are spare
+inline constexpr std::size_t kWeightColors = 586;
+
+// Values of the control that tell the listener what it hears of. Each drag step toggles 0 and 1.
+inline constexpr float kReportRefresh = 0.6666f;       // nothing changed
+inline constexpr float kReportSelectionEnd = 2.5f;     // the selection was let go
+inline constexpr float kReportWithoutParameters = 10;  // from here on nothing goes out as parameters
+inline constexpr float kReportMarker = 100.0f;
+
+class LFODisplay : public VSTGUI::CParamDisplay {
+ public:
+  // `graphWidth` and `graphHeight` are the editable area in pixels, the view is larger. `linkedEnds` other than 0 moves
+  // the first and the last point together.
+  LFODisplay(const VSTGUI::CRect& size, VSTGUI::IControlListener* listener, std::int32_t tag, double graphWidth,
+             double graphHeight, VSTGUI::CBitmap* background, const VSTGUI::CPoint& offset, int linkedEnds);
+  LFODisplay(const LFODisplay&) = delete;
+  ~LFODisplay() override;
+
+  virtual void plotWave(VSTGUI::CDrawContext* context);
+  // Fills `curvePolyline` with the graph as it is played, one entry for each of `columns` pixels.
+  virtual void drawLFOEdit(VSTGUI::CDrawContext* context, int columns);
+  virtual void drawTargetCorners(VSTGUI::CRect rect, VSTGUI::CDrawContext* context);
+  virtual void drawValueHolder(VSTGUI::CDrawContext* context, int x, int y, float value, bool unipolar);
+  virtual void drawToggleOnOff(VSTGUI::CDrawContext* context, int x, int y, float value);
+  // The rate step of a rate of 0 to 1, as the clock plays it.
+  virtual float CalcRateTime(float rate);
+  virtual void clearSelectedPoints();
+  virtual void MakeEnvHandle(int i);
+
+  void draw(VSTGUI::CDrawContext* context) override;
+  VSTGUI::CMouseEventResult onMouseDown(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override;
+  VSTGUI::CMouseEventResult onMouseUp(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override;
+  VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override;
+  VSTGUI::CMouseEventResult onMouseEntered(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override;
+  VSTGUI::CMouseEventResult onMouseExited(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override;
+  bool onWheel(const VSTGUI::CPoint& where, const float& distance, const VSTGUI::CButtonState& buttons) override;
+  bool onDrop(VSTGUI::IDataPackage* drag, const VSTGUI::CPoint& where) override;
+  void onDragEnter(VSTGUI::IDataPackage* drag, const VSTGUI::CPoint& where) override;
+  void onDragLeave(VSTGUI::IDataPackage* drag, const VSTGUI::CPoint& where) override;
+  void onDragMove(VSTGUI::IDataPackage* drag, const VSTGUI::CPoint& where) override;
+  std::int32_t onKeyDown(VSTGUI::VstKeyCode& key) override;
+
+  [[nodiscard]] bool CloseEnough(float a, float b) const;
+  [[nodiscard]] bool checkIfInside(const VSTGUI::CPoint& point, const VSTGUI::CRect& handle) const;
+  void CheckIfMouseInAnyPoint(const VSTGUI::CPoint& where);
+  void CheckIfMouseOverAnyPoint(const VSTGUI::CPoint& where);
+  // Moves the points from `i` on one place up; the caller fills the gap and raises `lastPoint`.
+  void InsertEnvPoint(int i);
+  // The new count of selected points; all ones when there is no room.
+  std::uint32_t AllocateSelPoint(int index, float weight);
+  std::vector<MultiSelectPoint>::iterator DeallocateSelPoint(std::vector<MultiSelectPoint>::iterator entry);
+  void SetGridSize(int cells);
+  [[nodiscard]] bool isPointHilighted() const;
+  void RenderShape();
+  void createBG();
+  void drawEnvStuff(VSTGUI::CDrawContext* context);
+  [[nodiscard]] static CurveCoef CalcCurveCoef(double curve, int length) noexcept;
+
+  // The graph as stored graphs have it, with the markers; and back, which renders but doesn't report.
+  [[nodiscard]] GraphState graphState() const;
+  void setGraphState(const GraphState& state);
+  // Ends what the pointer is doing and drops the selection; after another graph came in.
+  void endGestures();
+  // Undoes or redoes one edit of the graph that is shown; false when there is none, or while the pointer drags.
+  bool undo();
+  bool redo();
+
+  LfoDSP* effect = nullptr;         // null: no files by drop, texts without beats
+  GraphHistory* history = nullptr;  // set it to one that lives longer than the view; null: one of the view's own
+
+  // --- Geometry, pixels
+  const double graphWidth;
+  const double graphHeight;
+  const float shapeScale;            // table entries a pixel
+  const double closeEnoughDistance;  // half a point handle
+  const double handleMargin;         // round a handle, for hover and press
+  Shared<std::int32_t> gridSize{8};  // cells an axis, 2 to 32
+
+  // --- Points, by rising x; y is 0 at the top
+  std::array<VSTGUI::CPoint, 66> points{};
+  std::array<VSTGUI::CPoint, 66> pointSnapshot{};
+  int lastPoint = 1;  // an index, not a count
+  std::array<double, kEditedPoints> curves{};
+  std::array<VSTGUI::CRect, 65> pointHandles{};
+  std::array<VSTGUI::CRect, 65> curveHandles{};  // -1 on all sides for a segment that is too short
+  std::vector<float> shapeTable;                 // 1 is the top
+  int loopPoint = kNoLoopPoint;
+  int startPoint = kNoStartPoint;
+  bool linkedEnds;
+
+  // --- Gesture
+  int pressedPoint = -1;  // -1 and below nothing, 0 to 63 a point, 65 + s the curve handle of segment s
+  int hoverPoint = -1;    // the same, for the pointer without a button
+  int lastHoverPoint = -1;
+  VSTGUI::CPoint dragOrigin;
+  int pressY = 0;
+  float pressCurve = 0.0f;
+  int pressButtons = 0;
+  float pressValue = 0.0f;
+  bool marqueeActive = false;
+  bool selectionActive = false;
+  bool selectionMoved = false;
+  VSTGUI::CPoint marqueeOrigin;
+  VSTGUI::CRect selectionRect;
+  std::vector<MultiSelectPoint> selection;  // room for 64, never more
+  bool automationGesture = false;           // the drag touches a point that hosts automate
+  bool gestureEnding = false;               // the last report of such a drag
+  VSTGUI::CPoint lastMouse{55, 55};
+
+  // --- Picture
+  Shared<bool> renderDirty{true};       // curve and handles have to be painted again
+  Shared<bool> backgroundValid{false};  // the grid is up to date
+  VSTGUI::Counted<VSTGUI::CBitmap> plainBackground;
+  VSTGUI::Counted<VSTGUI::CBitmap> gridBitmap;
+  VSTGUI::Counted<VSTGUI::CBitmap> curveBitmap;
+  VSTGUI::Counted<VSTGUI::COffscreenContext> offscreen;
+  std::vector<VSTGUI::CPoint> curvePolyline;
+  Shared<bool> scopeOn{false};
+  std::vector<float> scopeOutCopy;
+  std::vector<float> scopeInCopy;
+  VSTGUI::CColor scopeOutColor{255, 128, 128, 128};
+  VSTGUI::CColor scopeInColor{192, 192, 192, 64};
+  Shared<float> pwmValue{0.5f};
+  Shared<float> graphOutValue{0.5f};
+  Shared<float> phaseValue{0.0f};
+  Shared<double> playPosition{-1.0};  // 0 to 1; below 0 hides the bar
+  std::array<char, 31> overlayText{};
+  int overlayTimer = -1;  // ticks for which the text is still shown
+  std::array<VSTGUI::CColor, kWeightColors> weightColors;
+  Shared<bool> bTriplet{true};
+  Shared<bool> bDotted{true};
+
+  VSTGUI_CLASS(LFODisplay, VSTGUI::CParamDisplay)
+  [[nodiscard]] VSTGUI::CBaseObject* newCopy() const override { return nullptr; }
+};
