@@ -17,15 +17,13 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "editor/GraphHistory.h"
+#include "editor/GraphPalette.h"
 #include "effect/Shared.h"
 #include "model/CurveLaw.h"
-#include "toolkit/CColor.h"
 #include "toolkit/COffscreenContext.h"
 #include "toolkit/CParamDisplay.h"
 
@@ -45,7 +43,6 @@ inline constexpr int kNoLoopPoint = 512;
 inline constexpr int kNoStartPoint = -1;
 inline constexpr double kEditedStraight = 0.4999998;  // curve of a segment that was made straight by an edit
 inline constexpr std::size_t kDisplayTable = 65546;   // entries of the display's tables; the last ten are spare
-inline constexpr std::size_t kWeightColors = 586;
 
 // Values of the control that tell the listener what it hears of. Each drag step toggles 0 and 1.
 inline constexpr float kReportRefresh = 0.6666f;       // nothing changed
@@ -105,8 +102,13 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   // The graph as stored graphs have it, with the markers; and back, which renders but doesn't report.
   [[nodiscard]] GraphState graphState() const;
   void setGraphState(const GraphState& state);
-  // Ends what the pointer is doing and drops the selection; after another graph came in.
+  // Shows the name of what was loaded, for a while and as far as it fits.
+  void showOverlay(const char* text);
+  // Ends what the pointer is doing and drops the selection; for when another graph comes in.
   void endGestures();
+  // Tells that `graph` is now shown, its points taken anew. `before` is what the view held: where that was the same
+  // graph, it becomes a step to undo.
+  void graphLoaded(int graph, const GraphState& before);
   // Undoes or redoes one edit of the graph that is shown; false when there is none, or while the pointer drags.
   bool undo();
   bool redo();
@@ -151,6 +153,7 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   std::vector<MultiSelectPoint> selection;  // room for 64, never more
   bool automationGesture = false;           // the drag touches a point that hosts automate
   bool gestureEnding = false;               // the last report of such a drag
+  bool bendsAllCurves = false;              // a curve drag that parameters can't carry
   VSTGUI::CPoint lastMouse{55, 55};
 
   // --- Picture
@@ -178,4 +181,90 @@ class LFODisplay : public VSTGUI::CParamDisplay {
 
   VSTGUI_CLASS(LFODisplay, VSTGUI::CParamDisplay)
   [[nodiscard]] VSTGUI::CBaseObject* newCopy() const override { return nullptr; }
+
+ private:
+  // What a key does to the selection, in pixels.
+  struct Nudge {
+    double x = 0.0, y = 0.0;
+  };
+
+  void insertPoint(int i, const VSTGUI::CPoint& place);
+  void removePoint(int i);
+  [[nodiscard]] double curveY(double x) const;
+  [[nodiscard]] int firstPointFrom(double x) const;
+  [[nodiscard]] int pointAt(const VSTGUI::CPoint& where) const;
+  [[nodiscard]] int curveHandleAt(const VSTGUI::CPoint& where) const;
+  [[nodiscard]] bool isPoint(int code) const { return code >= 0 && code <= lastPoint; }
+  [[nodiscard]] bool isSelected(int point) const;
+  [[nodiscard]] VSTGUI::CPoint inGraph(const VSTGUI::CPoint& where) const;
+  [[nodiscard]] VSTGUI::CPoint onGrid(const VSTGUI::CPoint& where) const;
+
+  VSTGUI::CMouseEventResult press(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  VSTGUI::CMouseEventResult pressNothing(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  VSTGUI::CMouseEventResult beginDrag(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  VSTGUI::CMouseEventResult addPoint(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  VSTGUI::CMouseEventResult dropPoint(int point, VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  void pressCurveHandle(const VSTGUI::CPoint& where);
+  bool placeMarker(int point);
+  void hover(const VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  VSTGUI::CMouseEventResult drag(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons);
+  void dragPressed(VSTGUI::CPoint& where, int state);
+  void dragPoint(VSTGUI::CPoint& where, bool snaps);
+  void dragEnd(VSTGUI::CPoint& where, bool snaps);
+  void bendCurve(int segment, double y, bool all);
+  void bendLike(double curve);
+  void release(VSTGUI::CPoint& where);
+  void setCursor(int code);
+
+  void selectByReach(const VSTGUI::CPoint& where);
+  void selectInRect(const VSTGUI::CRect& rect, int lastCandidate);
+  void dragMarquee(const VSTGUI::CPoint& where, int masked);
+  bool dragSelection(VSTGUI::CPoint& where, int masked);
+  bool moveSelection(double dx, double dy, int masked);
+  void moveSelected(const MultiSelectPoint& entry, double ex, double ey);
+  void linkSelectedEnds(bool firstSelected);
+  void restoreOrder();
+  void renewOrigins();
+
+  void drawSegment(VSTGUI::CPoint& where, bool snaps);
+  int openSegment(double left, double y);
+  void openSegmentAtStart(double y);
+  int putSegmentStart(int first, double left, double y);
+  void clearSegment(int j, double right);
+  void closeSegment(int j, double right, double y);
+
+  [[nodiscard]] std::optional<Nudge> nudgeOf(const VSTGUI::VstKeyCode& key) const;
+  void nudge(const Nudge& by);
+  [[nodiscard]] GraphHistory& steps() { return history ? *history : ownHistory_; }
+  void beginStep();
+  void endStep();
+  bool takeStep(std::optional<GraphState> (GraphHistory::*step)(int, const GraphState&));
+  [[nodiscard]] bool isDragging() const { return before_.has_value(); }
+
+  void followScaleFactor(const VSTGUI::CDrawContext& context);
+  [[nodiscard]] VSTGUI::CRect drawingArea() const;
+  void drawGridLines(VSTGUI::CDrawContext& context) const;
+  void fillCurve(VSTGUI::CDrawContext& context, int columns) const;
+  void correctOutline(int columns);
+  void strokeOutline(VSTGUI::CDrawContext& context, int columns) const;
+  void drawPoints(VSTGUI::CDrawContext& context) const;
+  [[nodiscard]] std::optional<VSTGUI::CColor> weightColor(int point) const;
+  void updateCursor();
+  void drawCurveHandles(VSTGUI::CDrawContext& context) const;
+  void drawCurveHandle(VSTGUI::CDrawContext& context, int segment) const;
+  void drawFlags(VSTGUI::CDrawContext& context) const;
+  void drawMarquee(VSTGUI::CDrawContext& context) const;
+  void drawScope(VSTGUI::CDrawContext& context) const;
+  void drawOutputBar(VSTGUI::CDrawContext& context) const;
+  void drawPlaybackBar(VSTGUI::CDrawContext& context) const;
+  void drawOverlay(VSTGUI::CDrawContext& context) const;
+  void drawTooltip(VSTGUI::CDrawContext& context) const;
+
+  GraphHistory ownHistory_;
+  std::optional<GraphState> before_;  // while the pointer drags: the graph at its press
+  int shownGraph_ = -1;
+  bool handShown_ = false;
+  bool cursorRests_ = false;  // a selection was let go; its point still counts as pressed
+  bool valueShown_ = false;   // the text beside the pressed point
+  bool dropCursor_ = false;   // a file was dragged over the view
 };

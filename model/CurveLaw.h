@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <span>
 
 #include "model/Graph.h"
@@ -23,29 +24,30 @@ struct CurveCoef {
 // The samples from one X to the next, rounded; held inside what a table can use, which wild X values are not.
 [[nodiscard]] int segmentLength(double from, double to) noexcept;
 
-// Writes one segment behind table index `start`, as far as the table reaches.
-template <class Cell>
-void renderSegment(std::span<Cell, kGraphTableSize> table, int start, int length, const CurveCoef& c, float y0,
-                   float d) noexcept {
+// Writes one segment behind table index `start`, as far as the table reaches. `limit` holds its Y where it is wanted.
+template <class Cell, class Limit = std::identity>
+void renderSegment(std::span<Cell, kGraphTableSize> table, int start, int length, const CurveCoef& c, double y0,
+                   double d, Limit limit = {}) noexcept {
   const int count = std::min(length, kGraphTableSize - 1 - start);
   double p = 1.0;
   for (int j = 1; j <= count; ++j) {
     p *= c.ratio;
-    const double y = static_cast<double>(d) - (p - c.end) * static_cast<double>(d) * c.scale + static_cast<double>(y0);
+    const double y = limit(d - (p - c.end) * d * c.scale + y0);
     table[static_cast<std::size_t>(start + j)] = static_cast<float>(1.0 - y);
   }
 }
 
-// Renders 1 - Y over the table, whose cells are floats or convert to and from them [any]. Where X falls back or leaves
-// the range, the walk stays bounded and inside.
-template <class Cell>
-void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> table) noexcept {
+// Walks a graph from table index 0 on, as its table is filled: `onSegment(i, from, to, length)` for the segment between
+// two points that begins behind index i, `onJump(i, from)` for an index that repeats the one before it, where the
+// segment from that point is too short to have a sample. Where X falls back or leaves the range, the walk stays bounded
+// and inside; `from` may then be the slot behind the last one.
+template <class OnSegment, class OnJump>
+void walkGraph(const GraphPoints& points, OnSegment onSegment, OnJump onJump) noexcept {
   const int last = std::clamp(points.lastPoint, 0, kGraphSlots - 1);
   // Behind the last point nothing follows, whatever the slots there hold.
   const auto xOf = [&](int point) {
     return point < kGraphSlots ? points.x[static_cast<std::size_t>(point)] : kGraphWidth;
   };
-  table[0] = static_cast<float>(1.0 - points.y[0]);
   int current = 0;
   double x = xOf(0);
   for (int i = 0; i < kGraphTableSize;) {
@@ -55,15 +57,31 @@ void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> tab
     }
     const int length = segmentLength(x, xOf(current + 1));
     if (length < 2 || x >= kGraphWidth || current > last) {  // a vertical line: the later value takes over by a jump
-      if (i > 0) table[static_cast<std::size_t>(i)] = static_cast<float>(table[static_cast<std::size_t>(i - 1)]);
+      onJump(i, current);
       ++i;
       continue;
     }
     const auto from = static_cast<std::size_t>(current);
-    const std::size_t to = std::min(from + 1, points.y.size() - 1);
-    const auto y0 = static_cast<float>(points.y[from]);
-    const auto d = static_cast<float>(points.y[to] - points.y[from]);
-    renderSegment(table, i, length, calcCurveCoef(points.curve[from], length), y0, d);
+    onSegment(i, from, std::min(from + 1, points.y.size() - 1), length);
     i += length;
   }
+}
+
+// The index's value in a jump: that of the one before it.
+template <class Cell>
+void repeatSample(std::span<Cell, kGraphTableSize> table, int i) noexcept {
+  if (i > 0) table[static_cast<std::size_t>(i)] = static_cast<float>(table[static_cast<std::size_t>(i - 1)]);
+}
+
+// Renders 1 - Y over the table, whose cells are floats or convert to and from them [any].
+template <class Cell>
+void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> table) noexcept {
+  table[0] = static_cast<float>(1.0 - points.y[0]);
+  const auto segment = [&](int i, std::size_t from, std::size_t to, int length) {
+    const auto y0 = static_cast<float>(points.y[from]);
+    const auto d = static_cast<float>(points.y[to] - points.y[from]);
+    renderSegment(table, i, length, calcCurveCoef(points.curve[from], length), static_cast<double>(y0),
+                  static_cast<double>(d));
+  };
+  walkGraph(points, segment, [&](int i, int) { repeatSample(table, i); });
 }
