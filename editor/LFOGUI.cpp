@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "editor/GraphLink.h"
+#include "editor/GraphPalette.h"
 #include "editor/LFODisplay.h"
 #include "editor/ResizeControl.h"
 
@@ -16,7 +17,6 @@ namespace {
 constexpr std::uint32_t kClosedPeriodMs = 150;
 constexpr std::uint32_t kFirstPeriodMs = 240;
 constexpr int kCornerImage = 128;
-constexpr CColor kPanelColor{32, 32, 32, 255};
 constexpr double kAspect = 0.48446327447891235;                           // of the reference window, 343 / 708
 constexpr double kGraphWidthPart = 0.54802259887006;                      // of the window: 388 pixels of 708
 constexpr double kGraphHeightPart = 0.6997084548105;                      // and 240 of 343
@@ -164,7 +164,7 @@ void LFOGUI::openControls(const CRect& size) {
   graphPixelHeight = wholePixels(kGraphHeightPart * editorHeight);
   setKnobMode(kLinearMode);
   panel = new CViewContainer(size);
-  panel->setBackgroundColor(kPanelColor);
+  panel->setBackgroundColor(BackgroundPanelColor);
   addGraph();
   fillDisplay();
   frame->addView(panel);
