@@ -6,6 +6,7 @@
 
 #include "toolkit/CFrame.h"
 #include "toolkit/COffscreenContext.h"
+#include "toolkit/Theme.h"
 
 namespace VSTGUI {
 
@@ -25,11 +26,7 @@ constexpr double kClickUnits = 4;
 constexpr std::uint32_t kClickMs = 300;
 constexpr std::uint32_t kHoverMs = 180;  // until a sub-menu under the pointer opens, or the one left closes
 
-constexpr CColor kBackColor{40, 42, 46};
-constexpr CColor kBorderColor{90, 94, 102};
-constexpr CColor kHoverColor{0, 114, 179};
-constexpr CColor kTextColor{236, 238, 242};
-constexpr CColor kWeakColor{128, 132, 140};
+using namespace Theme;
 
 CRect shifted(CRect rect, const CPoint& by) { return rect.offset(by.x, by.y); }
 
