@@ -62,12 +62,19 @@ struct EditorWindow::State {
 
   [[nodiscard]] bool isGone() const { return xcb_connection_has_error(connection.get()) != 0; }
 
-  // False when the user asks for the end.
+  // False when the user asks for the end, or somebody has brought it.
   [[nodiscard]] bool take(const xcb_generic_event_t& event) const {
     constexpr unsigned kSentByAnother = 0x80;
-    if ((event.response_type & ~kSentByAnother) != XCB_CLIENT_MESSAGE) return true;
-    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-    return message.type != protocols || message.data.data32[0] != deleteWindow;
+    switch (event.response_type & ~kSentByAnother) {
+      case XCB_CLIENT_MESSAGE: {
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        return message.type != protocols || message.data.data32[0] != deleteWindow;
+      }
+      case XCB_DESTROY_NOTIFY:
+        return reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window != window;
+      default:
+        return true;
+    }
   }
 };
 
@@ -82,10 +89,11 @@ EditorWindow::EditorWindow(int widthPx, int heightPx, const std::string& title) 
   xcb_connection_t* const connection = state_->connection.get();
   const xcb_screen_t& screen = screenOf(connection, screenNumber);
   state_->window = xcb_generate_id(connection);
-  const std::array<std::uint32_t, 1> values = {screen.black_pixel};
+  const std::array<std::uint32_t, 2> values = {screen.black_pixel, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
   xcb_create_window(connection, XCB_COPY_FROM_PARENT, state_->window, screen.root, 0, 0,
                     static_cast<std::uint16_t>(positive(widthPx)), static_cast<std::uint16_t>(positive(heightPx)), 0,
-                    XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL, values.data());
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK,
+                    values.data());
   state_->protocols = atom(connection, "WM_PROTOCOLS");
   state_->deleteWindow = atom(connection, "WM_DELETE_WINDOW");
   xcb_icccm_set_wm_protocols(connection, state_->window, state_->protocols, 1, &state_->deleteWindow);

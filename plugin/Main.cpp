@@ -4,6 +4,7 @@
 #include "editor/LFOGUI.h"
 #include "effect/KorvelInDSPEdit.h"
 #include "plugin/EditorPicture.h"
+#include "toolkit/x11/X11Platform.h"
 #include "vst2/aeffect.h"
 
 namespace {
@@ -29,8 +30,15 @@ VstIntPtr VSTCALLBACK dispatch(AEffect* record, VstInt32 opcode, VstInt32 index,
   return 0;
 }
 
+// One for the process, which stays: hosts may end without a word to their plug-ins.
+void useWindowSystem() {
+  static auto* const platform = new VSTGUI::X11Platform;
+  if (!VSTGUI::getPlatform()) VSTGUI::setPlatform(VSTGUI::PlatformType::kDefaultNative, platform);
+}
+
 // The effect in the state in which a host may send blocks at once; null when there is no memory for it.
 AudioEffect* createEffectInstance(audioMasterCallback audioMaster) noexcept try {
+  useWindowSystem();
   auto effect = std::make_unique<KorvelInDSPEdit>(audioMaster);
   effect->setUniqueID(kUniqueId);
   effect->setEditor(createEditor(effect.get()));
