@@ -116,6 +116,7 @@ class RunningSound {
     const double rate = device_->sampleRateHz();
     device_->stop();
     fmt::print("The sound device has gone; the song goes on silently.\n");
+    std::fflush(stdout);
     start(openSilence(rate));
   }
 

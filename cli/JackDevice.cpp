@@ -40,8 +40,8 @@ class JackDevice : public SoundDevice {
   }
   void start(BlockPlayer& player) override {
     player_ = &player;
-    if (jack_activate(client_) != 0) throw RunError("JACK: a server that takes a client was expected");
-    connectOutputs();
+    lost_ = lost_ || jack_activate(client_) != 0;
+    if (!lost_) connectOutputs();
   }
   void stop() override { jack_deactivate(client_); }
   [[nodiscard]] bool isLost() const override { return lost_; }

@@ -27,7 +27,7 @@ class SoundDevice {
   [[nodiscard]] virtual double sampleRateHz() const = 0;
   [[nodiscard]] virtual int blockFrames() const = 0;          // of an ordinary block
   [[nodiscard]] virtual std::string description() const = 0;  // for the user, without a full stop
-  virtual void start(BlockPlayer& player) = 0;                // throws RunError
+  virtual void start(BlockPlayer& player) = 0;                // lost at once where that cannot be
   virtual void stop() = 0;
   [[nodiscard]] virtual bool isLost() const = 0;
 };
