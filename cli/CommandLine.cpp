@@ -9,6 +9,7 @@
 
 #include "cli/AudioFile.h"
 #include "cli/CommonOptions.h"
+#include "cli/EditCommand.h"
 #include "cli/Errors.h"
 #include "cli/ExampleCommand.h"
 #include "cli/ExportMidiCommand.h"
@@ -17,6 +18,7 @@
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
 #include "cli/RenderCommand.h"
+#include "cli/ScreenshotCommand.h"
 #include "cli/WaveCommand.h"
 
 namespace modrift::cli {
@@ -44,6 +46,8 @@ constexpr const char* kOverviewFooter =
     "  modrift preset show duck.fxp\n"
     "  modrift shape plot duck.shp -o duck.png\n"
     "  modrift filters plot \"MG Low 24\" -o pictures/\n"
+    "  modrift edit --preset duck.fxp --play loop.wav\n"
+    "  modrift screenshot --preset duck.fxp -o editor.png\n"
     "  modrift info --json\n"
     "  modrift wave out.wav -o out.png\n"
     "'modrift COMMAND --help' tells the options of a command.\n"
@@ -142,6 +146,39 @@ void addExportMidi(CLI::App& app, ExportMidiOptions& options) {
   addState(*command, options.preset, options.shapes, options.settings);
 }
 
+void addPreset(CLI::App& command, std::string& preset) {
+  command.add_option("--preset", preset, "A preset file to begin with")->type_name("FILE.fxp");
+}
+
+void addEdit(CLI::App& app, EditOptions& options) {
+  CLI::App* edit = app.add_subcommand("edit", "Open the editor in a window, with sound running through the plug-in");
+  edit->footer(
+      "\nThe song plays on for as long as the window is open. The sound goes to a JACK server if one runs, else to "
+      "the\n"
+      "ALSA device; without either the song runs silently. With --jack the sound to process comes from JACK too, from\n"
+      "whatever you connect to the inputs of the client \"Modrift\". Close the window or press Ctrl-C to end.\n"
+      "\nExamples:\n  modrift edit\n  modrift edit --preset duck.fxp --play loop.wav --tempo 96");
+  edit->add_option("--plugin", options.plugin, "Another VST 2 plug-in: a shared object or a bundle folder")
+      ->type_name("FILE");
+  addPreset(*edit, options.preset);
+  CLI::Option* play =
+      edit->add_option("--play", options.play, "A recording to play again and again; else the example loop")
+          ->type_name("FILE");
+  edit->add_flag("--jack", options.jack, "Process what JACK brings")->excludes(play);
+  addTempo(*edit, options.tempoBpm);
+}
+
+void addScreenshot(CLI::App& app, ScreenshotOptions& options) {
+  CLI::App* screenshot = app.add_subcommand("screenshot", "Draw Modrift's editor as a picture; needs no display");
+  screenshot->footer("\nExample:\n  modrift screenshot --preset duck.fxp --size 1416x686 -o editor.png");
+  screenshot->add_option("-o,--output", options.output, "The picture")->required()->type_name("PICTURE.png");
+  screenshot->add_option("--plugin", options.plugin, "Another Modrift: a shared object or a bundle folder")
+      ->type_name("FILE");
+  addPreset(*screenshot, options.preset);
+  screenshot->add_option("--size", options.size, "Pixels of the window; else what the preset says")
+      ->type_name("WIDTHxHEIGHT");
+}
+
 void addInfo(CLI::App& app, InfoOptions& options) {
   CLI::App* info = app.add_subcommand("info", "Tell what a plug-in is and what parameters it has");
   info->footer("\nExamples:\n  modrift info\n  modrift info SomeOther.so --json");
@@ -215,12 +252,16 @@ void run(const std::vector<std::string>& arguments) {
   app.require_subcommand(0, 1);  // none is answered below, with a better sentence than the library's
   RenderOptions render;
   ExportMidiOptions exportMidi;
+  EditOptions edit;
+  ScreenshotOptions screenshot;
   InfoOptions info;
   WaveOptions wave;
   FileOptions files;
   FiltersOptions filters;
   addRender(app, render);
   addExportMidi(app, exportMidi);
+  addEdit(app, edit);
+  addScreenshot(app, screenshot);
   addInfo(app, info);
   addWave(app, wave);
   addFileCommands(app, files);
@@ -232,9 +273,12 @@ void run(const std::vector<std::string>& arguments) {
     return;
   }
   if (app.get_subcommands().empty())
-    throw UsageError("modrift: render, export-midi, preset, shape, filters, info or wave was expected as a command");
+    throw UsageError(
+        "modrift: render, export-midi, edit, screenshot, preset, shape, filters, info or wave was expected as a command");
   if (app.got_subcommand("render")) runRender(render);
   if (app.got_subcommand("export-midi")) runExportMidi(exportMidi);
+  if (app.got_subcommand("edit")) runEdit(edit);
+  if (app.got_subcommand("screenshot")) runScreenshot(screenshot);
   if (app.got_subcommand("info")) runInfo(info);
   if (app.got_subcommand("wave")) runWave(wave);
   if (app.got_subcommand("filters")) runFilters(*app.get_subcommand("filters"), filters);

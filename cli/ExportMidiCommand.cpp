@@ -78,7 +78,7 @@ std::size_t countMessages(const std::filesystem::path& written, const std::strin
 
 void runExportMidi(const ExportMidiOptions& options) {
   const std::vector<std::string> inputs = {options.preset, options.plugin};
-  const std::filesystem::path target = midiTarget(options.output, inputs);
+  const std::filesystem::path target = singleTarget(options.output, ".mid", inputs);
   const std::vector<ShapeFile> shapes = parseShapes(options.shapes);
   const std::vector<Setting> settings = parseSettings(options.settings);
   host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)));

@@ -1,6 +1,7 @@
 // What the program may ask of Modrift itself beyond what every host may ask of a plug-in.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/Plugin.h"
@@ -22,5 +23,14 @@ enum class Command : VstInt32 {
 void setModriftPath(const host::Plugin& plugin, const std::string& path, const std::string& option);
 
 void command(host::Plugin& plugin, Command command, float value);
+
+struct PictureSize {
+  int widthPx;
+  int heightPx;
+};
+
+// Writes the editor's picture as a PNG straight to `path`, without a display, in the size of the state if none is
+// given. Throws RunError, also for another plug-in than Modrift.
+void drawModriftEditor(const host::Plugin& plugin, const std::string& path, std::optional<PictureSize> size);
 
 }  // namespace modrift::cli

@@ -112,8 +112,8 @@ fs::path pictureTarget(const std::string& input, const std::string& output) {
   return target;
 }
 
-fs::path midiTarget(const std::string& output, std::span<const std::string> inputs) {
-  requireEnding(output, ".mid", "-o");
+fs::path singleTarget(const std::string& output, const char* ending, std::span<const std::string> inputs) {
+  requireEnding(output, ending, "-o");
   refuseReplacing(output, inputs, "-o");
   return output;
 }

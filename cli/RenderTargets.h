@@ -32,8 +32,9 @@ struct RenderNames {
 // The picture file of one input by the same rules, `-o` being the option that names it.
 [[nodiscard]] std::filesystem::path pictureTarget(const std::string& input, const std::string& output);
 
-// The MIDI file that `-o` names, the rules for one file. Empty names among the inputs do not count.
-[[nodiscard]] std::filesystem::path midiTarget(const std::string& output, std::span<const std::string> inputs);
+// The one file that `-o` names, with the ending that it must have. Empty names among the inputs do not count.
+[[nodiscard]] std::filesystem::path singleTarget(const std::string& output, const char* ending,
+                                                 std::span<const std::string> inputs);
 
 // Throws UsageError, naming `option`, for a target with another ending, as ".png".
 void requireEnding(const std::filesystem::path& target, const char* ending, const char* option);

@@ -218,6 +218,8 @@ class LfoDSP : public AudioEffectX {
   // --- Files and the editor's window
   std::array<char, 512> loadPath{};                          // [ui] what the next load reads, zero at its end
   Shared<std::int16_t> editorWidth{708}, editorHeight{343};  // pixels
+  int savedEditorWidth = 708, savedEditorHeight = 343;       // [ui] of new windows, as the user has chosen
+  int timerInterval = 30;                                    // [ui] ms between two turns of the editor
 
   // --- Notes and MIDI
   NoteQueue noteQueue;

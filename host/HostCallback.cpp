@@ -52,7 +52,7 @@ VstIntPtr canDo(const Call& call) {
 }
 
 VstIntPtr automate(const Call& call) {
-  call.facts->listener->automated(call.facts->frame, call.index, call.opt);
+  call.facts->listener->automated(call.facts->frame.load(std::memory_order_relaxed), call.index, call.opt);
   return 1;
 }
 
@@ -66,7 +66,8 @@ VstIntPtr idle(const Call& call) {
 VstIntPtr time(const Call& call) { return call.facts->time ? reinterpret_cast<VstIntPtr>(&*call.facts->time) : 0; }
 
 VstIntPtr eventsSent(const Call& call) {
-  call.facts->listener->eventsSent(call.facts->frame, static_cast<const VstEvents*>(call.ptr));
+  call.facts->listener->eventsSent(call.facts->frame.load(std::memory_order_relaxed),
+                                   static_cast<const VstEvents*>(call.ptr));
   return 1;
 }
 

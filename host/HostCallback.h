@@ -4,6 +4,7 @@
 // entry function runs there is no record yet; then the thread remembers which instance is being made.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,9 +23,9 @@ struct HostFacts {
   VstInt32 outputLatencyFrames = 0;
   VstProcessLevels processLevel = kVstProcessLevelUser;
   VstAutomationStates automationState = kVstAutomationOff;
-  std::optional<VstTimeInfo> time;  // at the first frame of the block; nothing: the host gives no time
-  std::int64_t frame = 0;           // of the stream, where the block in process starts
-  std::string directory;            // the folder that holds the plug-in
+  std::optional<VstTimeInfo> time;      // at the first frame of the block; nothing: the host gives no time
+  std::atomic<std::int64_t> frame = 0;  // of the stream, where the block in process starts; also asked for by editors
+  std::string directory;                // the folder that holds the plug-in
 };
 
 // Says whose calls those without a record are, on this thread and in this object's lifetime.

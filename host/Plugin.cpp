@@ -77,7 +77,7 @@ void Plugin::deactivate() {
 
 void Plugin::setTime(const std::optional<VstTimeInfo>& time, std::int64_t streamFrame) noexcept {
   facts_.time = time;
-  facts_.frame = streamFrame;
+  facts_.frame.store(streamFrame, std::memory_order_relaxed);
 }
 
 void Plugin::sendEvents(std::span<const MidiEvent> events) {

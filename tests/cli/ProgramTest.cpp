@@ -21,6 +21,7 @@ struct Outcome {
 class Program : public testing::Test {
  protected:
   void SetUp() override {
+    unsetenv("DISPLAY");  // NOLINT(concurrency-mt-unsafe): one thread
     writeAudio(folder_ / "in.wav", {48000.0, {std::vector<float>(4800, 0.5f), std::vector<float>(4800, 0.25f)}});
     writeAudio(folder_ / "mono.wav", {48000.0, {std::vector<float>(4800, 0.5f)}});
   }
@@ -143,6 +144,17 @@ TEST_F(Program, ExportsModriftsGraph) {
   EXPECT_EQ(readText(folder_ / "out.mid").substr(26, 7), "cc 074 ");
 }
 
+TEST_F(Program, DrawsTheEditorOfAPresetWithoutADisplay) {
+  const std::string bundle = " --plugin '" MODRIFT_BUNDLE "'";
+  ASSERT_EQ(run("preset save -o bent.fxp --set PWM=0.9" + bundle).status, 0);
+  ASSERT_EQ(run("screenshot -o plain.png" + bundle).errors, "");
+  EXPECT_EQ(run("screenshot -o again.png --size 708x343" + bundle).status, 0);
+  EXPECT_EQ(run("screenshot -o bent.png --preset bent.fxp" + bundle).status, 0);
+  EXPECT_EQ(readText(folder_ / "plain.png").substr(1, 3), "PNG");
+  EXPECT_EQ(readText(folder_ / "plain.png"), readText(folder_ / "again.png"));
+  EXPECT_NE(readText(folder_ / "plain.png"), readText(folder_ / "bent.png"));
+}
+
 TEST_F(Program, AnswersAWrongCommandLineWithStatusTwo) {
   const std::pair<const char*, const char*> kRows[] = {
       {"foo", "foo: "},
@@ -160,7 +172,11 @@ TEST_F(Program, AnswersAWrongCommandLineWithStatusTwo) {
       {"filters plot 93 -o out", "TYPE: a number from 0 to 92"},
       {"filters plot all -o out.png", "-o: a folder"},
       {"filters plot 6 -o out --over drive", "--over: "},
-      {"export-midi -o out.wav", "-o: a name ending in .mid was expected"}};
+      {"export-midi -o out.wav", "-o: a name ending in .mid was expected"},
+      {"screenshot -o out.gif", "-o: a name ending in .png was expected"},
+      {"screenshot -o out.png --size 708", "--size: WIDTHxHEIGHT"},
+      {"screenshot -o out.png --size 575x343", "--size: WIDTHxHEIGHT"},
+      {"edit --jack --play in.wav", "--jack"}};
   for (const auto& [arguments, message] : kRows) expectFailure(2, arguments, message);
   for (const std::string option :
        {"--bogus", "--tempo 0", "--tempo nan", "--tempo 1e999", "--start-beat inf", "--block 0", "--block 1000001",
@@ -192,10 +208,15 @@ TEST_F(Program, AnswersUnusableFilesWithStatusOneAndWritesNothing) {
       {"render in.wav -o out.wav --shape 1=broken --plugin '" MODRIFT_BUNDLE "'", "broken: a shape file"},
       {"export-midi -o out.mid", "the plug-in Modrift was expected for export-midi"},
       {"export-midi -o none/out.mid --plugin '" MODRIFT_BUNDLE "'", "a place to write to was expected"},
+      {"screenshot -o out.png", "the plug-in Modrift was expected for screenshot"},
+      {"screenshot -o none/out.png --plugin '" MODRIFT_BUNDLE "'", "a place to write to was expected"},
+      {"edit", "a plug-in with an editor was expected"},
+      {"edit --plugin '" MODRIFT_BUNDLE "'", "DISPLAY: an X server to open a window on was expected"},
       {"info none.so", "none.so: "},
       {"wave none.wav -o out.png", "none.wav: "}};
   for (const auto& [arguments, message] : kRows) expectFailure(1, arguments, message);
-  for (const char* result : {"out.wav", "out.mid"}) EXPECT_FALSE(std::filesystem::exists(folder_ / result)) << result;
+  for (const char* result : {"out.wav", "out.mid", "out.png"})
+    EXPECT_FALSE(std::filesystem::exists(folder_ / result)) << result;
 }
 
 TEST_F(Program, RemovesUnfinishedFilesAndDiesOfTheSignalWhenInterrupted) {

@@ -7,11 +7,13 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "effect/KorvelInDSPEdit.h"
@@ -61,8 +63,9 @@ struct TestHost {
   int ioChangedCalls = 0;
   int wantMidiCalls = 0;
   int eventLists = 0;
-  std::vector<VstMidiEvent> sent;  // by the effect, since the test last emptied it
-  VstIntPtr timeFilter = 0;        // the last one asked for
+  std::vector<VstMidiEvent> sent;                // by the effect, since the test last emptied it
+  VstIntPtr timeFilter = 0;                      // the last one asked for
+  std::vector<std::pair<int, int>> windowSizes;  // that the editor asked for
 
   static inline thread_local TestHost* constructing = nullptr;
 
@@ -101,6 +104,11 @@ struct TestHost {
         return 1;
       case audioMasterIOChanged:
         ++ioChangedCalls;
+        return 1;
+      case audioMasterCanDo:
+        return std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0;
+      case audioMasterSizeWindow:
+        windowSizes.emplace_back(index, static_cast<int>(value));
         return 1;
       default:
         return 0;
