@@ -17,7 +17,10 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
 #elif defined(__SANITIZE_THREAD__)
 extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions();
-extern "C" const char* __tsan_default_suppressions() { return "race:libfontconfig\nrace:libpango\n"; }
+// The same goes for the order in which libdbus takes its own locks, for the file selectors of some windows.
+extern "C" const char* __tsan_default_suppressions() {
+  return "race:libfontconfig\nrace:libpango\ndeadlock:libdbus-1\n";
+}
 #endif
 
 namespace VSTGUI {

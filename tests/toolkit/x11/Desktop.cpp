@@ -12,8 +12,6 @@
 #include "toolkit/CDrawContext.h"
 #include "toolkit/IDataPackage.h"
 
-extern char** environ;
-
 using namespace VSTGUI;
 
 namespace {
