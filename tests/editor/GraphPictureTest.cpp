@@ -132,4 +132,24 @@ TEST(GraphPicture, OfTheScope) {
   expectPicture(window, "scope");
 }
 
+// Blue of the grid, where no line crosses: 21 is the ground, dark and bright lines lie above it.
+int gridShade(const LFODisplay& display, double x) {
+  cairo_surface_t* const surface = display.gridBitmap->getSurface();
+  return cairo_image_surface_get_data(surface)[3 * cairo_image_surface_get_stride(surface) + 4 * static_cast<int>(x)];
+}
+
+TEST(Grid, HasItsBrightLinesAtTheMajorSteps) {
+  for (const auto& [cells, major] : {std::pair{8, 4}, {6, 3}, {12, 3}, {16, 4}, {5, 2}, {2, 1}, {32, 8}}) {
+    GraphWindow window;
+    window.display->SetGridSize(cells == 8 ? 9 : 8);
+    window.display->SetGridSize(cells);
+    window.idle();
+    for (int i = 1; i < cells; ++i) {
+      const int shade = gridShade(*window.display, 388.0 / cells * i + 1);
+      EXPECT_EQ(shade, i % major == 0 ? 43 : 32) << cells << ' ' << i;
+    }
+    EXPECT_EQ(gridShade(*window.display, 388.0 / cells * 0.5), 21);
+  }
+}
+
 }  // namespace
