@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "editor/GraphGeometry.h"
+#include "effect/LfoClock.h"
 #include "effect/LfoDSP.h"
 
 using namespace VSTGUI;
@@ -53,10 +54,7 @@ LFODisplay::LFODisplay(const CRect& size, IControlListener* newListener, std::in
 LFODisplay::~LFODisplay() = default;
 
 float LFODisplay::CalcRateTime(float rate) {
-  int step = static_cast<int>(rate * 42.0f);
-  if (!bTriplet && step % 3 == 2) --step;
-  if (!bDotted && step % 3 == 1) --step;
-  return static_cast<float>(step);
+  return static_cast<float>(rateStep(rate, bTriplet, bDotted));
 }
 
 CurveCoef LFODisplay::CalcCurveCoef(double curve, int length) noexcept { return calcCurveCoef(curve, length); }

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 700ms;             // for each piece
+constexpr auto kPatience = 2000ms;            // for each piece
 constexpr std::size_t kMaxBytes = 4u << 20;   // of what others give
 constexpr std::size_t kRequestOverhead = 64;  // bytes of a request beside its data
 constexpr std::uint8_t kEventMask = 0x7f;     // without the mark of events sent by clients
