@@ -33,10 +33,10 @@ class FractionalDelay {
     return interpolated(i, dsp::both<S>(p - static_cast<float>(i)));
   }
 
-  // The loop closes one slot behind the newest sample.
+  // The loop closes one slot behind the newest sample, and without traces too small to be heard.
   void feedBack(S x) noexcept {
     float* const behind = slot((position_ - 1) & mask_);
-    dsp::storeFrame(behind, dsp::loadFrame<S>(behind) + x);
+    dsp::storeFrame(behind, dsp::withoutTraces(dsp::loadFrame<S>(behind) + x, kTrace));
     ++position_;
   }
 

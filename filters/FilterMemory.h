@@ -11,6 +11,8 @@
 
 namespace kernels {
 
+inline constexpr float kTrace = 1e-18f;
+
 // A ring of frames: left and right side by side in a pair. A position is reduced into it by AND with the mask only.
 template <class S>
 struct DelayLine {
@@ -28,7 +30,10 @@ struct DelayLine {
 
   [[nodiscard]] float* slot(long position) const noexcept { return &data[index(position)]; }
   [[nodiscard]] S read(long position) const noexcept { return dsp::loadFrame<S>(slot(position)); }
-  void write(long position, S value) const noexcept { dsp::storeFrame(slot(position), value); }
+  // Traces too small to be heard are stored as zero, so that no loop ends in denormal numbers.
+  void write(long position, S value) const noexcept {
+    dsp::storeFrame(slot(position), dsp::withoutTraces(value, kTrace));
+  }
   void zero() const noexcept { std::fill_n(data.get(), size * dsp::kLanes<S>, 0.0f); }
   void zero(int lane) const noexcept {
     for (long i = 0; i < size; ++i) data[static_cast<std::size_t>(i * dsp::kLanes<S> + lane)] = 0.0f;

@@ -22,7 +22,6 @@ class Watch {
   [[nodiscard]] bool suspicious() const noexcept { return dsp::anyBit(seen_, kTopExponentBit); }
 
  private:
-  static constexpr float kTrace = 1e-18f;
   static constexpr int kTopExponentBit = 0x40000000;  // set from 2 on, in infinities and in NaNs
 
   dsp::Bits<S> seen_{};
@@ -105,6 +104,8 @@ class DriveStage {
  public:
   explicit DriveStage(const FilterCoefs& k) noexcept : gain_(dsp::both<S>(k.driveGain)) {}
   [[nodiscard]] S operator()(S in) const noexcept { return softClip(in * gain_); }
+  // For what comes back from a loop.
+  [[nodiscard]] S between(S x) const noexcept { return clippedBetween(x * gain_); }
 
  private:
   S gain_;

@@ -204,7 +204,7 @@ struct French {
 
     S operator()(S in) noexcept {
       const S y = drive_(in);
-      const S a = averaged(a_, Low{}, drive_(return_ * back_ + y));
+      const S a = averaged(a_, Low{}, drive_.between(return_ * back_ + y));
       const S u = clippedBetween(a);
       b_.step(u);
       const S l1 = b_.low;

@@ -81,8 +81,9 @@ inline Quad loadFrame<Quad>(const float* from) noexcept {
   return _mm_andnot_ps(_mm_cmplt_ps(magnitude(x), quadOf(threshold)), x);
 }
 
-// Toward zero.
+// Toward zero; what does not fit an int, a NaN too, becomes the lowest one.
 [[nodiscard]] inline Quad truncated(Quad x) noexcept { return _mm_cvtepi32_ps(_mm_cvttps_epi32(x)); }
+[[nodiscard]] inline float truncated(float x) noexcept { return static_cast<float>(_mm_cvttss_si32(_mm_set_ss(x))); }
 
 #else
 
@@ -113,8 +114,13 @@ template <class F>
   return laneByLane(x, [=](float lane) { return std::fabs(lane) < threshold ? 0.0f : lane; });
 }
 
+[[nodiscard]] inline float truncated(float x) noexcept {
+  constexpr float kLowest = -2147483648.0f;
+  return std::fabs(x) < -kLowest ? static_cast<float>(static_cast<int>(x)) : kLowest;
+}
+
 [[nodiscard]] inline Quad truncated(Quad x) noexcept {
-  return laneByLane(x, [](float lane) { return static_cast<float>(static_cast<int>(lane)); });
+  return laneByLane(x, [](float lane) { return truncated(lane); });
 }
 
 #endif
@@ -123,7 +129,6 @@ template <class F>
 [[nodiscard]] inline float withoutTraces(float x, float threshold) noexcept {
   return std::fabs(x) < threshold ? 0.0f : x;
 }
-[[nodiscard]] inline float truncated(float x) noexcept { return static_cast<float>(static_cast<int>(x)); }
 
 // The bits of a sample, lane by lane.
 namespace detail {

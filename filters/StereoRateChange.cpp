@@ -14,6 +14,8 @@ using dsp::Pair;
 using dsp::Quad;
 using dsp::quadOf;
 
+constexpr float kTrace = 1e-18f;
+
 // The half-band's state in registers for the length of a block.
 struct Running {
   explicit Running(const StereoHalfBand& h) noexcept
@@ -53,10 +55,6 @@ struct Running {
   Quad m0, m1, m2, m3, m4;
 };
 
-// What the guard leaves in every other frame would make the cubes behind it underflow, which costs a hundred cycles
-// each.
-constexpr float kTrace = 1e-18f;
-
 Quad branches(double a, double b) noexcept {
   const auto fa = static_cast<float>(a);
   const auto fb = static_cast<float>(b);
@@ -81,6 +79,12 @@ void StereoHalfBand::dropNonFinite() noexcept {
   if (!(sum[0] + sum[1] == 0.0f)) clear_buffers();
 }
 
+void StereoHalfBand::dropTraces() noexcept {
+  for (Quad& m : mem) m = dsp::withoutTraces(m, kTrace);
+}
+
+// What the guard leaves of silence and of branch A does not go out: the cubes of the filters would underflow on it,
+// which costs a hundred cycles each.
 void StereoUpsampler2::process(float* dest, const float* src, int n) noexcept {
   Running r(halfBand);
   // Branch A is always fed with 0, so its guarded input of the sample before is one constant.

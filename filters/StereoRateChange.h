@@ -17,6 +17,8 @@ struct StereoHalfBand {
   // Clears the memories when a NaN or an infinity circulates in them. The last memory of either branch shows it, since
   // what enters the first section never leaves the last.
   void dropNonFinite() noexcept;
+  // What has decayed below 1e-18 becomes zero, before it turns into denormal numbers.
+  void dropTraces() noexcept;
 
   dsp::Quad coef[4];
   dsp::Quad mem[5] = {};  // the branches' input of the sample before, then each section's output

@@ -10,8 +10,17 @@
 #include "toolkit/CDrawContextImpl.h"
 #include "toolkit/CString.h"
 
+// pango keeps fonts for the next use and loads them on threads of its own. The leak check can't follow the offsets on
+// which fontconfig's part of them hangs, and the race check can't see the locks of a library that isn't built with it.
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/lsan_interface.h>
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+#elif defined(__SANITIZE_THREAD__)
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_suppressions();
+// The same goes for the order in which libdbus takes its own locks, for the file selectors of some windows.
+extern "C" const char* __tsan_default_suppressions() {
+  return "race:libfontconfig\nrace:libpango\ndeadlock:libdbus-1\n";
+}
 #endif
 
 namespace VSTGUI {
@@ -74,10 +83,6 @@ PangoLayoutLine* CDrawContext::Impl::layoutLine(const char* text, bool antialias
   pango_layout_set_attributes(layout, attributes);
   pango_attr_list_unref(attributes);
   pango_layout_set_text(layout, oneLine(text).c_str(), -1);
-#if defined(__SANITIZE_ADDRESS__)
-  // pango keeps fonts for the next use; fontconfig's part of them hangs on offsets, which the leak check cannot follow.
-  const __lsan::ScopedDisabler fontsAreKept;
-#endif
   return pango_layout_get_line_readonly(layout, 0);
 }
 

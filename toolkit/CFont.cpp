@@ -15,13 +15,13 @@ CFontDesc normalFontVerySmall("Arial", 9);
 
 }  // namespace
 
-const CFontRef kSystemFont = &systemFont;
-const CFontRef kNormalFontVeryBig = &normalFontVeryBig;
-const CFontRef kNormalFontBig = &normalFontBig;
-const CFontRef kNormalFont = &normalFont;
-const CFontRef kNormalFontSmall = &normalFontSmall;
-const CFontRef kNormalFontSmaller = &normalFontSmaller;
-const CFontRef kNormalFontVerySmall = &normalFontVerySmall;
+CFontDesc* const kSystemFont = &systemFont;
+CFontDesc* const kNormalFontVeryBig = &normalFontVeryBig;
+CFontDesc* const kNormalFontBig = &normalFontBig;
+CFontDesc* const kNormalFont = &normalFont;
+CFontDesc* const kNormalFontSmall = &normalFontSmall;
+CFontDesc* const kNormalFontSmaller = &normalFontSmaller;
+CFontDesc* const kNormalFontVerySmall = &normalFontVerySmall;
 
 CFontDesc::CFontDesc(const char* name, CCoord size, std::int32_t style)
     : name_(name ? name : ""), size_(size), style_(style) {}

@@ -35,12 +35,12 @@ class CFontDesc : public CBaseObject {
 
 using CFontRef = CFontDesc*;
 
-extern const CFontRef kSystemFont;           // "Lucida Grande", 12
-extern const CFontRef kNormalFontVeryBig;    // "Arial", 18
-extern const CFontRef kNormalFontBig;        // "Arial", 14
-extern const CFontRef kNormalFont;           // "Arial", 12
-extern const CFontRef kNormalFontSmall;      // "Arial", 11
-extern const CFontRef kNormalFontSmaller;    // "Arial", 10
-extern const CFontRef kNormalFontVerySmall;  // "Arial", 9
+extern CFontDesc* const kSystemFont;           // "Lucida Grande", 12
+extern CFontDesc* const kNormalFontVeryBig;    // "Arial", 18
+extern CFontDesc* const kNormalFontBig;        // "Arial", 14
+extern CFontDesc* const kNormalFont;           // "Arial", 12
+extern CFontDesc* const kNormalFontSmall;      // "Arial", 11
+extern CFontDesc* const kNormalFontSmaller;    // "Arial", 10
+extern CFontDesc* const kNormalFontVerySmall;  // "Arial", 9
 
 }  // namespace VSTGUI

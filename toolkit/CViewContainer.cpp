@@ -18,11 +18,20 @@ bool contains(const CRect& outer, const CRect& inner) {
 CViewContainer::CViewContainer(const CRect& size) : CView(size) {}
 
 CViewContainer::CViewContainer(const CViewContainer& other) : CView(other), backgroundColor_(other.backgroundColor_) {
-  for (const CView* const view : other.views_)
-    if (auto* const copy = dynamic_cast<CView*>(view->newCopy())) CViewContainer::addView(copy);
+  for (const CView* const view : other.views_) {
+    auto* const copy = dynamic_cast<CView*>(view->newCopy());
+    if (!copy) continue;
+    views_.push_back(copy);
+    copy->attached(this);
+  }
 }
 
-CViewContainer::~CViewContainer() { CViewContainer::removeAll(true); }
+CViewContainer::~CViewContainer() {
+  for (; !views_.empty(); views_.pop_back()) {
+    views_.back()->removed();
+    views_.back()->forget();
+  }
+}
 
 bool CViewContainer::addView(CView* view) {
   if (!view || view == this || view->isAttached()) return false;
@@ -82,9 +91,10 @@ void CViewContainer::invalidateDirtyViews() {
     return;
   }
   for (CView* const view : views_) {
+    if (!view->isVisible()) continue;
     if (auto* const container = dynamic_cast<CViewContainer*>(view)) {
       container->invalidateDirtyViews();
-    } else if (view->isVisible() && view->isDirty()) {
+    } else if (view->isDirty()) {
       view->invalid();
     }
   }

@@ -333,7 +333,8 @@ class FileBrowser::List : public CView {
   }
   std::int32_t moveTo(std::ptrdiff_t index) {
     if (entries_.empty()) return kKeyHandled;
-    select(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(index, 0, static_cast<std::ptrdiff_t>(entries_.size()) - 1)),
+    select(static_cast<std::size_t>(
+               std::clamp<std::ptrdiff_t>(index, 0, static_cast<std::ptrdiff_t>(entries_.size()) - 1)),
            false);
     const double y = static_cast<double>(current_) * kRowHeight;
     scrollTo(std::clamp(top_, y + kRowHeight - rows().getHeight(), y));
@@ -393,8 +394,10 @@ FileBrowser::~FileBrowser() {
 bool FileBrowser::open(void* parent, PlatformType platform) {
   if (!frame_->open(parent, platform)) return false;
   timer_->start();
-  if (name_) frame_->setFocusView(name_);
-  else frame_->setFocusView(list_);
+  if (name_)
+    frame_->setFocusView(name_);
+  else
+    frame_->setFocusView(list_);
   return true;
 }
 
@@ -415,7 +418,8 @@ void FileBrowser::addViews() {
   };
   place_ = add(new Line({kMargin, 8, right, 8 + kLineHeight}, kTextColor));
   list_ = add(new List(*this, {kMargin, 8 + kLineHeight + 4, right, nameTop - 8}));
-  if (saves) name_ = add(new NameField(*this, {kMargin, nameTop, right, nameTop + kLineHeight}, request_.defaultSaveName));
+  if (saves)
+    name_ = add(new NameField(*this, {kMargin, nameTop, right, nameTop + kLineHeight}, request_.defaultSaveName));
   hint_ = add(new Line({kMargin, hintTop + 2, right, hintTop + 2 + kLineHeight}, kWeakColor));
   const double okLeft = right - kButtonWidth;
   const char* const verb = saves ? "Save" : request_.kind == Kind::kFolder ? "Choose" : "Open";

@@ -156,6 +156,8 @@ class IPlatform {
   // A window of `size` in the host's window `parent`; null without a display or with a parent that isn't there.
   [[nodiscard]] virtual std::unique_ptr<IPlatformFrame> createFrame(IPlatformFrameCallback* callback, const CRect& size,
                                                                     void* parent) = 0;
+  // Device pixels of a unit for a frame that would open now: hosts that count in pixels want to know the size before.
+  [[nodiscard]] virtual double getScaleFactor() const = 0;
   [[nodiscard]] virtual std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) = 0;
   // Monotonic, from an unknown start.
   [[nodiscard]] virtual std::uint64_t getMilliseconds() const = 0;

@@ -48,7 +48,7 @@ TextField::TextField(CFrame& frame, IPlatformTextEditCallback* callback, CView* 
       caret_(text_.size()),
       anchor_(caret_),
       blink_(Counted<CVSTGUITimer>::adopt(new CVSTGUITimer(this, kBlinkMs, true))) {
-  updateSize();
+  TextField::updateSize();
 }
 
 TextField::~TextField() {

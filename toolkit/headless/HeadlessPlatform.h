@@ -34,6 +34,7 @@ class HeadlessPlatform : public IPlatform {
 
   [[nodiscard]] std::unique_ptr<IPlatformFrame> createFrame(IPlatformFrameCallback* callback, const CRect& size,
                                                             void* parent) override;
+  [[nodiscard]] double getScaleFactor() const override { return scaleFactor; }
   [[nodiscard]] std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) override;
   [[nodiscard]] std::uint64_t getMilliseconds() const override { return now_; }
 

@@ -43,9 +43,8 @@ class BrowserSelector : public FileSelector {
     const std::uint16_t height = pixels(FileBrowser::size().getHeight());
     window_ = xcb_generate_id(c);
     const std::array<std::uint32_t, 2> values{c.screen().black_pixel, XCB_EVENT_MASK_FOCUS_CHANGE};
-    xcb_create_window(c, XCB_COPY_FROM_PARENT, window_, c.root(), 0, 0, width, height, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK,
-                      values.data());
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window_, c.root(), 0, 0, width, height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values.data());
     c.setProperty(window_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, request.title);
     c.setProperty(window_, c.atom(Name::kNetWmName), c.atom(Name::kUtf8String), request.title);
     c.setProperty(window_, c.atom(Name::kNetWmWindowType), XCB_ATOM_ATOM,
@@ -77,8 +76,7 @@ class BrowserSelector : public FileSelector {
     const Reply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(*connection_, xcb_query_tree(*connection_, window_), nullptr));
     if (!tree || xcb_query_tree_children_length(tree.get()) == 0) return;
-    xcb_set_input_focus(*connection_, XCB_INPUT_FOCUS_PARENT, xcb_query_tree_children(tree.get())[0],
-                        XCB_CURRENT_TIME);
+    xcb_set_input_focus(*connection_, XCB_INPUT_FOCUS_PARENT, xcb_query_tree_children(tree.get())[0], XCB_CURRENT_TIME);
     connection_->flush();
   }
 

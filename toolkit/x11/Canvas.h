@@ -12,7 +12,8 @@ struct _cairo_surface;
 namespace VSTGUI::X11 {
 
 // The rectangles that wait to be painted. A rectangle that was added lies whole in one of those that come out, since a
-// view that is drawn in two parts would be drawn twice. Those that overlap become one, and so do all when they are many.
+// view that is drawn in two parts would be drawn twice. Those that overlap become one, and so do all when they are
+// many.
 class Damage {
  public:
   void add(const CRect& rect);

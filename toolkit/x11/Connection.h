@@ -1,8 +1,8 @@
 // One connection to the X server, and what is asked of it once: screen, names, cursors, scale. [ui]
 //
-// Each frame has a connection of its own: when it closes, the server itself takes back all windows, grabs and selections
-// that are left, a broken connection ends one frame, and no handler of the process is touched. Requests that may fail
-// by somebody else's doing are sent unchecked, and their errors are dropped with the events.
+// Each frame has a connection of its own: when it closes, the server itself takes back all windows, grabs and
+// selections that are left, a broken connection ends one frame, and no handler of the process is touched. Requests that
+// may fail by somebody else's doing are sent unchecked, and their errors are dropped with the events.
 #pragma once
 
 #include <array>
@@ -73,8 +73,8 @@ enum class Name : std::size_t {
   kCount
 };
 
-// A write to a server that is gone raises SIGPIPE, which would end the host. While one of these lives the calling thread
-// doesn't get it.
+// A write to a server that goes at that moment raises SIGPIPE, which would end the host. While one of these lives the
+// calling thread doesn't get it. Not for stretches that call back: what is started there would inherit it.
 class NoPipeSignal {
  public:
   NoPipeSignal() noexcept;
@@ -117,7 +117,10 @@ class Connection {
   [[nodiscard]] Event poll() { return Event(xcb_poll_for_event(xcb_)); }
   // Waits until there is something to read; false when the time is up.
   bool waitReadable(int milliseconds) const;
-  void flush() { xcb_flush(xcb_); }
+  void flush() {
+    const NoPipeSignal guard;
+    xcb_flush(xcb_);
+  }
 
   // A property's bytes, at most 4 MB of them; empty when it isn't there.
   struct Property {

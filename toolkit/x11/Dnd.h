@@ -39,6 +39,7 @@ class DropTarget {
   void enter(const xcb_client_message_data_t& data);
   void position(const xcb_client_message_data_t& data);
   void leave();
+  [[nodiscard]] std::optional<CPoint> placeInWindow(std::int16_t rootX, std::int16_t rootY) const;
   void drop(const xcb_client_message_data_t& data);
   void dataArrived();
   void finishDrop();
@@ -54,8 +55,8 @@ class DropTarget {
   IPlatformFrameCallback* callback_;
   SelectionReader reader_;
   xcb_window_t source_ = kNoWindow;
-  xcb_atom_t type_ = kNoAtom;  // none where nothing of use is offered
-  Counted<IDataPackage> package_;    // once the data is here
+  xcb_atom_t type_ = kNoAtom;      // none where nothing of use is offered
+  Counted<IDataPackage> package_;  // once the data is here
   CPoint where_;
   bool hasPosition_ = false;
   bool entered_ = false;  // the callback knows of it
@@ -77,7 +78,7 @@ class DragSource {
   [[nodiscard]] bool isDragging() const { return dragging_; }
   void moved(int rootX, int rootY, xcb_timestamp_t time);
   void released(xcb_timestamp_t time);
-  void cancel(xcb_timestamp_t time);
+  void cancel();
   // True for an answer of a target, a request for the data, or an event of the picture's window.
   bool takes(const xcb_generic_event_t& event);
   // Gives up a target that doesn't answer.
@@ -99,7 +100,7 @@ class DragSource {
   void sendPosition();
   void status(const xcb_client_message_data_t& data);
   void decide();
-  void ungrab(xcb_timestamp_t time);
+  void ungrab();
   void end();
   void showCursor();
 

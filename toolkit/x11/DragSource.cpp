@@ -98,7 +98,7 @@ std::vector<Offer> DragSource::offersOf(IDataPackage& drag) const {
 bool DragSource::begin(IDataPackage* drag, CPoint offset, CBitmap* picture, int rootX, int rootY,
                        xcb_timestamp_t time) {
   if (dragging_) return false;
-  cancel(time);  // a transfer that still hangs
+  cancel();  // a transfer that still hangs
   if (!selection_.own(offersOf(*drag), time)) return false;
   const Reply<xcb_grab_pointer_reply_t> grab(xcb_grab_pointer_reply(
       connection_,
@@ -110,7 +110,8 @@ bool DragSource::begin(IDataPackage* drag, CPoint offset, CBitmap* picture, int 
     return false;
   }
   // For Escape; the drag goes on without it.
-  const auto keys = xcb_grab_keyboard(connection_, 0, window_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  const auto keys =
+      xcb_grab_keyboard(connection_, 0, window_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
   xcb_discard_reply(connection_, keys.sequence);
   std::vector<std::uint32_t> types;
   for (const Offer& offer : selection_.offers()) types.push_back(offer.type);
@@ -172,6 +173,7 @@ void DragSource::showCursor() {
 }
 
 void DragSource::moved(int rootX, int rootY, xcb_timestamp_t time) {
+  const NoPipeSignal guard;
   rootX_ = rootX;
   rootY_ = rootY;
   time_ = time;
@@ -186,8 +188,8 @@ void DragSource::sendPosition() {
   if (target_.window == kNoWindow) return;
   moved_ = false;
   awaitsStatus_ = true;
-  const std::uint32_t place = static_cast<std::uint32_t>(rootX_ & 0xffff) << 16 |
-                              static_cast<std::uint32_t>(rootY_ & 0xffff);
+  const std::uint32_t place =
+      static_cast<std::uint32_t>(rootX_ & 0xffff) << 16 | static_cast<std::uint32_t>(rootY_ & 0xffff);
   send(Name::kXdndPosition, {0, place, time_, connection_.atom(Name::kXdndActionCopy)});
   connection_.flush();
 }
@@ -210,7 +212,7 @@ void DragSource::status(const xcb_client_message_data_t& data) {
 
 void DragSource::released(xcb_timestamp_t time) {
   time_ = time;
-  ungrab(time);
+  ungrab();
   released_ = true;
   deadline_ = Clock::now() + kStatusPatience;
   if (!awaitsStatus_) decide();
@@ -229,14 +231,14 @@ void DragSource::decide() {
   connection_.flush();
 }
 
-void DragSource::cancel(xcb_timestamp_t time) {
+void DragSource::cancel() {
   if (!dragging_ && !released_) return;
-  ungrab(time);
+  ungrab();
   if (!dropSent_) changeTarget({});
   end();
 }
 
-void DragSource::ungrab(xcb_timestamp_t /*time*/) {
+void DragSource::ungrab() {
   if (!dragging_) return;
   dragging_ = false;
   picture_.reset();

@@ -89,15 +89,17 @@ bool DropTarget::takes(const xcb_generic_event_t& event) {
   }
   if (!is(Name::kXdndPosition) && !is(Name::kXdndLeave) && !is(Name::kXdndDrop)) return false;
   if (message.data.data32[0] != source_) return true;  // a drag that is over
-  if (is(Name::kXdndPosition)) position(message.data);
-  else if (is(Name::kXdndLeave)) leave();
-  else drop(message.data);
+  if (is(Name::kXdndPosition))
+    position(message.data);
+  else if (is(Name::kXdndLeave))
+    leave();
+  else
+    drop(message.data);
   return true;
 }
 
 void DropTarget::tick() {
-  if (source_ != kNoWindow && type_ != kNoAtom && reader_.state() == SelectionReader::State::kRefused)
-    dataArrived();
+  if (source_ != kNoWindow && type_ != kNoAtom && reader_.state() == SelectionReader::State::kRefused) dataArrived();
 }
 
 xcb_atom_t DropTarget::bestType(const xcb_client_message_data_t& data) const {
@@ -109,11 +111,10 @@ xcb_atom_t DropTarget::bestType(const xcb_client_message_data_t& data) const {
 }
 
 void DropTarget::enter(const xcb_client_message_data_t& data) {
-  if (entered_) {
-    leave();  // the last source didn't say goodbye
-    return enter(data);
-  }
-  reset();
+  const std::weak_ptr<int> alive = life_;
+  leave();  // for a last source that didn't say goodbye
+  if (alive.expired()) return;
+  const NoPipeSignal guard;
   source_ = data.data32[0];
   type_ = bestType(data);
   if (source_ == window_) return;
@@ -124,9 +125,7 @@ void DropTarget::enter(const xcb_client_message_data_t& data) {
 void DropTarget::position(const xcb_client_message_data_t& data) {
   const auto x = static_cast<std::int16_t>(data.data32[2] >> 16);
   const auto y = static_cast<std::int16_t>(data.data32[2] & 0xffff);
-  const Reply<xcb_translate_coordinates_reply_t> here(xcb_translate_coordinates_reply(
-      connection_, xcb_translate_coordinates(connection_, connection_.root(), window_, x, y), nullptr));
-  if (here) where_ = {here->dst_x / scale_, here->dst_y / scale_};
+  if (const auto here = placeInWindow(x, y)) where_ = *here;
   hasPosition_ = true;
   if (type_ != kNoAtom && reader_.state() == SelectionReader::State::kIdle && !package_)
     reader_.ask(connection_.atom(Name::kXdndSelection), type_, data.data32[3]);
@@ -138,6 +137,14 @@ void DropTarget::position(const xcb_client_message_data_t& data) {
     entered_ = true;
     callback_->platformDragEnter(package_, where_);
   }
+}
+
+std::optional<CPoint> DropTarget::placeInWindow(std::int16_t rootX, std::int16_t rootY) const {
+  const NoPipeSignal guard;
+  const Reply<xcb_translate_coordinates_reply_t> here(xcb_translate_coordinates_reply(
+      connection_, xcb_translate_coordinates(connection_, connection_.root(), window_, rootX, rootY), nullptr));
+  if (!here) return std::nullopt;
+  return CPoint(here->dst_x / scale_, here->dst_y / scale_);
 }
 
 void DropTarget::leave() {

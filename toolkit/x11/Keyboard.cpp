@@ -1,8 +1,8 @@
 #include "toolkit/x11/Keyboard.h"
 
 #include <algorithm>
-#include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
 
 // The header has a field of the name `explicit`.
 #define explicit explicit_
@@ -22,17 +22,39 @@ struct KeyName {
   std::uint8_t virt;
 };
 constexpr auto kKeyNames = std::to_array<KeyName>({
-    {XKB_KEY_BackSpace, VKEY_BACK},   {XKB_KEY_Tab, VKEY_TAB},          {XKB_KEY_ISO_Left_Tab, VKEY_TAB},
-    {XKB_KEY_Return, VKEY_RETURN},    {XKB_KEY_Escape, VKEY_ESCAPE},    {XKB_KEY_space, VKEY_SPACE},
-    {XKB_KEY_End, VKEY_END},          {XKB_KEY_Home, VKEY_HOME},        {XKB_KEY_Left, VKEY_LEFT},
-    {XKB_KEY_Up, VKEY_UP},            {XKB_KEY_Right, VKEY_RIGHT},      {XKB_KEY_Down, VKEY_DOWN},
-    {XKB_KEY_Page_Up, VKEY_PAGEUP},   {XKB_KEY_Page_Down, VKEY_PAGEDOWN}, {XKB_KEY_KP_Enter, VKEY_ENTER},
-    {XKB_KEY_Insert, VKEY_INSERT},    {XKB_KEY_Delete, VKEY_DELETE},    {XKB_KEY_KP_End, VKEY_END},
-    {XKB_KEY_KP_Home, VKEY_HOME},     {XKB_KEY_KP_Left, VKEY_LEFT},     {XKB_KEY_KP_Up, VKEY_UP},
-    {XKB_KEY_KP_Right, VKEY_RIGHT},   {XKB_KEY_KP_Down, VKEY_DOWN},     {XKB_KEY_KP_Page_Up, VKEY_PAGEUP},
-    {XKB_KEY_KP_Page_Down, VKEY_PAGEDOWN}, {XKB_KEY_KP_Insert, VKEY_INSERT}, {XKB_KEY_KP_Delete, VKEY_DELETE},
-    {XKB_KEY_Shift_L, VKEY_SHIFT},    {XKB_KEY_Shift_R, VKEY_SHIFT},    {XKB_KEY_Control_L, VKEY_CONTROL},
-    {XKB_KEY_Control_R, VKEY_CONTROL}, {XKB_KEY_Alt_L, VKEY_ALT},       {XKB_KEY_Alt_R, VKEY_ALT},
+    {XKB_KEY_BackSpace, VKEY_BACK},
+    {XKB_KEY_Tab, VKEY_TAB},
+    {XKB_KEY_ISO_Left_Tab, VKEY_TAB},
+    {XKB_KEY_Return, VKEY_RETURN},
+    {XKB_KEY_Escape, VKEY_ESCAPE},
+    {XKB_KEY_space, VKEY_SPACE},
+    {XKB_KEY_End, VKEY_END},
+    {XKB_KEY_Home, VKEY_HOME},
+    {XKB_KEY_Left, VKEY_LEFT},
+    {XKB_KEY_Up, VKEY_UP},
+    {XKB_KEY_Right, VKEY_RIGHT},
+    {XKB_KEY_Down, VKEY_DOWN},
+    {XKB_KEY_Page_Up, VKEY_PAGEUP},
+    {XKB_KEY_Page_Down, VKEY_PAGEDOWN},
+    {XKB_KEY_KP_Enter, VKEY_ENTER},
+    {XKB_KEY_Insert, VKEY_INSERT},
+    {XKB_KEY_Delete, VKEY_DELETE},
+    {XKB_KEY_KP_End, VKEY_END},
+    {XKB_KEY_KP_Home, VKEY_HOME},
+    {XKB_KEY_KP_Left, VKEY_LEFT},
+    {XKB_KEY_KP_Up, VKEY_UP},
+    {XKB_KEY_KP_Right, VKEY_RIGHT},
+    {XKB_KEY_KP_Down, VKEY_DOWN},
+    {XKB_KEY_KP_Page_Up, VKEY_PAGEUP},
+    {XKB_KEY_KP_Page_Down, VKEY_PAGEDOWN},
+    {XKB_KEY_KP_Insert, VKEY_INSERT},
+    {XKB_KEY_KP_Delete, VKEY_DELETE},
+    {XKB_KEY_Shift_L, VKEY_SHIFT},
+    {XKB_KEY_Shift_R, VKEY_SHIFT},
+    {XKB_KEY_Control_L, VKEY_CONTROL},
+    {XKB_KEY_Control_R, VKEY_CONTROL},
+    {XKB_KEY_Alt_L, VKEY_ALT},
+    {XKB_KEY_Alt_R, VKEY_ALT},
 });
 
 std::uint8_t virtualKey(xkb_keysym_t symbol) {
@@ -90,9 +112,9 @@ Keyboard::Keyboard(Connection& connection)
 }
 
 void Keyboard::readLayout() {
-  keymap_.reset(device_ < 0 ? nullptr
-                            : xkb_x11_keymap_new_from_device(context_.get(), connection_, device_,
-                                                             XKB_KEYMAP_COMPILE_NO_FLAGS));
+  keymap_.reset(
+      device_ < 0 ? nullptr
+                  : xkb_x11_keymap_new_from_device(context_.get(), connection_, device_, XKB_KEYMAP_COMPILE_NO_FLAGS));
   if (!keymap_) keymap_.reset(xkb_keymap_new_from_names(context_.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS));
   state_.reset(keymap_ ? xkb_state_new(keymap_.get()) : nullptr);
 }

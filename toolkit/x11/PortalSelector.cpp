@@ -25,7 +25,7 @@ constexpr const char* kChooser = "org.freedesktop.portal.FileChooser";
 constexpr const char* kRequest = "org.freedesktop.portal.Request";
 // Until the portal, which the bus may have to start, has taken the request. Another selector is shown after that.
 constexpr int kPatienceMs = 8000;
-constexpr std::uint32_t kChosen = 0;     // of a response's codes; 1 is "cancelled"
+constexpr std::uint32_t kChosen = 0;  // of a response's codes; 1 is "cancelled"
 constexpr std::uint32_t kCancelled = 1;
 
 struct MessageDeleter {
@@ -236,8 +236,7 @@ class PortalSelector : public FileSelector {
   void accepted(DBusMessage& reply) {
     taken_ = true;
     const char* handle = nullptr;
-    if (!dbus_message_get_args(&reply, nullptr, DBUS_TYPE_OBJECT_PATH, &handle, DBUS_TYPE_INVALID) ||
-        handle_ == handle)
+    if (!dbus_message_get_args(&reply, nullptr, DBUS_TYPE_OBJECT_PATH, &handle, DBUS_TYPE_INVALID) || handle_ == handle)
       return;
     handle_ = handle;
     listen();

@@ -14,8 +14,6 @@
 
 #include "toolkit/x11/FileSelectors.h"
 
-extern char** environ;
-
 namespace VSTGUI::X11 {
 
 namespace {
@@ -100,6 +98,7 @@ class ProgramSelector : public FileSelector {
  private:
   void spawn(std::vector<std::string>& arguments, int output) {
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) argv.push_back(argument.data());
     argv.push_back(nullptr);
     posix_spawn_file_actions_t actions;

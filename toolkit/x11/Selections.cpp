@@ -8,10 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 700ms;                  // for each piece
-constexpr std::size_t kMaxBytes = 4u << 20;        // of what others give
-constexpr std::size_t kRequestOverhead = 64;       // bytes of a request beside its data
-constexpr std::uint8_t kEventMask = 0x7f;          // without the mark of events sent by clients
+constexpr auto kPatience = 700ms;             // for each piece
+constexpr std::size_t kMaxBytes = 4u << 20;   // of what others give
+constexpr std::size_t kRequestOverhead = 64;  // bytes of a request beside its data
+constexpr std::uint8_t kEventMask = 0x7f;     // without the mark of events sent by clients
 
 }  // namespace
 
@@ -19,12 +19,13 @@ bool OwnedSelection::own(std::vector<Offer> offers, xcb_timestamp_t time) {
   const std::size_t room = std::size_t{xcb_get_maximum_request_length(connection_)} * 4 - kRequestOverhead;
   const auto fits = [&](const Offer& offer) { return offer.bytes.size() <= room; };
   if (offers.empty() || !std::all_of(offers.begin(), offers.end(), fits)) return false;
-  xcb_set_selection_owner(connection_, window_, selection_, time);
+  const auto request = xcb_set_selection_owner(connection_, window_, selection_, time);
   const Reply<xcb_get_selection_owner_reply_t> owner(
       xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection_), nullptr));
   if (!owner || owner->owner != window_) return false;
   offers_ = std::move(offers);
   since_ = time;
+  ownedBy_ = request.sequence;
   return true;
 }
 
@@ -39,7 +40,9 @@ bool OwnedSelection::takes(const xcb_generic_event_t& event) {
   if (type == XCB_SELECTION_CLEAR) {
     const auto& clear = eventAs<xcb_selection_clear_event_t>(event);
     if (clear.selection != selection_) return false;
-    offers_.clear();
+    // The answer to an earlier `disown` may come after the selection was taken again.
+    const bool stale = static_cast<std::int32_t>(event.full_sequence - ownedBy_) < 0;
+    if (!stale) offers_.clear();
     return true;
   }
   if (type != XCB_SELECTION_REQUEST) return false;
@@ -74,7 +77,8 @@ xcb_atom_t OwnedSelection::store(const xcb_selection_request_event_t& request) {
     connection_.setProperty(request.requestor, property, XCB_ATOM_INTEGER, std::vector<std::uint32_t>{since_});
     return property;
   }
-  const auto offer = std::find_if(offers_.begin(), offers_.end(), [&](const Offer& o) { return o.type == request.target; });
+  const auto offer =
+      std::find_if(offers_.begin(), offers_.end(), [&](const Offer& o) { return o.type == request.target; });
   if (offer == offers_.end()) return kNoAtom;
   connection_.setProperty(request.requestor, property, offer->type, offer->bytes);
   return property;

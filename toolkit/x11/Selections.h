@@ -41,6 +41,7 @@ class OwnedSelection {
   xcb_window_t window_;
   xcb_atom_t selection_;
   xcb_timestamp_t since_ = XCB_CURRENT_TIME;
+  unsigned ownedBy_ = 0;  // the number of the request that took it
   std::vector<Offer> offers_;
 };
 

@@ -100,7 +100,7 @@ Frame::~Frame() {
   const NoPipeSignal guard;
   std::erase(platform_.frames_, this);
   selectors_.clear();
-  dragSource_.cancel(time_);
+  dragSource_.cancel();
   popups_.clear();
   if (canvas_) canvas_->detachFromServer();
   canvas_.reset();
@@ -118,17 +118,18 @@ bool Frame::setSize(CCoord width, CCoord height) {
   if (connection_->isLost() || std::max(width, height) * scale_ > kMaxPixels) return false;
   const PixelSize before = pixelsOf(canvas_->size());
   const PixelSize now = pixelsOf({0, 0, width, height});
-  const std::array<std::uint32_t, 2> size{static_cast<std::uint32_t>(now.width), static_cast<std::uint32_t>(now.height)};
-  const auto resized = xcb_configure_window_checked(
-      *connection_, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size.data());
+  const std::array<std::uint32_t, 2> size{static_cast<std::uint32_t>(now.width),
+                                          static_cast<std::uint32_t>(now.height)};
+  const auto resized = xcb_configure_window_checked(*connection_, window_,
+                                                    XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size.data());
   if (const Reply<xcb_generic_error_t> error{xcb_request_check(*connection_, resized)}) return false;
   if (connection_->isLost() || !canvas_->resize(now.width, now.height)) return false;
   fitParent(before, now);
   return true;
 }
 
-// A host that can't be asked to resize its window, or didn't, gets it resized: where the window fitted before, and where
-// it would cut the frame off.
+// A host that can't be asked to resize its window, or didn't, gets it resized: where the window fitted before, and
+// where it would cut the frame off.
 void Frame::fitParent(PixelSize before, PixelSize now) {
   if (parent_ == connection_->root()) return;
   const Reply<xcb_get_geometry_reply_t> host(
@@ -150,8 +151,9 @@ CPoint Frame::origin() const {
 }
 
 bool Frame::isViewable() const {
-  const Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-      *connection_, xcb_get_window_attributes(*connection_, window_), nullptr));
+  const NoPipeSignal guard;
+  const Reply<xcb_get_window_attributes_reply_t> attributes(
+      xcb_get_window_attributes_reply(*connection_, xcb_get_window_attributes(*connection_, window_), nullptr));
   return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
@@ -189,20 +191,23 @@ void Frame::paintPopups() {
 }
 
 void Frame::processEvents() {
-  const NoPipeSignal guard;
   const std::weak_ptr<int> alive = life_;
   if (!deliverEvents()) return;
   platform_.runTimers();
-  if (alive.expired() || !pollSelectors()) return;
-  if (!popups_.empty()) {
-    if (!isViewable()) {
-      callback_->platformPopupsDismissed();
-      if (alive.expired()) return;
-    } else {
-      grabForPopups();
-    }
-  }
+  if (alive.expired() || !pollSelectors() || !watchPopups()) return;
   paintNow();
+}
+
+// A menu can't stay over a window that was hidden.
+bool Frame::watchPopups() {
+  if (popups_.empty()) return true;
+  if (isViewable()) {
+    grabForPopups();
+    return true;
+  }
+  const std::weak_ptr<int> alive = life_;
+  callback_->platformPopupsDismissed();
+  return !alive.expired();
 }
 
 bool Frame::getCurrentMousePosition(CPoint& where) const {
@@ -250,6 +255,7 @@ void Frame::askForKeys(bool wanted) {
 }
 
 void Frame::takeFocus() {
+  const NoPipeSignal guard;
   if (embedder_ != kNoWindow) {
     if (!tookFocus_)
       connection_->sendMessage(embedder_, embedder_, connection_->atom(Name::kXembed),
@@ -281,7 +287,8 @@ CRect Frame::getWorkArea() const {
   const NoPipeSignal guard;
   const CPoint corner = origin();
   const CRect size = canvas_->size();
-  CRect area = connection_->monitorAt(corner.x + size.getWidth() * scale_ / 2, corner.y + size.getHeight() * scale_ / 2);
+  CRect area =
+      connection_->monitorAt(corner.x + size.getWidth() * scale_ / 2, corner.y + size.getHeight() * scale_ / 2);
   area.offset(-corner.x, -corner.y);
   return {area.left / scale_, area.top / scale_, area.right / scale_, area.bottom / scale_};
 }
@@ -298,13 +305,11 @@ void Frame::openPopup(PopupId popup, const CRect& rect) {
   constexpr std::uint32_t kUnmanaged = 1;
   constexpr std::uint32_t kSaveUnder = 1;
   const std::array<std::uint32_t, 4> values{c.screen().black_pixel, kUnmanaged, kSaveUnder, kPopupEvents};
-  xcb_create_window(c, XCB_COPY_FROM_PARENT, window, c.root(),
-                    static_cast<std::int16_t>(std::lround(corner.x + rect.left * scale_)),
-                    static_cast<std::int16_t>(std::lround(corner.y + rect.top * scale_)),
-                    static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height), 0,
-                    XCB_WINDOW_CLASS_INPUT_OUTPUT, c.screen().root_visual,
-                    XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_SAVE_UNDER | XCB_CW_EVENT_MASK,
-                    values.data());
+  xcb_create_window(
+      c, XCB_COPY_FROM_PARENT, window, c.root(), static_cast<std::int16_t>(std::lround(corner.x + rect.left * scale_)),
+      static_cast<std::int16_t>(std::lround(corner.y + rect.top * scale_)), static_cast<std::uint16_t>(width),
+      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, c.screen().root_visual,
+      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_SAVE_UNDER | XCB_CW_EVENT_MASK, values.data());
   c.setProperty(window, c.atom(Name::kNetWmWindowType), XCB_ATOM_ATOM,
                 std::vector<std::uint32_t>{c.atom(Name::kNetWmWindowTypePopupMenu)});
   c.setProperty(window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, std::vector<std::uint32_t>{c.topLevelOf(parent_)});
@@ -333,11 +338,12 @@ void Frame::closePopup(PopupId popup) {
 
 // The pointer may still be held by whoever got the press that led here; then it is tried again at the next idle.
 void Frame::grabForPopups() {
+  const NoPipeSignal guard;
   if (!pointerGrabbed_) {
     const Reply<xcb_grab_pointer_reply_t> grab(xcb_grab_pointer_reply(
         *connection_,
-        xcb_grab_pointer(*connection_, 0, window_, kGrabbedEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                         kNoWindow, connection_->cursor(kCursorDefault), XCB_CURRENT_TIME),
+        xcb_grab_pointer(*connection_, 0, window_, kGrabbedEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, kNoWindow,
+                         connection_->cursor(kCursorDefault), XCB_CURRENT_TIME),
         nullptr));
     pointerGrabbed_ = grab && grab->status == XCB_GRAB_STATUS_SUCCESS;
   }

@@ -88,6 +88,7 @@ class Frame : public IPlatformFrame {
   // then.
   bool deliverEvents();
   bool pollSelectors();
+  bool watchPopups();
   bool nextStage(RunningSelector& running);
   void handle(const xcb_generic_event_t& event);
   void onExpose(const xcb_expose_event_t& event);
@@ -126,7 +127,7 @@ class Frame : public IPlatformFrame {
   int rootX_ = 0;          // of the last pointer event
   int rootY_ = 0;
   xcb_timestamp_t time_ = XCB_CURRENT_TIME;  // of the last event of the user
-  xcb_window_t embedder_ = kNoWindow;  // once it has spoken by the XEmbed protocol
+  xcb_window_t embedder_ = kNoWindow;        // once it has spoken by the XEmbed protocol
   xcb_window_t focusBefore_ = kNoWindow;
   bool wantsKeyboard_ = false;
   bool tookFocus_ = false;

@@ -173,6 +173,7 @@ void Frame::onButton(const xcb_button_press_event_t& event, bool press) {
 // A motion event has the fields of a press.
 void Frame::onMotion(const xcb_button_press_event_t& event) {
   notePointer(event);
+  held_ &= buttonsOfState(event.state) | kButton4 | kButton5;  // a release may have gone elsewhere
   if (dragTakesPointer(event, XCB_MOTION_NOTIFY)) return;
   const CPoint where = unitsOf(event.event, event.event_x, event.event_y);
   callback_->platformMouseMoved(
@@ -203,7 +204,7 @@ void Frame::onKey(const xcb_key_press_event_t& event, bool press) {
   const std::weak_ptr<int> alive = life_;
   for (VstKeyCode& key : keyboard_.pressed(event)) {
     if (dragSource_.isDragging()) {
-      if (key.virt == VKEY_ESCAPE) dragSource_.cancel(event.time);
+      if (key.virt == VKEY_ESCAPE) dragSource_.cancel();
       continue;
     }
     const bool handled = callback_->platformKeyDown(key);

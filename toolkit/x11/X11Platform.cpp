@@ -47,6 +47,12 @@ std::unique_ptr<IPlatformTimer> X11Platform::createTimer(IPlatformTimerCallback*
   return std::make_unique<X11::Timer>(*this, callback);
 }
 
+double X11Platform::getScaleFactor() const {
+  const X11::NoPipeSignal guard;
+  const auto connection = X11::Connection::open();
+  return connection ? connection->scaleFactor() : 1.0;
+}
+
 std::uint64_t X11Platform::getMilliseconds() const {
   using std::chrono::milliseconds;
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -72,7 +78,7 @@ void X11Platform::readEventsOfAll() {
 
 PlatformType X11Platform::typeOfThis() const {
   return getPlatform(PlatformType::kX11EmbedWindowID) == this ? PlatformType::kX11EmbedWindowID
-                                                               : PlatformType::kDefaultNative;
+                                                              : PlatformType::kDefaultNative;
 }
 
 }  // namespace VSTGUI

@@ -5,8 +5,8 @@
 //   frame->open(reinterpret_cast<void*>(window));   // the id of the host's X11 window
 //   frame->idle();                                  // from the host, 20 times a second or more often
 //
-// There is no thread and no main loop: events, timers and painting run inside of `CFrame::idle`, so timers fire while at
-// least one frame is open and idles, and are as late as it is. A frame keeps the scale that it opened with.
+// There is no thread and no main loop: events, timers and painting run inside of `CFrame::idle`, so timers fire while
+// at least one frame is open and idles, and are as late as it is. A frame keeps the scale that it opened with.
 #pragma once
 
 #include <memory>
@@ -30,6 +30,8 @@ class X11Platform : public IPlatform {
 
   [[nodiscard]] std::unique_ptr<IPlatformFrame> createFrame(IPlatformFrameCallback* callback, const CRect& size,
                                                             void* parent) override;
+  // From the environment variable MODRIFT_SCALE, else from the desktop's Xft.dpi at 96 a unit; 1 without a display.
+  [[nodiscard]] double getScaleFactor() const override;
   [[nodiscard]] std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) override;
   [[nodiscard]] std::uint64_t getMilliseconds() const override;
 

@@ -1,0 +1,187 @@
+#include "tests/toolkit/x11/Desktop.h"
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xtest.h>
+
+#include "toolkit/CDrawContext.h"
+#include "toolkit/IDataPackage.h"
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr auto kPatience = std::chrono::seconds(10);
+
+// One line; empty when the other end closes without one.
+std::string readLine(int file) {
+  std::string line;
+  for (char c = 0; ::read(file, &c, 1) == 1 && c != '\n';) line += c;
+  return line;
+}
+
+}  // namespace
+
+Daemon::Daemon(std::vector<const char*> arguments) {
+  std::array<int, 2> ends{};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
+  constexpr int kAddressFile = 3;
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  // Also where the pipe itself has that number: a copy onto itself stays open in the child.
+  posix_spawn_file_actions_adddup2(&actions, ends[1], kAddressFile);
+  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  arguments.push_back(nullptr);
+  auto** const argv = const_cast<char**>(arguments.data());
+  if (::posix_spawnp(&process_, argv[0], &actions, nullptr, argv, environ) != 0) process_ = -1;
+  posix_spawn_file_actions_destroy(&actions);
+  ::close(ends[1]);
+  if (process_ > 0) address_ = readLine(ends[0]);
+  ::close(ends[0]);
+}
+
+void Daemon::stop() {
+  if (process_ <= 0) return;
+  ::kill(process_, SIGKILL);
+  ::waitpid(process_, nullptr, 0);
+  process_ = -1;
+}
+
+void Recorder::draw(CDrawContext* context) {
+  ++draws;
+  context->setFillColor(kRedCColor);
+  context->drawRect(getViewSize(), kDrawFilled);
+  context->setFillColor(kBlueCColor);
+  context->drawRect({0, 0, 10, 10}, kDrawFilled);
+}
+
+bool Recorder::onDrop(IDataPackage* drag, const CPoint&) {
+  log += "drop ";
+  for (std::uint32_t i = 0; i < drag->getCount(); ++i) {
+    const void* data = nullptr;
+    IDataPackage::Type type = IDataPackage::kError;
+    const std::uint32_t size = drag->getData(i, data, type);
+    dropped.emplace_back(static_cast<const char*>(data), size);
+  }
+  return true;
+}
+
+Desktop::Desktop() {
+  for (const char* const variable : {"MODRIFT_SCALE", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"})
+    ::unsetenv(variable);
+}
+
+Desktop::~Desktop() {
+  if (frame) frame->close();
+  frame = nullptr;
+  setPlatform(PlatformType::kDefaultNative, nullptr);
+}
+
+void Desktop::SetUp() {
+  if (server.address().empty()) GTEST_SKIP() << "Xvfb is not installed, so nothing of X11 is tested";
+  ::setenv("DISPLAY", (":" + server.address()).c_str(), 1);
+  user = Connection::open();
+  ASSERT_NE(user, nullptr);
+  setPlatform(PlatformType::kDefaultNative, &platform);
+  host = newHostWindow(kLeft, kTop);
+  point(-20, -20);
+}
+
+xcb_window_t Desktop::newHostWindow(int x, int y) {
+  const xcb_window_t made = xcb_generate_id(*user);
+  const std::array<std::uint32_t, 3> values{user->screen().white_pixel, 1,
+                                            XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_PROPERTY_CHANGE};
+  xcb_create_window(*user, XCB_COPY_FROM_PARENT, made, user->root(), static_cast<std::int16_t>(x),
+                    static_cast<std::int16_t>(y), kHostWidth, kHostHeight, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                    XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                    values.data());
+  xcb_map_window(*user, made);
+  (void)geometry(made);  // the server has seen to it
+  return made;
+}
+
+void Desktop::open() {
+  frame = Counted<CFrame>::adopt(new CFrame({0, 0, 200, 100}, this));
+  view = new Recorder({0, 0, 200, 100});
+  frame->addView(view);
+  ASSERT_TRUE(frame->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host))));
+  window = childrenOf(host).at(0);
+  ASSERT_TRUE(until([&] { return view->draws > 0; }));
+}
+
+bool Desktop::until(const std::function<bool()>& done) {
+  user->flush();
+  const auto deadline = std::chrono::steady_clock::now() + kPatience;
+  while (std::chrono::steady_clock::now() < deadline) {
+    if (frame) frame->idle();
+    if (alsoIdle) alsoIdle();
+    if (done()) return true;
+    user->waitReadable(2);
+  }
+  return false;
+}
+
+void Desktop::fake(std::uint8_t type, std::uint8_t detail, int x, int y) {
+  xcb_test_fake_input(*user, type, detail, XCB_CURRENT_TIME, user->root(), static_cast<std::int16_t>(x),
+                      static_cast<std::int16_t>(y), 0);
+  (void)geometry(user->root());
+}
+
+void Desktop::point(int x, int y) { fake(XCB_MOTION_NOTIFY, 0, kLeft + x, kTop + y); }
+
+void Desktop::click(int x, int y, std::uint8_t button) {
+  point(x, y);
+  press(button);
+  release(button);
+}
+
+std::uint8_t Desktop::keycode(std::uint32_t symbol) {
+  const auto* const setup = xcb_get_setup(*user);
+  const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+  const Reply<xcb_get_keyboard_mapping_reply_t> mapping(
+      xcb_get_keyboard_mapping_reply(*user, xcb_get_keyboard_mapping(*user, setup->min_keycode, count), nullptr));
+  const auto* const symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
+  for (int i = 0; i < xcb_get_keyboard_mapping_keysyms_length(mapping.get()); ++i)
+    if (symbols[i] == symbol) return static_cast<std::uint8_t>(setup->min_keycode + i / mapping->keysyms_per_keycode);
+  ADD_FAILURE() << "no key for " << symbol;
+  return 0;
+}
+
+void Desktop::type(std::uint32_t symbol) {
+  keyDown(symbol);
+  keyUp(symbol);
+}
+
+xcb_get_geometry_reply_t Desktop::geometry(xcb_window_t which) {
+  const Reply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(*user, xcb_get_geometry(*user, which), nullptr));
+  return reply ? *reply : xcb_get_geometry_reply_t{};
+}
+
+std::vector<xcb_window_t> Desktop::childrenOf(xcb_window_t which) {
+  const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(*user, xcb_query_tree(*user, which), nullptr));
+  if (!tree) return {};
+  const auto* const first = xcb_query_tree_children(tree.get());
+  return {first, first + xcb_query_tree_children_length(tree.get())};
+}
+
+std::uint32_t Desktop::screenPixel(int x, int y) {
+  const Reply<xcb_get_image_reply_t> image(
+      xcb_get_image_reply(*user,
+                          xcb_get_image(*user, XCB_IMAGE_FORMAT_Z_PIXMAP, user->root(), static_cast<std::int16_t>(x),
+                                        static_cast<std::int16_t>(y), 1, 1, ~0u),
+                          nullptr));
+  if (!image) return 0xffffffff;
+  const std::uint8_t* const bytes = xcb_get_image_data(image.get());
+  return static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
+}
+
+bool Desktop::hostGot(std::uint8_t type) {
+  while (const Event event = user->poll())
+    if ((event->response_type & 0x7f) == type) return true;
+  return false;
+}

@@ -1,0 +1,110 @@
+// A display of its own for each test, the window of a host on it, and a user at mouse and keyboard.
+#pragma once
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+#include "tests/toolkit/Window.h"
+#include "toolkit/CFrame.h"
+#include "toolkit/x11/Connection.h"
+#include "toolkit/x11/X11Platform.h"
+
+using VSTGUI::X11::Connection;
+using VSTGUI::X11::Event;
+using VSTGUI::X11::eventAs;
+using VSTGUI::X11::Name;
+using VSTGUI::X11::Reply;
+
+// A program in the background that says on its file 3 how it can be reached.
+class Daemon {
+ public:
+  explicit Daemon(std::vector<const char*> arguments);
+  Daemon(const Daemon&) = delete;
+  Daemon& operator=(const Daemon&) = delete;
+  ~Daemon() { stop(); }
+  void stop();
+  // Empty when the program isn't installed or didn't start.
+  [[nodiscard]] const std::string& address() const { return address_; }
+
+ private:
+  pid_t process_ = -1;
+  std::string address_;
+};
+
+// Writes down what it is told besides what a Probe does.
+class Recorder : public Probe {
+ public:
+  explicit Recorder(const VSTGUI::CRect& size) : Probe(size, VSTGUI::kMouseEventHandled) { setWantsFocus(true); }
+  void draw(VSTGUI::CDrawContext* context) override;
+  VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override {
+    lastMove = where;
+    return Probe::onMouseMoved(where, buttons);
+  }
+  bool onWheel(const VSTGUI::CPoint&, const float& distance, const VSTGUI::CButtonState&) override {
+    wheel += distance;
+    return true;
+  }
+  std::int32_t onKeyDown(VSTGUI::VstKeyCode& key) override {
+    keys.push_back(key);
+    return key.virt == VSTGUI::VKEY_F1 ? VSTGUI::kKeyNotHandled : VSTGUI::kKeyHandled;
+  }
+  bool onDrop(VSTGUI::IDataPackage* drag, const VSTGUI::CPoint& where) override;
+
+  VSTGUI::CPoint lastMove;
+  float wheel = 0;
+  std::vector<VSTGUI::VstKeyCode> keys;
+  std::vector<std::string> dropped;
+  int draws = 0;
+};
+
+// The host's window at (60, 40) with a frame of 200 by 100 in it, which a Recorder fills.
+class Desktop : public testing::Test, public VSTGUI::VSTGUIEditorInterface {
+ protected:
+  static constexpr int kLeft = 60;
+  static constexpr int kTop = 40;
+  static constexpr std::uint16_t kHostWidth = 200;
+  static constexpr std::uint16_t kHostHeight = 100;
+
+  Desktop();
+  ~Desktop() override;
+  void SetUp() override;
+
+  // Opens the frame; its window is in `window`.
+  void open();
+  // Idles until `done` or for ten seconds; false when the time is up.
+  bool until(const std::function<bool()>& done);
+  [[nodiscard]] xcb_window_t newHostWindow(int x, int y);
+
+  // At pixels of the frame's window.
+  void point(int x, int y);
+  void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
+  void release(std::uint8_t button = 1) { fake(XCB_BUTTON_RELEASE, button); }
+  void click(int x, int y, std::uint8_t button = 1);
+  void keyDown(std::uint32_t symbol) { fake(XCB_KEY_PRESS, keycode(symbol)); }
+  void keyUp(std::uint32_t symbol) { fake(XCB_KEY_RELEASE, keycode(symbol)); }
+  void type(std::uint32_t symbol);
+
+  [[nodiscard]] xcb_get_geometry_reply_t geometry(xcb_window_t which);
+  [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t which);
+  // 0xRRGGBB of a pixel of the screen.
+  [[nodiscard]] std::uint32_t screenPixel(int x, int y);
+  // True once an event of the type has come to the host's own connection.
+  bool hostGot(std::uint8_t type);
+
+  Daemon server{{"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-nolisten", "tcp"}};
+  VSTGUI::X11Platform platform;
+  std::unique_ptr<Connection> user;
+  xcb_window_t host = XCB_WINDOW_NONE;
+  xcb_window_t window = XCB_WINDOW_NONE;
+  VSTGUI::Counted<VSTGUI::CFrame> frame;
+  Recorder* view = nullptr;
+  std::function<void()> alsoIdle;  // at each turn of `until`
+
+ private:
+  void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
+  [[nodiscard]] std::uint8_t keycode(std::uint32_t symbol);
+};

@@ -1,0 +1,472 @@
+// What passes between programs: clipboard, drags, chosen files.
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <dbus/dbus.h>
+#include <filesystem>
+#include <fstream>
+#include <sys/wait.h>
+#include <thread>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include "tests/toolkit/x11/Desktop.h"
+#include "toolkit/CNewFileSelector.h"
+#include "toolkit/IDataPackage.h"
+#include "toolkit/x11/Dnd.h"
+#include "toolkit/x11/FileSelectors.h"
+
+namespace {
+
+using namespace VSTGUI;
+namespace fs = std::filesystem;
+
+class X11Data : public Desktop {
+ protected:
+  // Lets the host's connection give `bytes` under a selection; in pieces of three bytes if asked for.
+  void offer(Name selection, Name type, std::string bytes, bool inPieces = false) {
+    offered = std::move(bytes);
+    xcb_set_selection_owner(*user, host, user->atom(selection), XCB_CURRENT_TIME);
+    (void)geometry(host);
+    alsoIdle = [this, type, inPieces] {
+      while (const Event event = user->poll()) serve(*event, type, inPieces);
+    };
+  }
+  void serve(const xcb_generic_event_t& event, Name type, bool inPieces) {
+    const auto kind = event.response_type & 0x7f;
+    if (kind == XCB_CLIENT_MESSAGE) messages.push_back(eventAs<xcb_client_message_event_t>(event));
+    if (kind == XCB_PROPERTY_NOTIFY && eventAs<xcb_property_notify_event_t>(event).state == XCB_PROPERTY_DELETE &&
+        pieces.property != 0 && eventAs<xcb_property_notify_event_t>(event).window == pieces.requestor) {
+      user->setProperty(pieces.requestor, pieces.property, pieces.target, std::string_view(offered).substr(0, 3));
+      if (offered.empty()) pieces = {};
+      offered.erase(0, 3);
+      user->flush();
+    }
+    if (kind != XCB_SELECTION_REQUEST) return;
+    const auto& request = eventAs<xcb_selection_request_event_t>(event);
+    xcb_selection_notify_event_t notice{};
+    notice.response_type = XCB_SELECTION_NOTIFY;
+    notice.requestor = request.requestor;
+    notice.selection = request.selection;
+    notice.target = request.target;
+    if (request.target == user->atom(type)) {
+      notice.property = request.property;
+      if (inPieces) {
+        pieces = request;
+        constexpr std::uint32_t kMask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(*user, request.requestor, XCB_CW_EVENT_MASK, &kMask);
+        user->setProperty(request.requestor, request.property, user->atom(Name::kIncr), std::vector<std::uint32_t>{1});
+      } else {
+        user->setProperty(request.requestor, request.property, request.target, offered);
+      }
+    }
+    xcb_send_event(*user, 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
+    user->flush();
+  }
+  // The last message of a kind that came to the host's connection; its type is 0 without one.
+  xcb_client_message_event_t message(Name name) {
+    for (auto it = messages.rbegin(); it != messages.rend(); ++it)
+      if (it->type == user->atom(name)) return *it;
+    return {};
+  }
+  void sendDrag(Name name, std::array<std::uint32_t, 4> words) {
+    user->sendMessage(window, window, user->atom(name), {host, words[0], words[1], words[2], words[3]});
+    user->flush();
+  }
+  [[nodiscard]] static std::uint32_t placeOf(int x, int y) {
+    return static_cast<std::uint32_t>((kLeft + x) << 16 | (kTop + y));
+  }
+
+  std::string offered;
+  xcb_selection_request_event_t pieces{};
+  std::vector<xcb_client_message_event_t> messages;
+};
+
+// Runs the other program while this one waits for it.
+class Other {
+ public:
+  explicit Other(std::function<void()> turn)
+      : thread_([this, turn = std::move(turn)] {
+          while (!stop_) turn();
+        }) {}
+  Other(const Other&) = delete;
+  Other& operator=(const Other&) = delete;
+  ~Other() {
+    stop_ = true;
+    thread_.join();
+  }
+
+ private:
+  std::atomic<bool> stop_ = false;
+  std::thread thread_;
+};
+
+TEST_F(X11Data, PastesWhatAnotherProgramCopied) {
+  open();
+  auto& platformFrame = *frame->getPlatformFrame();
+  EXPECT_EQ(platformFrame.getClipboardText(), "") << "nobody has anything";
+  struct Case {
+    Name type;
+    bool inPieces;
+    const char* bytes;
+    const char* text;
+  };
+  for (const auto& [type, inPieces, bytes, text] : {Case{Name::kUtf8String, false, "caf\xc3\xa9", "caf\xc3\xa9"},
+                                                    {Name::kUtf8String, true, "a longer text", "a longer text"},
+                                                    {Name::kUtf8String, false, "\xff\xfe", ""}}) {
+    offer(Name::kClipboard, type, bytes, inPieces);
+    const Other other([this] {
+      user->waitReadable(20);
+      alsoIdle();
+    });
+    EXPECT_EQ(platformFrame.getClipboardText(), text);
+  }
+}
+
+TEST_F(X11Data, CopiesForOtherProgramsAndForOurselves) {
+  open();
+  frame->getPlatformFrame()->setClipboardText("from \xc2\xb5");
+  EXPECT_EQ(frame->getPlatformFrame()->getClipboardText(), "from \xc2\xb5");
+  X11::SelectionReader reader(*user, host, Name::kPasteProperty);
+  const auto read = [&](Name type) {
+    reader.ask(user->atom(Name::kClipboard), user->atom(type), XCB_CURRENT_TIME);
+    until([&] {
+      while (const Event event = user->poll()) reader.takes(*event);
+      return reader.state() != X11::SelectionReader::State::kWaiting;
+    });
+    return reader.state() == X11::SelectionReader::State::kDone ? reader.bytes() : "refused";
+  };
+  EXPECT_EQ(read(Name::kUtf8String), "from \xc2\xb5");
+  EXPECT_EQ(read(Name::kTargets).size() % sizeof(std::uint32_t), 0u);
+  EXPECT_EQ(read(Name::kTextUriList), "refused");
+
+  const auto second = Counted<CFrame>::adopt(new CFrame({0, 0, 20, 20}, nullptr));
+  ASSERT_TRUE(second->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host))));
+  EXPECT_EQ(second->getPlatformFrame()->getClipboardText(), "from \xc2\xb5") << "another frame of this process";
+  second->getPlatformFrame()->setClipboardText("newer");
+  EXPECT_EQ(frame->getPlatformFrame()->getClipboardText(), "newer");
+  second->close();
+}
+
+TEST_F(X11Data, TakesFilesThatAreDropped) {
+  open();
+  offer(Name::kXdndSelection, Name::kTextUriList,
+        "# comment\r\nfile:///a%20b.fxp\r\nhttp://elsewhere/x\r\nfile://localhost/c.shp\r\n");
+  EXPECT_EQ(user->property(window, user->atom(Name::kXdndAware)).words(), std::vector<std::uint32_t>{5});
+  sendDrag(Name::kXdndEnter, {5u << 24, user->atom(Name::kTextUriList), 0, 0});
+  sendDrag(Name::kXdndPosition, {0, placeOf(50, 20), 0, user->atom(Name::kXdndActionCopy)});
+  ASSERT_TRUE(until([&] { return view->log.ends_with("dragenter "); })) << view->log;
+  ASSERT_TRUE(until([&] { return message(Name::kXdndStatus).type != 0; }));
+  EXPECT_EQ(message(Name::kXdndStatus).data.data32[1] & 1, 1u);
+  sendDrag(Name::kXdndPosition, {0, placeOf(60, 20), 0, user->atom(Name::kXdndActionCopy)});
+  ASSERT_TRUE(until([&] { return view->log.ends_with("dragmove "); }));
+  sendDrag(Name::kXdndDrop, {0, 0, 0, 0});
+  ASSERT_TRUE(until([&] { return message(Name::kXdndFinished).type != 0; }));
+  EXPECT_EQ(message(Name::kXdndFinished).data.data32[1], 1u) << "taken";
+  EXPECT_EQ(view->dropped, (std::vector<std::string>{"/a b.fxp", "/c.shp"}));
+
+  messages.clear();
+  sendDrag(Name::kXdndEnter, {5u << 24, user->atom(Name::kIncr), 0, 0});
+  sendDrag(Name::kXdndPosition, {0, placeOf(60, 20), 0, user->atom(Name::kXdndActionCopy)});
+  ASSERT_TRUE(until([&] { return message(Name::kXdndStatus).type != 0; }));
+  EXPECT_EQ(message(Name::kXdndStatus).data.data32[1] & 1, 0u) << "nothing of use in it";
+  sendDrag(Name::kXdndLeave, {});
+  sendDrag(Name::kXdndEnter, {5u << 24, user->atom(Name::kTextUriList), 0, 0});
+  sendDrag(Name::kXdndPosition, {0, placeOf(60, 20), 0, user->atom(Name::kXdndActionCopy)});
+  ASSERT_TRUE(until([&] { return view->log.ends_with("dragenter "); }));
+  xcb_destroy_window(*user, host);
+  (void)geometry(user->root());
+  ASSERT_TRUE(until([&] { return !frame->isOpen(); }));
+}
+
+// Begins a drag as soon as it is dragged.
+struct DragView : Recorder {
+  using Recorder::Recorder;
+  CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override {
+    const std::string path = "/some where/temp.mid";
+    const auto drag = Counted<CDropSource>::adopt(
+        new CDropSource(path.data(), static_cast<std::uint32_t>(path.size()), IDataPackage::kFilePath));
+    if (buttons.isLeftButton()) began = getFrame()->doDrag(drag, {}, picture);
+    return Recorder::onMouseMoved(where, buttons);
+  }
+  bool began = false;
+  Counted<CBitmap> picture;
+};
+
+TEST_F(X11Data, DragsFilesOutToOthersThatTakeThem) {
+  open();
+  auto* const source = new DragView(CRect(0, 0, 200, 100));
+  source->picture = Counted<CBitmap>::adopt(new CBitmap(30, 20));
+  frame->addView(source);
+  const xcb_window_t otherHost = newHostWindow(kLeft + 300, kTop);
+  const auto target = Counted<CFrame>::adopt(new CFrame({0, 0, 200, 100}, nullptr));
+  auto* const taker = new Recorder({0, 0, 200, 100});
+  target->addView(taker);
+  ASSERT_TRUE(target->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(otherHost))));
+  alsoIdle = [&] { target->idle(); };
+  const auto dragFrom = [&](int x) {
+    source->began = false;
+    point(x, 20);
+    press();
+    point(x + 15, 20);
+    return until([&] { return source->began; });
+  };
+  ASSERT_TRUE(dragFrom(20));
+  EXPECT_NE(source->log.find("drag up "), std::string::npos) << "the drag takes the release: " << source->log;
+  point(350, 50);
+  ASSERT_TRUE(until([&] { return taker->log.find("dragenter ") != std::string::npos; }));
+  release();
+  ASSERT_TRUE(until([&] { return !taker->dropped.empty(); }));
+  EXPECT_EQ(taker->dropped, std::vector<std::string>{"/some where/temp.mid"});
+
+  taker->log.clear();
+  ASSERT_TRUE(dragFrom(40)) << "and again";
+  point(350, 50);
+  ASSERT_TRUE(until([&] { return taker->log.find("dragenter ") != std::string::npos; }));
+  type(XKB_KEY_Escape);
+  ASSERT_TRUE(until([&] { return taker->log.ends_with("dragleave "); }));
+  release();
+
+  ASSERT_TRUE(dragFrom(60));
+  point(160, 50);
+  ASSERT_TRUE(until([&] { return source->log.find("dragenter ") != std::string::npos; })) << "back on itself";
+  release();
+  ASSERT_TRUE(until([&] { return source->dropped.size() == 1; }));
+
+  ASSERT_TRUE(dragFrom(80));
+  xcb_destroy_window(*user, host);
+  (void)geometry(user->root());
+  ASSERT_TRUE(until([&] { return !frame->isOpen(); })) << "gone in the middle of a drag";
+  release();
+  target->close();
+}
+
+TEST(X11Uris, CarryPathsBothWays) {
+  const std::string path = "/a b/%41/\xc3\xa9+#.fxp";
+  EXPECT_EQ(X11::uriOfPath(path), "file:///a%20b/%2541/%C3%A9%2B%23.fxp");
+  EXPECT_EQ(X11::pathOfUri(X11::uriOfPath(path)), path);
+  EXPECT_EQ(X11::pathOfUri("file:///100%"), "/100%");
+  for (const char* const none : {"", "file:", "http://a/b", "file://elsewhere/b", "file:///a%00b"})
+    EXPECT_FALSE(X11::pathOfUri(none)) << none;
+}
+
+struct Chooser : CBaseObject {
+  CMessageResult notify(CBaseObject* sender, IdStringPtr message) override {
+    if (message != CNewFileSelector::kSelectEndMessage) return kMessageUnknown;
+    const auto* const selector = dynamic_cast<CNewFileSelector*>(sender);
+    for (std::int32_t i = 0; i < selector->getNumSelectedFiles(); ++i)
+      chosen.emplace_back(selector->getSelectedFile(i));
+    done = true;
+    return kMessageNotified;
+  }
+  std::vector<std::string> chosen;
+  bool done = false;
+};
+
+class X11Files : public Desktop {
+ protected:
+  X11Files() : folder(fs::temp_directory_path() / ("modrift-files-" + std::to_string(::getpid()))) {
+    fs::create_directories(folder / "Sub");
+    for (const char* const name : {"b.fxp", "a.fxp", "other.txt", ".hidden.fxp", "Sub/inner.fxp"})
+      std::ofstream(folder / name) << name;
+  }
+  ~X11Files() override { fs::remove_all(folder); }
+
+  void run(CNewFileSelector::Style style, std::vector<X11Platform::Selector> selectors) {
+    platform.selectors = std::move(selectors);
+    if (!frame) open();
+    chooser = {};
+    selector = Counted<CNewFileSelector>::adopt(CNewFileSelector::create(frame, style));
+    selector->setTitle("Save preset");
+    selector->setInitialDirectory(folder.c_str());
+    selector->setDefaultExtension(CFileExtension("Preset", "fxp"));
+    ASSERT_TRUE(selector->run(&chooser));
+  }
+
+  fs::path folder;
+  Counted<CNewFileSelector> selector;
+  Chooser chooser;
+};
+
+TEST_F(X11Files, ComeFromADialogProgram) {
+  std::ofstream(folder / "zenity") << "#!/bin/sh\necho /chosen/one.fxp\nprintf '%s\\n' \"$@\" > " << folder / "args"
+                                   << "\n";
+  fs::permissions(folder / "zenity", fs::perms::owner_all);
+  const std::string path = std::getenv("PATH");
+  ::setenv("PATH", (folder.string() + ":" + path).c_str(), 1);
+  run(CNewFileSelector::kSelectSaveFile, {X11Platform::Selector::kPortal, X11Platform::Selector::kProgram});
+  ASSERT_TRUE(until([&] { return chooser.done; })) << "there is no portal, so the program is asked";
+  EXPECT_EQ(chooser.chosen, std::vector<std::string>{"/chosen/one.fxp"});
+  std::ifstream text(folder / "args");
+  const std::string arguments((std::istreambuf_iterator<char>(text)), {});
+  for (const std::string& wanted : {std::string("--save"), std::string("--title=Save preset"),
+                                    "--filename=" + folder.string() + "/", std::string("Preset | *.fxp")})
+    EXPECT_NE(arguments.find(wanted), std::string::npos) << wanted << " in " << arguments;
+
+  std::ofstream(folder / "zenity") << "#!/bin/sh\nexec sleep 100\n";
+  run(CNewFileSelector::kSelectFile, {X11Platform::Selector::kProgram});
+  frame->idle();
+  frame->close();  // ends the program
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0) << "no child is left but the server";
+  EXPECT_FALSE(chooser.done);
+  ::setenv("PATH", path.c_str(), 1);
+}
+
+// A portal that writes down what it is asked and answers as told.
+class Portal {
+ public:
+  Portal() {
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", daemon.address().c_str(), 1);
+    bus_ = dbus_bus_get_private(DBUS_BUS_SESSION, nullptr);
+    if (bus_) dbus_bus_request_name(bus_, "org.freedesktop.portal.Desktop", 0, nullptr);
+  }
+  Portal(const Portal&) = delete;
+  Portal& operator=(const Portal&) = delete;
+  ~Portal() {
+    dbus_connection_close(bus_);
+    dbus_connection_unref(bus_);
+    ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
+  }
+
+  void turn() {
+    dbus_connection_read_write(bus_, 0);
+    while (DBusMessage* const call = dbus_connection_pop_message(bus_)) {
+      if (dbus_message_get_type(call) == DBUS_MESSAGE_TYPE_METHOD_CALL) take(call);
+      dbus_message_unref(call);
+    }
+    dbus_connection_flush(bus_);
+  }
+
+  Daemon daemon{{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"}};
+  std::string asked;    // method, window and title
+  std::string options;  // their names, and the value of those that are texts
+  dbus_uint32_t code = 0;
+  const char* uri = "file:///from/the%20portal.fxp";
+
+ private:
+  void take(DBusMessage* call) {
+    DBusMessageIter arguments;
+    const char* window = nullptr;
+    const char* title = nullptr;
+    dbus_message_iter_init(call, &arguments);
+    dbus_message_iter_get_basic(&arguments, &window);
+    dbus_message_iter_next(&arguments);
+    dbus_message_iter_get_basic(&arguments, &title);
+    dbus_message_iter_next(&arguments);
+    asked = std::string(dbus_message_get_member(call)) + " " + std::string(window).substr(0, 4) + " " + title;
+    std::string path =
+        "/org/freedesktop/portal/desktop/request/" + std::string(dbus_message_get_sender(call) + 1) + "/";
+    std::replace(path.begin(), path.end(), '.', '_');
+    path += readOptions(arguments);
+    answer(call, path.c_str());
+  }
+  // The token among them.
+  std::string readOptions(DBusMessageIter& arguments) {
+    std::string token;
+    DBusMessageIter entries;
+    for (dbus_message_iter_recurse(&arguments, &entries); dbus_message_iter_get_arg_type(&entries) != 0;
+         dbus_message_iter_next(&entries)) {
+      DBusMessageIter entry;
+      DBusMessageIter value;
+      const char* name = nullptr;
+      dbus_message_iter_recurse(&entries, &entry);
+      dbus_message_iter_get_basic(&entry, &name);
+      dbus_message_iter_next(&entry);
+      dbus_message_iter_recurse(&entry, &value);
+      const char* text = "";
+      if (dbus_message_iter_get_arg_type(&value) == DBUS_TYPE_STRING) dbus_message_iter_get_basic(&value, &text);
+      if (std::string_view(name) == "handle_token")
+        token = text;
+      else
+        options += std::string(name) + " " + text + " ";
+    }
+    return token;
+  }
+  void answer(DBusMessage* call, const char* path) {
+    DBusMessage* const reply = dbus_message_new_method_return(call);
+    dbus_message_append_args(reply, DBUS_TYPE_OBJECT_PATH, &path, DBUS_TYPE_INVALID);
+    DBusMessage* const response = dbus_message_new_signal(path, "org.freedesktop.portal.Request", "Response");
+    DBusMessageIter top;
+    DBusMessageIter results;
+    DBusMessageIter entry;
+    DBusMessageIter variant;
+    DBusMessageIter uris;
+    const char* const name = "uris";
+    dbus_message_iter_init_append(response, &top);
+    dbus_message_iter_append_basic(&top, DBUS_TYPE_UINT32, &code);
+    dbus_message_iter_open_container(&top, DBUS_TYPE_ARRAY, "{sv}", &results);
+    dbus_message_iter_open_container(&results, DBUS_TYPE_DICT_ENTRY, nullptr, &entry);
+    dbus_message_iter_append_basic(&entry, DBUS_TYPE_STRING, &name);
+    dbus_message_iter_open_container(&entry, DBUS_TYPE_VARIANT, "as", &variant);
+    dbus_message_iter_open_container(&variant, DBUS_TYPE_ARRAY, "s", &uris);
+    dbus_message_iter_append_basic(&uris, DBUS_TYPE_STRING, &uri);
+    dbus_message_iter_close_container(&variant, &uris);
+    dbus_message_iter_close_container(&entry, &variant);
+    dbus_message_iter_close_container(&results, &entry);
+    dbus_message_iter_close_container(&top, &results);
+    for (DBusMessage* const message : {reply, response}) {
+      dbus_connection_send(bus_, message, nullptr);
+      dbus_message_unref(message);
+    }
+  }
+
+  DBusConnection* bus_ = nullptr;
+};
+
+TEST_F(X11Files, ComeFromTheDesktopsPortal) {
+  Portal portal;
+  if (portal.daemon.address().empty()) GTEST_SKIP() << "dbus-daemon is not installed";
+  alsoIdle = [&] { portal.turn(); };
+  run(CNewFileSelector::kSelectSaveFile, {X11Platform::Selector::kPortal});
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_EQ(chooser.chosen, std::vector<std::string>{"/from/the portal.fxp"});
+  EXPECT_EQ(portal.asked, "SaveFile x11: Save preset");
+  EXPECT_EQ(portal.options, "current_folder  filters  ");
+  portal.code = 1;
+  run(CNewFileSelector::kSelectDirectory, {X11Platform::Selector::kPortal});
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_TRUE(chooser.chosen.empty()) << "cancelled";
+  EXPECT_EQ(portal.asked, "OpenFile x11: Save preset");
+  EXPECT_NE(portal.options.find("directory"), std::string::npos);
+  struct sigaction pipe {};
+  ::sigaction(SIGPIPE, nullptr, &pipe);
+  EXPECT_EQ(pipe.sa_handler, SIG_DFL) << "the host's signals are its own";
+}
+
+TEST_F(X11Files, ComeFromOurOwnBrowserWhereThereIsNothingElse) {
+  run(CNewFileSelector::kSelectFile, {X11Platform::Selector::kPortal, X11Platform::Selector::kBrowser});
+  const auto browserWindow = [&] {
+    for (const xcb_window_t w : childrenOf(user->root()))
+      if (user->property(w, XCB_ATOM_WM_NAME).bytes == "Save preset" && !childrenOf(w).empty()) return childrenOf(w)[0];
+    return xcb_window_t{};
+  };
+  ASSERT_TRUE(until([&] { return browserWindow() != 0; }));
+  xcb_set_input_focus(*user, XCB_INPUT_FOCUS_PARENT, browserWindow(), XCB_CURRENT_TIME);
+  type(XKB_KEY_s);
+  type(XKB_KEY_Return);  // into "Sub"
+  type(XKB_KEY_BackSpace);
+  type(XKB_KEY_b);
+  type(XKB_KEY_Return);
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_EQ(chooser.chosen, std::vector<std::string>{(folder / "b.fxp").string()});
+
+  run(CNewFileSelector::kSelectSaveFile, {X11Platform::Selector::kBrowser});
+  ASSERT_TRUE(until([&] { return browserWindow() != 0; }));
+  xcb_set_input_focus(*user, XCB_INPUT_FOCUS_PARENT, browserWindow(), XCB_CURRENT_TIME);
+  type(XKB_KEY_a);
+  type(XKB_KEY_Return);  // "a.fxp" is there, which is told
+  type(XKB_KEY_BackSpace);
+  type(XKB_KEY_n);
+  type(XKB_KEY_Return);
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_EQ(chooser.chosen, std::vector<std::string>{(folder / "n.fxp").string()});
+
+  run(CNewFileSelector::kSelectFile, {X11Platform::Selector::kBrowser});
+  ASSERT_TRUE(until([&] { return browserWindow() != 0; }));
+  xcb_destroy_window(*user, browserWindow());
+  ASSERT_TRUE(until([&] { return chooser.done; }));
+  EXPECT_TRUE(chooser.chosen.empty());
+}
+
+}  // namespace
