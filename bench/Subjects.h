@@ -6,6 +6,7 @@ namespace bench {
 void addClockRows();
 void addCrossoverRows();
 void addGainsRows();
+void addGraphDisplayRows();
 void addRateChangeRows();
 void addRenderingRows();
 void addWholePathRows();

@@ -1,4 +1,5 @@
-// The whole effect under a playing host: block sizes with only the cutoff modulated, then what comes on top.
+// The whole effect under a playing host: block sizes with only the cutoff modulated, what comes on top,
+// and each type of filter.
 #include <string>
 #include <vector>
 
@@ -34,11 +35,14 @@ const std::vector<Variant>& variants() {
       {"crossover", {{kXoverOn, 1.0f}}},
       {"scope", {}, true},
       {"scope, slow rate", {{kRate, kSlowRate}}, true},
-      {"filter on, drive alone", {{kFilterOn, 1.0f}}},
       {"silence", {}, false, true},
       {"crossover, silence", {{kXoverOn, 1.0f}}, false, true},
   };
   return rows;
+}
+
+std::vector<Parameter> filterOnWith(int type) {
+  return {{kFilterOn, 1.0f}, {kFilterType, static_cast<float>(type) / (kFilterTypes - 1)}};
 }
 
 void play(benchmark::State& state, int blockFrames, const Variant& variant) {
@@ -67,6 +71,10 @@ void addWholePathRows() {
   for (const Variant& variant : variants())
     addRow(std::string("whole path/") + variant.name,
            [&variant](benchmark::State& s) { play(s, kUsualBlock, variant); });
+  for (int type = 0; type < kFilterTypes; ++type)
+    addRow(std::string("filter/") + filterTypes()[static_cast<std::size_t>(type)].name, [type](benchmark::State& s) {
+      play(s, kUsualBlock, {"", filterOnWith(type)});
+    });
 }
 
 }  // namespace bench

@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   bench::addGainsRows();
   bench::addRenderingRows();
   bench::addWholePathRows();
+  bench::addGraphDisplayRows();
   bench::Summary summary;
   benchmark::RunSpecifiedBenchmarks(&summary);
   benchmark::Shutdown();

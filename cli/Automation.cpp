@@ -71,12 +71,12 @@ class Parser {
     const std::optional<Fields> fields = splitFields(text);
     if (!fields) return fault("three fields, \"beat, parameter, value\"");
     const std::optional<double> beat = parseNumber((*fields)[0]);
-    const std::optional<float> value = parseParameterValue((*fields)[2]);
+    std::optional<TypedValue> value = parseTypedValue((*fields)[2]);
     if (isFirst && !looksNumeric((*fields)[0]) && !looksNumeric((*fields)[2])) return std::nullopt;  // the heading
     if (!beat) return fault("a finite number as beat, not '" + (*fields)[0] + "'");
     if ((*fields)[1].empty()) return fault("a parameter's name or index");
-    if (!value) return fault("a finite number as value, not '" + (*fields)[2] + "'");
-    points_.push_back({line_, *beat, (*fields)[1], *value});
+    if (!value) return fault("a finite number or a text as value, not '" + (*fields)[2] + "'");
+    points_.push_back({line_, *beat, (*fields)[1], std::move(*value)});
     return std::nullopt;
   }
 
@@ -88,7 +88,7 @@ class Parser {
   // A number or a botched one, "nan" and "1.5x" alike; a heading has no such field.
   static bool looksNumeric(std::string_view field) {
     return field.empty() || std::string_view("+-.0123456789").find(field.front()) != std::string_view::npos ||
-           isNotFinite(field);
+           isAnyNumber(field);
   }
 
   int line_ = 0;

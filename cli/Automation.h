@@ -3,6 +3,7 @@
 //   beat, parameter, value        (a first line without numbers is a heading and optional)
 //   0,    >vol,      0.25         # a remark ends a line
 //   4.5,  7,         1
+//   8,    FilType,   Low 24
 //
 // Fields may stand in double quotes ("" inside for one quote), for names with a comma. Lines end with LF or CRLF.
 #pragma once
@@ -14,6 +15,7 @@
 #include <variant>
 #include <vector>
 
+#include "cli/TypedValue.h"
 #include "host/OfflineRunner.h"
 
 namespace modrift::cli {
@@ -25,7 +27,7 @@ struct AutomationPoint {
   int line = 0;           // in the file, from 1
   double beat = 0.0;      // quarter notes since the song's start; finite
   std::string parameter;  // name or index, as written; never empty
-  float value = 0.0f;     // finite
+  TypedValue value;
 };
 
 struct AutomationFault {

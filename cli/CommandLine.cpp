@@ -14,6 +14,7 @@
 #include "cli/ExampleCommand.h"
 #include "cli/ExportMidiCommand.h"
 #include "cli/FileCommandLine.h"
+#include "cli/FiltersCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
 #include "cli/RenderCommand.h"
@@ -46,6 +47,7 @@ constexpr const char* kOverviewFooter =
     "  modrift shape plot duck.shp -o duck.png\n"
     "  modrift edit --preset duck.fxp --play loop.wav\n"
     "  modrift screenshot --preset duck.fxp -o editor.png\n"
+    "  modrift filters plot \"MG Low 24\" -o pictures/\n"
     "  modrift info --json\n"
     "  modrift wave out.wav -o out.png\n"
     "'modrift COMMAND --help' tells the options of a command.\n"
@@ -57,11 +59,17 @@ constexpr const char* kRenderFooter =
     "channels feeds the plug-in, and the mean of its two outputs is written as one channel: what the stereo result\n"
     "sounds like on one loudspeaker. The plug-in's reported latency is taken off, so results line up with inputs.\n"
     "\nParameters: a name (exact, then in any case, then an unambiguous beginning) or an index; 'modrift info' lists\n"
-    "them. Values are plain numbers, 0 to 1 for most parameters.\n"
+    "them. A value is a plain number, 0 to 1 for most parameters, or the text that the plug-in shows for it, as\n"
+    "  --set FilType=\"MG Low 24\" --set Rate=1/8. --set \"In>Rerig=Env\" --set BPMSync=Free --set \"Rate=2 Hz\"\n"
+    "each in the state that those before it have made. What is a number is meant as one; in quotes of its own it is a\n"
+    "text: --set 'CC Out=\"74\"'. A text that stands for a range of values means its middle, or the end of the "
+    "parameter\n"
+    "where it reaches that.\n"
     "\nAutomation is a text file of lines \"beat, parameter, value\", for example\n"
     "  # the volume depth falls over one bar\n"
     "  0, >vol, 1\n"
     "  4, >vol, 0.5\n"
+    "  8, FilType, Low 24\n"
     "Values jump at the exact frame of their beat; beats before --start-beat are made at the start.\n"
     "\nMIDI: the start of both files is the first frame of the recording. Notes and controllers of --midi-in come at\n"
     "the frames of their beats by --tempo; the file's own tempo does not count. --midi-out holds what the plug-in "
@@ -188,6 +196,54 @@ void addWave(CLI::App& app, WaveOptions& options) {
       ->type_name("PICTURE.png");
 }
 
+struct FiltersOptions {
+  bool json = false;
+  FilterPlotOptions plot;
+};
+
+void addFilters(CLI::App& app, FiltersOptions& options) {
+  CLI::App* filters = app.add_subcommand("filters", "List Modrift's filter types, and draw what they do");
+  filters->footer(
+      "\nExamples:\n  modrift filters\n  modrift filters plot \"MG Low 24\" -o pictures/\n'modrift filters plot "
+      "--help' "
+      "tells more.");
+  filters->add_flag("--json", options.json, "The list as JSON instead of a table");
+  filters->require_subcommand(0, 1);
+  CLI::App* plot = filters->add_subcommand("plot", "Draw a type's response as it runs, 20 Hz to 20 kHz");
+  plot->footer(
+      "\nA small impulse goes through the filter at twice 44.1 kHz, as in the plug-in, for five cutoffs or, with "
+      "--over,\n"
+      "for five positions of another control. Types that make new tones (ring modulators, sample and hold, the bass\n"
+      "enhancer) have no response; their pictures show what they make of a sine.\n"
+      "\nExamples:\n"
+      "  modrift filters plot \"MG Low 24\" -o pictures/ --res 0.8\n"
+      "  modrift filters plot \"L/B/H 12\" -o morph.png --over var\n"
+      "  modrift filters plot all -o pictures/");
+  plot->add_option("TYPE", options.plot.type, "A type's name or number, or all")->required()->type_name("");
+  plot->add_option("-o,--output", options.plot.output, "A folder, or for one type a picture")
+      ->required()
+      ->type_name("FOLDER|PICTURE.png");
+  plot->add_option("--over", options.plot.over,
+                   "The control that differs between the lines; else cutoff, or Var where that makes the sound")
+      ->type_name("CONTROL")
+      ->check(CLI::IsMember({"cutoff", "res", "var"}));
+  const auto addControl = [plot](const char* option, double& value, const char* description) {
+    plot->add_option(option, value, description)
+        ->type_name("0-1")
+        ->capture_default_str()
+        ->check(numberWithin(0.0, 1.0));
+  };
+  addControl("--cutoff", options.plot.cutoff, "The cutoff, with --over res or var");
+  addControl("--res", options.plot.resonance, "The resonance");
+  addControl("--var", options.plot.var, "The third control; 'modrift filters' tells what it is");
+  addControl("--drive", options.plot.drive, "The drive");
+}
+
+void runFilters(const CLI::App& filters, const FiltersOptions& options) {
+  if (filters.got_subcommand("plot")) return runFilterPlot(options.plot);
+  runFilterList(options.json);
+}
+
 void run(const std::vector<std::string>& arguments) {
   if (arguments.empty()) return runExample();
   CLI::App app(kOverview, "modrift");
@@ -201,6 +257,7 @@ void run(const std::vector<std::string>& arguments) {
   InfoOptions info;
   WaveOptions wave;
   FileOptions files;
+  FiltersOptions filters;
   addRender(app, render);
   addExportMidi(app, exportMidi);
   addEdit(app, edit);
@@ -208,6 +265,7 @@ void run(const std::vector<std::string>& arguments) {
   addInfo(app, info);
   addWave(app, wave);
   addFileCommands(app, files);
+  addFilters(app, filters);
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::Success& request) {  // --help or --version
@@ -216,13 +274,14 @@ void run(const std::vector<std::string>& arguments) {
   }
   if (app.get_subcommands().empty())
     throw UsageError(
-        "modrift: render, export-midi, edit, screenshot, preset, shape, info or wave was expected as a command");
+        "modrift: render, export-midi, edit, screenshot, preset, shape, filters, info or wave was expected as a command");
   if (app.got_subcommand("render")) runRender(render);
   if (app.got_subcommand("export-midi")) runExportMidi(exportMidi);
   if (app.got_subcommand("edit")) runEdit(edit);
   if (app.got_subcommand("screenshot")) runScreenshot(screenshot);
   if (app.got_subcommand("info")) runInfo(info);
   if (app.got_subcommand("wave")) runWave(wave);
+  if (app.got_subcommand("filters")) runFilters(*app.get_subcommand("filters"), filters);
   runFileCommand(app, files);
 }
 

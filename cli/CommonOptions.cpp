@@ -31,7 +31,7 @@ void addState(CLI::App& command, std::string& preset, std::vector<std::string>& 
   command.add_option("--shape", shapes, "A shape file for a graph from 1 to 12; may come often")
       ->type_name("GRAPH=FILE.shp")
       ->allow_extra_args(false);
-  command.add_option("--set", settings, "A parameter's value from the start; may come often")
+  command.add_option("--set", settings, "A parameter's value from the start, a number or its text; may come often")
       ->type_name("NAME|INDEX=VALUE")
       ->allow_extra_args(false);
 }

@@ -86,7 +86,8 @@ void runExportMidi(const ExportMidiOptions& options) {
   setModriftPath(plugin, pending.path().string(), "export-midi");
   if (!options.preset.empty()) applyPreset(plugin, options.preset);
   for (const ShapeFile& shape : shapes) applyShape(plugin, shape);
-  setUp(plugin, options, findSettings(settings, parameterNames(plugin)));
+  ValueFinder values(plugin);
+  setUp(plugin, options, findSettings(settings, parameterNames(plugin), values));
   setModriftPath(plugin, pending.path().string(), "export-midi");  // shapes have used it
   {
     const Silence silence;

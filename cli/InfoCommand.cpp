@@ -195,6 +195,16 @@ void printList(std::string_view title, const Json& list) {
   printAligned(rows);
 }
 
+// Texts with their labels behind them, as hosts show them: "25 %".
+Json withLabels(Json parameters) {
+  for (Json& parameter : parameters) {
+    const std::string label = cell(parameter["label"]);
+    parameter["text"] = cell(parameter["text"]) + (label.empty() ? "" : " " + label);
+    parameter.erase("label");
+  }
+  return parameters;
+}
+
 void printTables(const Json& json) {
   Rows facts;
   for (const auto& [key, value] : json.items()) {
@@ -207,7 +217,7 @@ void printTables(const Json& json) {
   Rows answers;
   for (const auto& [question, answer] : json["canDo"].items()) answers.push_back({question, cell(answer)});
   printAligned(answers);
-  printList("Parameters", json["parameters"]);
+  printList("Parameters", withLabels(json["parameters"]));
 }
 
 }  // namespace

@@ -45,10 +45,13 @@ template <class Number>
   return detail::parseWhole<int>(text);
 }
 
-// "nan", "inf" and their kin: numbers, but none to compute with.
-[[nodiscard]] inline bool isNotFinite(std::string_view text) noexcept {
-  const auto number = detail::parseWhole<double>(text);
-  return number && !std::isfinite(*number);
+// Numbers and what is none to compute with: "nan", "inf", "1e999" and their kin.
+[[nodiscard]] inline bool isAnyNumber(std::string_view text) noexcept {
+  text = trimmed(text);
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
+  double number = 0.0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return !text.empty() && error != std::errc::invalid_argument && end == text.data() + text.size();
 }
 
 }  // namespace modrift::cli

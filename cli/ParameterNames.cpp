@@ -5,19 +5,13 @@
 #include <fmt/format.h>
 #include <vector>
 
+#include "cli/NearTexts.h"
 #include "cli/Numbers.h"
 
 namespace modrift::cli {
 namespace {
 
 constexpr std::size_t kMostShown = 6;  // of the names that an ambiguous beginning could mean
-
-// ASCII only: plug-ins' names are, and a locale must not change what a script means.
-char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool equalInAnyCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lowered(x) == lowered(y); });
-}
 
 template <class Match>
 std::vector<int> indicesWhere(std::span<const std::string> names, Match match) {

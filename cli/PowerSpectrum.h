@@ -1,5 +1,6 @@
 // The power spectrum of a stretch of audio for one window length: what a spectrogram's columns are made of. Internal to
-// WavePicture.cpp. Make one for each window length, then for each column analyse() once and ask levelDb() for each row.
+// the files that measure for pictures. Make one for each window length, then for each column analyse() once and ask
+// levelDb() for each row.
 #pragma once
 
 #include <algorithm>
@@ -14,11 +15,14 @@
 
 namespace modrift::cli {
 
-// Power spectra of one window length, collected window by window. Hann window, padded with zeros to twice its length
-// and more, so that neighbouring bins join to a smooth curve.
+// Hann for sounds that go on; level for those that begin and end within the window, as the answer to an impulse does.
+enum class Window { hann, level };
+
+// Power spectra of one window length, collected window by window, padded with zeros to twice its length and more, so
+// that neighbouring bins join to a smooth curve.
 class PowerSpectrum {
  public:
-  PowerSpectrum(std::size_t windowLength, double sampleRateHz)
+  PowerSpectrum(std::size_t windowLength, double sampleRateHz, Window window = Window::hann)
       : window_(windowLength),
         transformLength_(std::bit_ceil(2 * windowLength)),
         binsPerHz_(static_cast<double>(transformLength_) / sampleRateHz),
@@ -29,7 +33,8 @@ class PowerSpectrum {
     double sum = 0.0;
     for (std::size_t i = 0; i < windowLength; ++i) {
       const double phase = (static_cast<double>(i) + 0.5) / static_cast<double>(windowLength);
-      window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * phase));
+      const double hann = 0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * phase);
+      window_[i] = window == Window::hann ? static_cast<float>(hann) : 1.0f;
       sum += static_cast<double>(window_[i]);
     }
     for (float& weight : window_) weight *= static_cast<float>(2.0 / sum);  // a full-scale sine has power 1
@@ -45,19 +50,20 @@ class PowerSpectrum {
       addWindow(track, std::lerp(firstFrame, lastFrame, i / count), static_cast<float>(1.0 / count));
   }
 
-  // The loudest bin of the range, or the curve between the bins when the range holds none.
-  [[nodiscard]] float levelDb(double fromHz, double toHz) const {
+  // The power of the loudest bin of the range, or of the curve between the bins when the range holds none; that of a
+  // full-scale sine is 1.
+  [[nodiscard]] float power(double fromHz, double toHz) const {
     const double lastBin = static_cast<double>(power_.size() - 1);
     const auto first = static_cast<std::size_t>(std::clamp(std::ceil(fromHz * binsPerHz_), 0.0, lastBin));
     const auto last = static_cast<std::size_t>(std::clamp(std::floor(toHz * binsPerHz_), 0.0, lastBin));
-    float power = 0.0f;
-    if (first <= last) {
-      for (std::size_t bin = first; bin <= last; ++bin) power = std::max(power, power_[bin]);
-    } else {
-      const double place = 0.5 * (fromHz + toHz) * binsPerHz_ - static_cast<double>(last);
-      power = std::lerp(power_[last], power_[first], static_cast<float>(place));
-    }
-    const float db = 10.0f * std::log10(power);
+    if (first <= last) return *std::max_element(&power_[first], &power_[last] + 1);
+    const double place = 0.5 * (fromHz + toHz) * binsPerHz_ - static_cast<double>(last);
+    return std::lerp(power_[last], power_[first], static_cast<float>(place));
+  }
+
+  // The same in decibels, kQuietestDb to 0.
+  [[nodiscard]] float levelDb(double fromHz, double toHz) const {
+    const float db = 10.0f * std::log10(power(fromHz, toHz));
     return db > kQuietestDb ? std::min(db, 0.0f) : kQuietestDb;
   }
 

@@ -38,9 +38,10 @@ void runPresetSave(const PresetSaveOptions& options) {
   const std::vector<Setting> settings = parseSettings(options.settings);
   host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)));
   if (!isModrift(plugin)) throw RunError(plugin.path().string() + ": the plug-in Modrift was expected for preset save");
-  const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin));
   if (!options.preset.empty()) applyPreset(plugin, options.preset);
   for (const ShapeFile& shape : shapes) applyShape(plugin, shape);
+  ValueFinder values(plugin);
+  const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin), values);
   playSilence(plugin);
   for (const host::ParameterChange& setting : changes) plugin.setUnlistedParameter(setting.parameter, setting.value);
   writePresetFile(options.output, plugin.chunk(host::ChunkKind::program));

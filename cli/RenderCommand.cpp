@@ -71,6 +71,27 @@ std::optional<MidiSong> readMidi(const std::string& path) {
   return std::get<MidiSong>(std::move(parsed));
 }
 
+// In the order of their beats, as a text may mean what the changes before have made of it.
+std::vector<host::ParameterChange> makeChanges(const Plan& plan, const std::vector<std::string>& names,
+                                               ValueFinder& values, double sampleRateHz) {
+  const RenderOptions& options = plan.options;
+  std::vector<host::ParameterChange> changes;
+  std::vector<AutomationPoint> points = plan.automation;
+  const auto byBeat = [](const AutomationPoint& a, const AutomationPoint& b) { return a.beat < b.beat; };
+  std::stable_sort(points.begin(), points.end(), byBeat);
+  for (const AutomationPoint& point : points) {
+    const auto orFault = [&](const auto& found) {
+      const auto* const expected = std::get_if<std::string>(&found);
+      if (expected) throw RunError(fmt::format("{}:{}: {}", options.automation, point.line, *expected));
+      return std::get<0>(found);
+    };
+    const int index = orFault(findParameter(names, point.parameter));
+    const float value = orFault(values.take(index, names[static_cast<std::size_t>(index)], point.value));
+    changes.push_back({frameAtBeat(point.beat, options.startBeat, options.tempoBpm, sampleRateHz), index, value});
+  }
+  return changes;
+}
+
 host::RenderJob makeJob(const Plan& plan, const host::Plugin& plugin, double sampleRateHz) {
   const RenderOptions& options = plan.options;
   host::RenderJob job;
@@ -82,16 +103,10 @@ host::RenderJob makeJob(const Plan& plan, const host::Plugin& plugin, double sam
   job.transport.givesTime = !options.noTime;
   job.tailFrames = std::llround(options.tailSeconds * sampleRateHz);
   const std::vector<std::string> names = parameterNames(plugin);
-  job.settings = findSettings(plan.settings, names);
+  ValueFinder values(plugin);
+  job.settings = findSettings(plan.settings, names, values);
   if (plan.song) job.events = eventsOf(*plan.song, options.tempoBpm, sampleRateHz);
-  for (const AutomationPoint& point : plan.automation) {
-    const auto found = findParameter(names, point.parameter);
-    if (const auto* expected = std::get_if<std::string>(&found)) {
-      throw RunError(fmt::format("{}:{}: {}", options.automation, point.line, *expected));
-    }
-    const std::int64_t frame = frameAtBeat(point.beat, options.startBeat, options.tempoBpm, sampleRateHz);
-    job.changes.push_back({frame, std::get<int>(found), point.value});
-  }
+  job.changes = makeChanges(plan, names, values, sampleRateHz);
   return job;
 }
 

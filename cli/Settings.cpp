@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "cli/Errors.h"
@@ -20,9 +21,9 @@ std::vector<Setting> parseSettings(const std::vector<std::string>& typed) {
     if (equals == std::string::npos || equals == 0) {
       throw UsageError(fmt::format("--set: NAME=VALUE or INDEX=VALUE was expected, not '{}'", text));
     }
-    const std::optional<float> value = parseParameterValue(std::string_view(text).substr(equals + 1));
-    if (!value) throw UsageError(fmt::format("--set: a finite number after the = was expected, not '{}'", text));
-    settings.push_back({text.substr(0, equals), *value});
+    std::optional<TypedValue> value = parseTypedValue(std::string_view(text).substr(equals + 1));
+    if (!value) throw UsageError(fmt::format("--set: a number or a text after the = was expected, not '{}'", text));
+    settings.push_back({text.substr(0, equals), std::move(*value)});
   }
   return settings;
 }
@@ -41,12 +42,15 @@ std::vector<std::string> parameterNames(const host::Plugin& plugin) {
 }
 
 std::vector<host::ParameterChange> findSettings(const std::vector<Setting>& settings,
-                                                const std::vector<std::string>& names) {
+                                                const std::vector<std::string>& names, ValueFinder& values) {
   std::vector<host::ParameterChange> changes;
   for (const Setting& setting : settings) {
     const auto found = findParameter(names, setting.parameter);
     if (const auto* expected = std::get_if<std::string>(&found)) throw RunError("--set: " + *expected);
-    changes.push_back({0, std::get<int>(found), setting.value});
+    const int index = std::get<int>(found);
+    const auto value = values.take(index, names[static_cast<std::size_t>(index)], setting.value);
+    if (const auto* expected = std::get_if<std::string>(&value)) throw RunError("--set: " + *expected);
+    changes.push_back({0, index, std::get<float>(value)});
   }
   return changes;
 }

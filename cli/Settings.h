@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/TypedValue.h"
+#include "cli/ValueTexts.h"
 #include "host/OfflineRunner.h"
 #include "host/Plugin.h"
 
@@ -11,7 +13,7 @@ namespace modrift::cli {
 
 struct Setting {
   std::string parameter;  // name or index, as typed
-  float value = 0.0f;     // finite
+  TypedValue value;
 };
 
 // Throws UsageError.
@@ -20,8 +22,10 @@ struct Setting {
 // The names of the listed parameters, and for Modrift those of the numbers behind them, blank where there is none.
 [[nodiscard]] std::vector<std::string> parameterNames(const host::Plugin& plugin);
 
-// The settings with the plug-in's own indices. Throws RunError for a parameter that it has not.
+// The settings with the plug-in's own indices and values. Throws RunError for a parameter that it has not and a text
+// that it does not show.
 [[nodiscard]] std::vector<host::ParameterChange> findSettings(const std::vector<Setting>& settings,
-                                                              const std::vector<std::string>& names);
+                                                              const std::vector<std::string>& names,
+                                                              ValueFinder& values);
 
 }  // namespace modrift::cli

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -13,7 +12,7 @@ constexpr double kSameY = 1e-6;
 std::optional<GraphState> step(std::deque<GraphState>& from, std::deque<GraphState>& to, const GraphState& now) {
   if (from.empty()) return std::nullopt;
   to.push_back(now);
-  GraphState state = std::move(from.back());
+  const GraphState state = from.back();
   from.pop_back();
   return state;
 }

@@ -82,8 +82,8 @@ bool sendSelection(const LFODisplay& display, LfoDSP& effect) {
   return whole;
 }
 
-bool sendAsParameters(const LFODisplay& display, LfoDSP& effect) {
-  if (effect.bSuspended || effect.currentGraph != 0) return false;
+bool sendAsParameters(const LFODisplay& display, LfoDSP& effect, int graph) {
+  if (effect.bSuspended || graph != 0) return false;
   if (display.selectionActive) return sendSelection(display, effect);
   return display.automationGesture && display.getValue() < kReportWithoutParameters && sendPressed(display, effect);
 }
@@ -114,8 +114,9 @@ void takePoint(LFODisplay& display, const LfoDSP& effect, int graph, int i) {
 }  // namespace
 
 void commitGraphEdit(LFODisplay& display, LfoDSP& effect) {
-  const int graph = effect.currentGraph;
-  const bool sent = sendAsParameters(display, effect);
+  // A note may have selected another graph that has not been loaded yet; the edit is still one of the graph in view.
+  const int graph = display.shownGraph() >= 0 ? display.shownGraph() : static_cast<int>(effect.currentGraph);
+  const bool sent = sendAsParameters(display, effect, graph);
   display.RenderShape();
   // Before the first block parameters only wait.
   if (sent && effect.bWarmedUp) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "editor/LFODisplay.h"
 #include "effect/LfoDSP.h"
@@ -12,6 +13,9 @@ using VSTGUI::Counted;
 namespace {
 
 constexpr std::int32_t kBehind = 256;  // entries that the audio thread may be about to write
+
+// What the columns of a calm trace sum up to: a few times the graph's height, which is 2.
+constexpr double kCalmTravel = 16.0;
 
 struct Range {
   float least = 1.0f;
@@ -39,6 +43,43 @@ Range rangeOf(std::span<const float> samples) {
   return all;
 }
 
+std::vector<Range> rangesOf(std::span<const float> samples, double width) {
+  const auto perPixel = static_cast<std::size_t>(static_cast<float>(kGraphTableSize) / static_cast<float>(width));
+  const std::size_t end = std::min<std::size_t>(samples.size(), kGraphTableSize);
+  std::vector<Range> columns(static_cast<std::size_t>(width));
+  for (std::size_t x = 0; x < columns.size(); ++x) {
+    const std::size_t from = std::min(end, perPixel * x);
+    columns[x] = rangeOf(samples.subspan(from, std::min(perPixel, end - from)));
+  }
+  return columns;
+}
+
+Counted<CGraphicsPath> line(const std::vector<Range>& columns, float first, double width) {
+  auto path = Counted<CGraphicsPath>::adopt(new CGraphicsPath);
+  path->beginSubpath({0, static_cast<double>(first)});
+  for (std::size_t x = 0; x < columns.size(); ++x) {
+    path->addLine({static_cast<double>(x), static_cast<double>(columns[x].least)});
+    path->addLine({static_cast<double>(x), static_cast<double>(columns[x].greatest)});
+  }
+  path->addLine({width, 0});
+  return path;
+}
+
+// Each bar reaches to the one before it and is a pixel high at least.
+Counted<CGraphicsPath> bars(const std::vector<Range>& columns, double pixel) {
+  auto path = Counted<CGraphicsPath>::adopt(new CGraphicsPath);
+  const auto onPixel = [&](float sample) { return std::round((static_cast<double>(sample) + 1) / pixel) * pixel - 1; };
+  Range before = columns.front();
+  for (std::size_t x = 0; x < columns.size(); ++x) {
+    const double top = onPixel(std::min(columns[x].least, before.greatest));
+    const double bottom = onPixel(std::max(columns[x].greatest, before.least));
+    const auto left = static_cast<double>(x);
+    path->addRect({left, top, left + 1, std::max(bottom, top + pixel)});
+    before = columns[x];
+  }
+  return path;
+}
+
 void copySamples(LFODisplay& display, LfoDSP& effect, std::int32_t from, std::int32_t to) {
   for (std::int32_t i = from; i < to; ++i) {
     display.scopeOutCopy[static_cast<std::size_t>(i)] = effect.scopeOut[i];
@@ -60,19 +101,10 @@ void readScope(LFODisplay& display, LfoDSP& effect, std::int32_t& readIndex) {
   readIndex = target;
 }
 
-Counted<CGraphicsPath> scopePath(std::span<const float> samples, double width) {
-  auto path = Counted<CGraphicsPath>::adopt(new CGraphicsPath);
-  const int columns = static_cast<int>(width);
-  const auto perPixel =
-      static_cast<std::size_t>(std::floor(static_cast<float>(kGraphTableSize) / static_cast<float>(width)));
-  const std::size_t end = std::min<std::size_t>(samples.size(), kGraphTableSize);
-  path->beginSubpath({0, static_cast<double>(samples.front())});
-  for (int x = 0; x < columns; ++x) {
-    const std::size_t from = std::min(end, perPixel * static_cast<std::size_t>(x));
-    const Range range = rangeOf(samples.subspan(from, std::min(perPixel, end - from)));
-    path->addLine({static_cast<double>(x), static_cast<double>(range.least)});
-    path->addLine({static_cast<double>(x), static_cast<double>(range.greatest)});
-  }
-  path->addLine({width, 0});
-  return path;
+ScopeOutline scopeOutline(std::span<const float> samples, double width, double pixel) {
+  const std::vector<Range> columns = rangesOf(samples, width);
+  double travel = 0.0;
+  for (const Range& column : columns) travel += std::abs(static_cast<double>(column.greatest - column.least));
+  if (travel > kCalmTravel) return {bars(columns, pixel), true};
+  return {line(columns, samples.front(), width), false};
 }

@@ -1,4 +1,4 @@
-// The waveform behind the graph: from the effect's traces to two paths of a pixel's width. [ui]
+// The waveform behind the graph: from the effect's traces to one path each. [ui]
 #pragma once
 
 #include <cstdint>
@@ -13,6 +13,13 @@ class LfoDSP;
 // writing. `readIndex` is how far the copies have come, 0 at first.
 void readScope(LFODisplay& display, LfoDSP& effect, std::int32_t& readIndex);
 
-// The least and the greatest sample of each pixel column, as a path over `columns` pixels by -1 to 1. `samples` holds
-// one cycle.
-[[nodiscard]] VSTGUI::Counted<VSTGUI::CGraphicsPath> scopePath(std::span<const float> samples, double width);
+// How a trace of one cycle is drawn, over `width` by -1 to 1.
+struct ScopeOutline {
+  VSTGUI::Counted<VSTGUI::CGraphicsPath> path;
+  bool filled;  // else a line
+};
+
+// Of each pixel column the least and the greatest sample. A calm trace is a line through these extremes. In a dense one
+// that line would cover its columns as good as whole and take long to draw: there each column is a bar, on whole device
+// pixels, one of which is `pixel` high.
+[[nodiscard]] ScopeOutline scopeOutline(std::span<const float> samples, double width, double pixel);

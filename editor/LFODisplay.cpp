@@ -46,7 +46,7 @@ LFODisplay::LFODisplay(const CRect& size, IControlListener* newListener, std::in
   curves.fill(kEditedStraight);
   curveHandles.fill(kNoHandle);
   selection.reserve(kEditedPoints);
-  for (int i = 0; i <= lastPoint; ++i) MakeEnvHandle(i);
+  for (int i = 0; i <= lastPoint; ++i) LFODisplay::MakeEnvHandle(i);
   RenderShape();
 }
 

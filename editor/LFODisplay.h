@@ -109,6 +109,8 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   // Tells that `graph` is now shown, its points taken anew. `before` is what the view held: where that was the same
   // graph, it becomes a step to undo.
   void graphLoaded(int graph, const GraphState& before);
+  // The graph that was loaded last, 0 to 11; -1 before the first one.
+  [[nodiscard]] int shownGraph() const { return shownGraph_; }
   // Undoes or redoes one edit of the graph that is shown; false when there is none, or while the pointer drags.
   bool undo();
   bool redo();

@@ -26,6 +26,13 @@ Counted<CGraphicsPath> newPath(const CDrawContext& context) {
   return Counted<CGraphicsPath>::adopt(context.createGraphicsPath());
 }
 
+// A line on whole pixels then covers them, where it would lie half on each of two; the handles are centred there too.
+void strokeOnPixels(CDrawContext& context, const CGraphicsPath* path) {
+  const double half = 0.5 / context.getScaleFactor();
+  const CGraphicsTransform centred(1, 0, 0, 1, half, half);
+  context.drawGraphicsPath(path, CDrawContext::kPathStroked, &centred);
+}
+
 // How many cells lie between two bright lines.
 int majorStep(int cells) {
   if (cells == 8) return 4;
@@ -140,7 +147,7 @@ void LFODisplay::fillCurve(CDrawContext& context, int columns) const {
   context.setDrawMode(kSmooth);
   const auto gradient = Counted<CGradient>::adopt(path->createGradient(0.0, 1.0, LFO_BG_G1, LFO_BG_G2));
   context.fillLinearGradient(path, *gradient, {getWidth() / 2, 0}, {getWidth() / 2, getHeight()});
-  context.drawGraphicsPath(path, CDrawContext::kPathStroked);
+  strokeOnPixels(context, path);
 }
 
 // Puts the outline through the exact points, where the table would blur a vertical step. Points that share a pixel
@@ -169,7 +176,7 @@ void LFODisplay::strokeOutline(CDrawContext& context, int columns) const {
   context.setFrameColor(LFOLineColor);
   context.setLineWidth(kHairline);
   context.setDrawMode(kSmooth);
-  context.drawGraphicsPath(path, CDrawContext::kPathStroked);
+  strokeOnPixels(context, path);
 }
 
 // --- Handles

@@ -7,6 +7,7 @@
 #include "editor/LFODisplay.h"
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
+#include "toolkit/CFrame.h"
 #include "toolkit/IDataPackage.h"
 
 using namespace VSTGUI;
@@ -71,6 +72,7 @@ bool LFODisplay::onDrop(IDataPackage* drag, const CPoint& where) {
   const Dropped dropped = loadable(*drag);
   if (dropped.parameter >= 0 && effect && effect->setLoadPath(dropped.path.c_str())) {
     effect->setParameter(dropped.parameter, 1.0f);
+    if (CFrame* const frame = getFrame()) frame->setFocusView(this);  // for the keys that take it back
     showOverlay(std::filesystem::path(dropped.path).stem().string().c_str());
   }
   return true;

@@ -43,8 +43,9 @@ void drawPennant(CDrawContext& context, const CPoint& p) {
 }
 
 void drawLetter(CDrawContext& context, const CColor& color, const Counted<CGraphicsPath>& letter) {
+  constexpr CGraphicsTransform kOnPixels(1, 0, 0, 1, 0.5, 0.5);
   context.setFrameColor(color);
-  context.drawGraphicsPath(letter, CDrawContext::kPathStroked);
+  context.drawGraphicsPath(letter, CDrawContext::kPathStroked, &kOnPixels);
 }
 
 // `above` is how much higher than a single flag this one stands.
@@ -116,12 +117,15 @@ void LFODisplay::drawScope(CDrawContext& context) const {
   const double half = graphHeight / 2;
   const CRect& view = getViewSize();
   const CGraphicsTransform place(1, 0, 0, half, view.left, half + view.top);
-  const auto stroke = [&](const std::vector<float>& samples, const CColor& color) {
+  const auto drawTrace = [&](const std::vector<float>& samples, const CColor& color) {
+    const ScopeOutline outline = scopeOutline(samples, graphWidth, 1.0 / context.getScaleFactor() / half);
     context.setFrameColor(color);
-    context.drawGraphicsPath(scopePath(samples, graphWidth), CDrawContext::kPathStroked, &place);
+    context.setFillColor(color);
+    context.drawGraphicsPath(outline.path, outline.filled ? CDrawContext::kPathFilled : CDrawContext::kPathStroked,
+                             &place);
   };
-  stroke(scopeOutCopy, scopeOutColor);
-  stroke(scopeInCopy, scopeInColor);
+  drawTrace(scopeOutCopy, scopeOutColor);
+  drawTrace(scopeInCopy, scopeInColor);
 }
 
 void LFODisplay::drawOutputBar(CDrawContext& context) const {

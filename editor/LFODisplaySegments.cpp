@@ -72,9 +72,10 @@ void LFODisplay::clearSegment(int j, double right) {
   while (j < lastPoint && atEdge(j) && atEdge(j + 1)) removePoint(j);
 }
 
-// The step's right point, and a point on the old curve from where that goes on.
+// The step's right point, which stays left of what lies at the edge, and a point on the old curve from where that goes
+// on.
 void LFODisplay::closeSegment(int j, double right, double y) {
-  insertPoint(j, {right, y});
+  insertPoint(j, {j <= lastPoint ? std::min(right, points[at(j)].x) : right, y});
   const int next = std::min(j + 1, kEditedPoints - 1);
   if (!CloseEnough(single(points[at(next)].x), single(right))) insertPoint(next, {right, curveY(right)});
 }

@@ -174,10 +174,8 @@ bool LfoDSP::gainsRest() const noexcept { return !activeVol && !activePan && pan
 void LfoDSP::applyGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {
   if (!gainsRest()) return applyMovingGains(tick, frames, track);
   volSmoothed = 1.0f;
-  for (int j = 0; j < frames; ++j) {
-    tick[at(2 * j)] *= gainL;
-    tick[at(2 * j + 1)] *= gainR;
-  }
+  const dsp::Pair gains = {gainL, gainR};
+  for (int j = 0; j < frames; ++j) dsp::storePair(&tick[at(2 * j)], dsp::loadPair(&tick[at(2 * j)]) * gains);
 }
 
 void LfoDSP::applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {

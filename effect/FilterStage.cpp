@@ -31,6 +31,7 @@ void FilterStage::filterTick(const float* params, TickBuffer& tick, int frames) 
   up_.process(twice.data(), tick.data(), frames);
   filter_->processBuffer(params, twice.data(), twice.data(), 2 * frames);
   down_.process(tick.data(), twice.data(), frames);
+  up_.halfBand.dropTraces();
   down_.halfBand.dropTraces();
 }
 

@@ -16,17 +16,24 @@ inline constexpr double kSlowestIncrement = 1e-11;   // cycles a sample; the fre
 inline constexpr double kFastestIncrement = 1e12;    // far beyond hearing; keeps wild rates finite
 inline constexpr double kOneShotEnd = 0.9999999999999;
 
-// A cycle takes 64 / divider beats. `rate` 0 to 1 has 43 steps, three to an octave: straight, dotted, triplet.
+// `rate` 0 to 1 has 43 steps, three to an octave: straight, dotted, triplet. What is switched off falls to the step
+// below: a triplet to the dotted one, that to the straight one.
+[[nodiscard]] inline int rateStep(float rate, bool bTriplet, bool bDotted) noexcept {
+  int step = integerPart(static_cast<double>(rate * 42.0f));
+  if (!bTriplet && step % 3 == 2) --step;
+  if (!bDotted && step % 3 == 1) --step;
+  return step;
+}
+
+// A cycle takes 64 / divider beats.
 [[nodiscard]] inline double rateDivider(float rate, bool bTriplet, bool bDotted) noexcept {
-  const double steps = static_cast<double>(rate * 42.0f);
-  const int step = integerPart(steps);
+  const int step = rateStep(rate, bTriplet, bDotted);
   const int octave = step / 3;
   if (octave < 0) return 0.0;  // a whole number: below one there is none
   constexpr int kHighestOctave = 62;
   const double straight = static_cast<double>(1ULL << (octave < kHighestOctave ? octave : kHighestOctave));
-  if (bTriplet && step % 3 == 2) return straight * kTripletFactor;
-  if (bDotted && step % 3 > 0) return straight * kDottedFactor;
-  return straight;
+  if (step % 3 == 2) return straight * kTripletFactor;
+  return step % 3 == 1 ? straight * kDottedFactor : straight;
 }
 
 struct ClockSettings {

@@ -13,7 +13,6 @@ namespace {
 constexpr float kLowestSafeRate = 44000.0f;
 constexpr float kHighestSafeRate = 1e7f;  // beyond it the crossover's coefficients leave the range of float
 constexpr float kFallbackRate = 44100.0f;
-constexpr float kTuningHz = 440.0f;
 
 constexpr char kEffectName[] = "Modrift";
 constexpr char kVendorName[] = "Ambrel Works";
@@ -81,7 +80,10 @@ void LfoDSP::initPadLFO() noexcept {
   }
 }
 
-void LfoDSP::initFilters() { filterCoeffs_.init(kTuningHz, sampleRateSafe); }
+void LfoDSP::initFilters() {
+  filterCoeffs_.init(kTuningHz, sampleRateSafe);
+  textFilter_ = std::make_unique<VFilter>(&filterCoeffs_);
+}
 
 void LfoDSP::setIOCount() noexcept {
   numIn = numOut = 2;

@@ -28,6 +28,7 @@
 #include "effect/PadLFO.h"
 #include "effect/ScopeCapture.h"
 #include "effect/Shared.h"
+#include "filters/VFilter.h"
 #include "model/CurveLaw.h"
 #include "model/StateChunk.h"
 #include "vst2/audioeffectx.h"
@@ -35,6 +36,7 @@
 inline constexpr VstInt32 kUniqueId = CCONST('V', 'r', 'l', 'q');
 inline constexpr VstInt32 kVendorVersion = 1100;
 inline constexpr int kHostParameters = 70;
+inline constexpr float kTuningHz = 440.0f;   // of A4, the pitch that cutoffs count from
 inline constexpr int kAutomatedPoints = 24;  // values of the first graph's first eight points: Y, X, curve each
 inline constexpr int kLongestBlock = 16384;  // frames of the crossover's aside buffers
 
@@ -105,6 +107,8 @@ class LfoDSP : public AudioEffectX {
 
   // The text of a value that is passed in, as `getParameterDisplay` writes it for the present one [any].
   void convertParameterValueToString(int index, float value, char* text);
+  // The filter's own text of an entry of its parameters, for a normalised type [any].
+  void writeFilterText(long entry, float type, char* text) const noexcept;
   [[nodiscard]] float getRecentFilterParam(int index) const noexcept;
 
   // Graphs.
@@ -313,9 +317,10 @@ class LfoDSP : public AudioEffectX {
   void captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept;
 
   VGlobalCoeffs filterCoeffs_;
+  std::unique_ptr<VFilter> textFilter_;  // answers for the filter's texts and never plays
   FilterStage filterStage_;
   bool bFiltersWarm_ = false;
-  Lumbrix::Utility::CExpMapper xoverMapper_{20.0f, 20000.0f, 0.5f};
+  Lumbrix::Utility::CExpMapper xoverMapper_ = crossoverMapper();
   float xoverApplied_ = 0.5f;  // the parameter's value that the coefficients were made for
   CrossoverState xoverLeft_, xoverRight_;
   std::array<float, kLongestBlock> asideLeft_{}, asideRight_{};

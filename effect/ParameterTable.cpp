@@ -4,29 +4,13 @@
 #include <string_view>
 #include <type_traits>
 
+#include "effect/Fields.h"
 #include "effect/Helpers.h"
 #include "effect/LfoDSP.h"
 
 namespace {
 
 constexpr int kLastGraph = kGraphs - 1;
-
-// --- Fields by pointer to member, of the effect or of its LFO record
-
-template <class T>
-LfoDSP& ownerOf(LfoDSP& effect, T LfoDSP::*) {
-  return effect;
-}
-
-template <class T>
-PadLFO& ownerOf(LfoDSP& effect, T PadLFO::*) {
-  return effect.padLFO;
-}
-
-template <auto Field>
-auto& field(LfoDSP& effect) {
-  return ownerOf(effect, Field).*Field;
-}
 
 void tellClock(LfoDSP& effect) { effect.setParameter(kNoticeClock, kNoticeClockValue); }
 

@@ -45,7 +45,8 @@ enum ParameterIndex : int {
   kXoverInvert,
   kXoverFrequency,
   kFilterNameScratch = 71,
-  kNoticeFilterType,  // the filter type was loaded, value 1
+  kNoticeFilterType,             // the filter type was loaded, value 1
+  kVarName = kNoticeFilterType,  // its text: what "Var" is called in the filter type
   kNoteToCutoff,
   kAnchor,
   kCopyGraph,
@@ -64,6 +65,7 @@ enum ParameterIndex : int {
   kNoticeScope = 102,  // the scope was switched by a load
   kNoticeEditorSize,   // the window's size was loaded, value 100
   kExportMidi = 105,
+  kTypeOfScratch,            // has a text only, the name of the filter type in the scratch
   kNoticePresetTitle = 109,  // a state was loaded, value 1
   kParameterRows = 110,
 };

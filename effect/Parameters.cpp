@@ -1,23 +1,14 @@
-// The host's view of the parameter table, and its texts.
+// The host's view of the parameter tables.
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
+#include "effect/ParameterTexts.h"
 
 namespace {
 
-constexpr std::size_t kTextBytes = 8;  // the shortest buffer that hosts give, closing zero included
-
 bool isPoint(int index) { return index >= kPoint1 && index < kPoint1 + kAutomatedPoints; }
-
-// Points read as a percentage, as their label says.
-void writeValue(int index, float value, char* text) {
-  if (isPoint(index)) value *= 100.0f;
-  const bool bFits = value > -100.0f && value < 1000.0f;
-  std::snprintf(text, kTextBytes, bFits ? "%.3f" : "%.0e", static_cast<double>(value));
-}
 
 }  // namespace
 
@@ -38,6 +29,21 @@ void LfoDSP::getParameterName(VstInt32 index, char* text) {
 
 void LfoDSP::getParameterLabel(VstInt32 index, char* label) { std::strcpy(label, isPoint(index) ? "%" : "  "); }
 
-void LfoDSP::getParameterDisplay(VstInt32 index, char* text) { writeValue(index, getParameter(index), text); }
+void LfoDSP::getParameterDisplay(VstInt32 index, char* text) {
+  const ParameterTexts* const row = parameterTexts(index);
+  if (row && row->present) row->present(*this, index, text);
+}
 
-void LfoDSP::convertParameterValueToString(int index, float value, char* text) { writeValue(index, value, text); }
+void LfoDSP::convertParameterValueToString(int index, float value, char* text) {
+  const ParameterTexts* const row = parameterTexts(index);
+  if (row && row->ofValue) row->ofValue(*this, index, value, text);
+}
+
+// Before there is a filter, "Var" has a word of its own and everything else no text.
+void LfoDSP::writeFilterText(long entry, float type, char* text) const noexcept {
+  if (textFilter_) {
+    textFilter_->getParamInInfo(entry, type, text);
+  } else if (entry == kVar) {
+    std::strcpy(text, "init");
+  }
+}

@@ -8,36 +8,42 @@
 
 namespace kernels {
 
-// The line, its gliding read position and its write position.
+// The line, its gliding read position and its write position. Where the next sample reads is known a sample ahead, so
+// that finding the place does not lie on the way from input to output.
 template <class S>
 class FractionalDelay {
  public:
   explicit FractionalDelay(Job<S>& job) noexcept
-      : data_(job.lines.main.data.get()),
+      : data_(job.lines.main.data),
         mask_(job.lines.main.mask),
         target_(job.clock.delaySmooth.target),
         coef_(job.clock.delaySmooth.coef),
         current_(job.clock.delaySmooth.current),
         bias_(job.clock.delaySmooth.denormalBias),
         nextBias_(VSmoothLog::turned(bias_)),
-        position_(job.clock.writePos) {}
+        position_(job.clock.writePos & mask_),
+        newest_(job.lines.main.read(position_ - 1)) {
+    lookAhead();
+  }
 
   // Stores the newest sample and reads the one a delay time behind it.
   S operator()(S newest) noexcept {
-    position_ &= mask_;
+    behind_ = newest_;
+    newest_ = newest;
     dsp::storeFrame(slot(position_), newest);
+    const long i = nextPlace_;
+    const S t = dsp::both<S>(nextFraction_);
+    current_ = nextCurrent_;
     std::swap(bias_, nextBias_);  // it alternates between two values
-    current_ += (target_ - current_) * coef_ + bias_;
-    const float p = static_cast<float>(position_) - current_;
-    const long i = floorOf(p);
-    return interpolated(i, dsp::both<S>(p - static_cast<float>(i)));
+    written_ = position_;
+    position_ = (position_ + 1) & mask_;
+    lookAhead();
+    return interpolated(i, t);
   }
 
   // The loop closes one slot behind the newest sample, and without traces too small to be heard.
   void feedBack(S x) noexcept {
-    float* const behind = slot((position_ - 1) & mask_);
-    dsp::storeFrame(behind, dsp::withoutTraces(dsp::loadFrame<S>(behind) + x, kTrace));
-    ++position_;
+    dsp::storeFrame(slot((written_ - 1) & mask_), dsp::withoutTraces(behind_ + x, kTrace));
   }
 
   void keep(Job<S>& job) noexcept {
@@ -47,6 +53,13 @@ class FractionalDelay {
   }
 
  private:
+  void lookAhead() noexcept {
+    nextCurrent_ = current_ + ((target_ - current_) * coef_ + nextBias_);
+    const float p = static_cast<float>(position_) - nextCurrent_;
+    nextPlace_ = floorOf(p);
+    nextFraction_ = p - static_cast<float>(nextPlace_);
+  }
+
   [[nodiscard]] static long floorOf(float p) noexcept {
     const auto truncated = static_cast<int>(p);
     return truncated - (static_cast<float>(truncated) > p ? 1 : 0);
@@ -75,7 +88,10 @@ class FractionalDelay {
   float* data_;
   long mask_;
   float target_, coef_, current_, bias_, nextBias_;
-  long position_;
+  float nextCurrent_ = 0.0f, nextFraction_ = 0.0f;
+  long nextPlace_ = 0;
+  long position_, written_ = 0;
+  S newest_, behind_{};  // the last two samples stored
 };
 
 enum class Loop { comb, flanger };

@@ -78,8 +78,9 @@ template <class S>
 void FilterCore<S>::setSampleRate(float rate, float invRate) {
   const auto period = static_cast<long>(static_cast<double>(tables_->delay[VGlobalCoeffs::kNoteZero].samples) + 0.5);
   lines_.main.resize(framesFor(period));
-  for (auto& line : lines_.comb) line.resize(framesFor(period >> 1));
-  for (auto& line : lines_.ap) line.resize(framesFor(period >> 1));
+  int place = 0;
+  for (auto& line : lines_.comb) line.resize(framesFor(period >> 1), ++place);
+  for (auto& line : lines_.ap) line.resize(framesFor(period >> 1), ++place);
   mode_ = 0;
   coefs_.holdStep = 0.0;
   clock_.holdPhase = 0.0;

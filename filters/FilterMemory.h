@@ -11,38 +11,40 @@
 
 namespace kernels {
 
-inline constexpr float kTrace = 1e-18f;
+inline constexpr float kTrace = 1e-18f;  // what is smaller is no longer heard
 
 // A ring of frames: left and right side by side in a pair. A position is reduced into it by AND with the mask only.
 template <class S>
 struct DelayLine {
-  std::unique_ptr<float[]> data;
+  float* data = nullptr;
   long size = 0;  // frames, a power of two; 0 while empty
   long mask = -1;
 
-  // Keeps the contents of a line that has the size already; else allocates and zeroes.
-  void resize(long frames) {
+  // Keeps the contents of a line that has the size already; else allocates and zeroes. Lines of one network get a place
+  // each: written side by side at addresses a power of two apart, they would push each other out of the cache.
+  void resize(long frames, int place = 0) {
+    constexpr std::size_t kStagger = 5 * 16;  // floats: five cache lines
     if (size == frames) return;
-    data = std::make_unique<float[]>(static_cast<std::size_t>(frames * dsp::kLanes<S>));
+    const std::size_t offset = static_cast<std::size_t>(place) * kStagger;
+    memory_ = std::make_unique<float[]>(offset + static_cast<std::size_t>(frames * dsp::kLanes<S>));
+    data = memory_.get() + offset;
     size = frames;
     mask = frames - 1;
   }
 
   [[nodiscard]] float* slot(long position) const noexcept { return &data[index(position)]; }
   [[nodiscard]] S read(long position) const noexcept { return dsp::loadFrame<S>(slot(position)); }
-  // Traces too small to be heard are stored as zero, so that no loop ends in denormal numbers.
-  void write(long position, S value) const noexcept {
-    dsp::storeFrame(slot(position), dsp::withoutTraces(value, kTrace));
-  }
-  void zero() const noexcept { std::fill_n(data.get(), size * dsp::kLanes<S>, 0.0f); }
+  void zero() const noexcept { std::fill_n(data, size * dsp::kLanes<S>, 0.0f); }
   void zero(int lane) const noexcept {
-    for (long i = 0; i < size; ++i) data[static_cast<std::size_t>(i * dsp::kLanes<S> + lane)] = 0.0f;
+    for (long i = 0; i < size; ++i) data[i * dsp::kLanes<S> + lane] = 0.0f;
   }
 
  private:
   [[nodiscard]] std::size_t index(long position) const noexcept {
     return static_cast<std::size_t>(position & mask) * static_cast<std::size_t>(dsp::kLanes<S>);
   }
+
+  std::unique_ptr<float[]> memory_;
 };
 
 template <class S>

@@ -6,6 +6,34 @@
 
 namespace kernels {
 
+// The lines of a network in a kernel's registers: all but the main one are of the same length.
+template <class S, std::size_t kLines>
+class Lines {
+ public:
+  Lines(const DelayLine<S>* lines, const long* delays) noexcept : mask_(lines[0].mask) {
+    for (std::size_t i = 0; i < kLines; ++i) {
+      data_[i] = lines[i].data;
+      delay_[i] = delays[i];
+    }
+  }
+
+  void moveTo(long position) noexcept { position_ = position; }
+  [[nodiscard]] S read(int line) const noexcept { return dsp::loadFrame<S>(slot(line, position_ - delay_[line])); }
+  // Traces too small to be heard are stored as zero, so that no loop ends in denormal numbers.
+  void write(int line, S value) const noexcept {
+    dsp::storeFrame(slot(line, position_), dsp::withoutTraces(value, kTrace));
+  }
+
+ private:
+  [[nodiscard]] float* slot(int line, long position) const noexcept {
+    return data_[line] + (position & mask_) * dsp::kLanes<S>;
+  }
+
+  long mask_, position_ = 0;
+  float* data_[kLines];
+  long delay_[kLines];
+};
+
 // The position of the sample under way, in all lines.
 template <class S>
 class LineClock {
@@ -23,37 +51,39 @@ template <class S>
 class CombBank {
  public:
   explicit CombBank(Job<S>& job) noexcept
-      : job_(job), damping_(dsp::both<S>(job.coefs.fA)), feedback_(dsp::both<S>(job.coefs.verbFeedback)) {
+      : lines_(job.lines.comb, job.coefs.combDelay),
+        damping_(dsp::both<S>(job.coefs.fA)),
+        feedback_(dsp::both<S>(job.coefs.verbFeedback)) {
     for (int i = 0; i < kCombs; ++i) damp_[i] = job.memory.damp[i];
   }
 
   S operator()(S x, long p) noexcept {
     S sum = dsp::both<S>(0.0f);
+    lines_.moveTo(p);
     for (int i = 0; i < kCombs; ++i) {
-      const DelayLine<S>& line = job_.lines.comb[i];
-      const S r = line.read(p - job_.coefs.combDelay[i]);
+      const S r = lines_.read(i);
       damp_[i] += (r - damp_[i]) * damping_;
-      line.write(p, damp_[i] * feedback_ + x);
+      lines_.write(i, damp_[i] * feedback_ + x);
       sum = sum + r;
     }
     return sum;
   }
 
   // Takes the DC out of the loops, slowly: once a block.
-  void trackDc() noexcept {
+  void trackDc(Job<S>& job) noexcept {
     for (int i = 0; i < kCombs; ++i) {
-      const S dc = job_.memory.dcTrack[i] + (damp_[i] - job_.memory.dcTrack[i]) * 0.01f;
+      const S dc = job.memory.dcTrack[i] + (damp_[i] - job.memory.dcTrack[i]) * 0.01f;
       damp_[i] = damp_[i] - dc;
-      job_.watch.keep(job_.memory.dcTrack[i], dc);
+      job.watch.keep(job.memory.dcTrack[i], dc);
     }
   }
 
-  void keep() noexcept {
-    for (int i = 0; i < kCombs; ++i) job_.watch.keep(job_.memory.damp[i], damp_[i]);
+  void keep(Job<S>& job) noexcept {
+    for (int i = 0; i < kCombs; ++i) job.watch.keep(job.memory.damp[i], damp_[i]);
   }
 
  private:
-  Job<S>& job_;
+  Lines<S, kCombs> lines_;
   S damping_, feedback_;
   S damp_[kCombs];
 };
@@ -66,8 +96,8 @@ struct Combs {
     S tap(S y) noexcept { return bank_(input_ * y, clock_.next()); }
     void keep(Job<S>& job) noexcept {
       clock_.keep(job);
-      bank_.trackDc();
-      bank_.keep();
+      bank_.trackDc(job);
+      bank_.keep(job);
     }
 
    private:
@@ -82,7 +112,7 @@ struct AllPasses {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
-        : job_(job),
+        : lines_(job.lines.ap, job.coefs.apDelay),
           clock_(job),
           input_(dsp::both<S>(job.coefs.verbIn)),
           damping_(dsp::both<S>(job.coefs.fA)),
@@ -94,15 +124,14 @@ struct AllPasses {
     }
 
     S tap(S y) noexcept {
-      const long p = clock_.next();
+      lines_.moveTo(clock_.next());
       S u = input_ * y;
       for (int i = 0; i < kAllPasses; ++i) {
-        const DelayLine<S>& line = job_.lines.ap[i];
-        const S r = line.read(p - job_.coefs.apDelay[i]);
+        const S r = lines_.read(i);
         damp_[i] += (r - damp_[i]) * damping_;
         dc_[i] += (damp_[i] - dc_[i]) * 0.01f;
         const S h = damp_[i] - dc_[i] - u * coef_;
-        line.write(p, coef_ * h + u);
+        lines_.write(i, coef_ * h + u);
         u = h;
       }
       return u;
@@ -117,7 +146,7 @@ struct AllPasses {
     }
 
    private:
-    Job<S>& job_;
+    Lines<S, kAllPasses> lines_;
     LineClock<S> clock_;
     S input_, damping_, coef_;
     S damp_[kAllPasses], dc_[kAllPasses];
@@ -129,7 +158,7 @@ struct Reverb {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
-        : job_(job),
+        : lines_(job.lines.ap, job.coefs.apDelay),
           clock_(job),
           bank_(job),
           input_(dsp::both<S>(job.coefs.verbIn)),
@@ -138,10 +167,10 @@ struct Reverb {
     S tap(S y) noexcept {
       const long p = clock_.next();
       S sum = bank_(input_ * y, p);
+      lines_.moveTo(p);
       for (int i = 0; i < kAllPasses; ++i) {
-        const DelayLine<S>& line = job_.lines.ap[i];
-        const S t = line.read(p - job_.coefs.apDelay[i]) - sum * coef_;
-        line.write(p, coef_ * t + sum);
+        const S t = lines_.read(i) - sum * coef_;
+        lines_.write(i, coef_ * t + sum);
         sum = t;
       }
       return sum;
@@ -149,11 +178,11 @@ struct Reverb {
 
     void keep(Job<S>& job) noexcept {
       clock_.keep(job);
-      bank_.keep();
+      bank_.keep(job);
     }
 
    private:
-    Job<S>& job_;
+    Lines<S, kAllPasses> lines_;
     LineClock<S> clock_;
     CombBank<S> bank_;
     S input_, coef_;
@@ -186,7 +215,7 @@ struct French {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
-        : job_(job),
+        : lines_(job.lines.ap, job.coefs.apDelay),
           clock_(job),
           drive_(job.coefs),
           a_(job, Slot::a),
@@ -229,19 +258,18 @@ struct French {
     static constexpr int kDelays = 2;
 
     void feedBack(S u) noexcept {
-      const long p = clock_.next();
+      lines_.moveTo(clock_.next());
       for (int i = 0; i < kDelays; ++i) {
-        const DelayLine<S>& line = job_.lines.ap[i];
-        const S r = line.read(p - job_.coefs.apDelay[i]);
+        const S r = lines_.read(i);
         damp_[i] += (r - damp_[i]) * damping_;
         dc_[i] += (damp_[i] - dc_[i]) * 0.01f;
-        line.write(p, u);
+        lines_.write(i, u);
         u = damp_[i] - dc_[i];
       }
       back_ = u;
     }
 
-    Job<S>& job_;
+    Lines<S, kDelays> lines_;
     LineClock<S> clock_;
     DriveStage<S> drive_;
     typename NonLinear::template Stage<S, Needs::nothing> a_;

@@ -1,5 +1,6 @@
 // The rate change of `rspl::Downsampler2Flt` for a left/right pair: both branches of both channels in four lanes. Gives
-// the same bits as two mono objects, but for traces below 1e-18, which leave the upsampler as zero.
+// what two mono objects give, to the bit down and within 1e-17 up: the mono class guards each sample against denormal
+// numbers, here the owner calls `dropTraces` now and then.
 //
 // Frames are interleaved: left, right, left, right. Life: construction (coefficients loaded, memories clear), then
 // blocks [audio]; one object a direction.

@@ -13,12 +13,13 @@ constexpr float kTextRate = 44100.0f;  // of the texts that speak of samples, in
 }  // namespace
 
 void float2string(float value, char* text) noexcept {
-  if (!(value >= -9999999.0f && value <= 99999999.0f)) {
+  const double exact = static_cast<double>(value);  // no float lies on the upper limit
+  if (!(exact >= -9999999.0 && exact <= 99999999.0)) {
     std::strcpy(text, "Huge!");
     return;
   }
   char digits[32];
-  const double magnitude = std::fabs(static_cast<double>(value));
+  const double magnitude = std::fabs(exact);
   std::snprintf(digits, sizeof digits, "%s%.0f.", value < 0.0f ? "-" : "", std::floor(magnitude));
   double fraction = magnitude - std::floor(magnitude);
   std::size_t length = std::strlen(digits);
@@ -43,5 +44,16 @@ void dB2string(float value, char* text) noexcept {
 void Hz2string(float samples, char* text) noexcept { float2string(samples == 0.0f ? 0.0f : kTextRate / samples, text); }
 
 void ms2string(float samples, char* text) noexcept { float2string(samples * 1000.0f / kTextRate, text); }
+
+void long2string(long value, char* text) noexcept {
+  if (value >= 100000000) {
+    std::strcpy(text, "Huge!");
+    return;
+  }
+  char whole[32];
+  std::snprintf(whole, sizeof whole, "%7ld", value);
+  whole[8] = '\0';
+  std::strcpy(text, whole);
+}
 
 }  // namespace strings

@@ -13,5 +13,7 @@ void dB2string(float value, char* text) noexcept;
 void Hz2string(float samples, char* text) noexcept;
 // Samples at 44100 Hz in milliseconds.
 void ms2string(float samples, char* text) noexcept;
+// "%7ld", cut at 8 characters; "Huge!" from 100000000 on.
+void long2string(long value, char* text) noexcept;
 
 }  // namespace strings

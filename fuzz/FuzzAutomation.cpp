@@ -14,7 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   int line = 0;
   for (const AutomationPoint& point : std::get<std::vector<AutomationPoint>>(parsed)) {
     require(point.line > line && !point.parameter.empty(), "lines rise and name a parameter");
-    require(std::isfinite(point.beat) && std::isfinite(point.value), "numbers are finite");
+    require(std::isfinite(point.beat), "beats are finite");
+    require(point.value.number ? std::isfinite(*point.value.number) : !point.value.text.empty(), "there is a value");
     const std::int64_t frame = frameAtBeat(point.beat, -3.5, 1.0, 768000.0);
     require(frame >= -(std::int64_t{1} << 53) && frame <= std::int64_t{1} << 53, "frames are in range");
     line = point.line;

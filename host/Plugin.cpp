@@ -113,12 +113,14 @@ float Plugin::unlistedParameter(VstInt32 index) const {
   return effect_->getParameter != nullptr ? effect_->getParameter(effect_, index) : 0.0f;
 }
 
+std::string Plugin::unlistedDisplay(VstInt32 index) const { return text(effGetParamDisplay, index); }
+
 std::string Plugin::parameterName(VstInt32 index) const {
   return hasParameter(index) ? text(effGetParamName, index) : std::string();
 }
 
 std::string Plugin::parameterDisplay(VstInt32 index) const {
-  return hasParameter(index) ? text(effGetParamDisplay, index) : std::string();
+  return hasParameter(index) ? unlistedDisplay(index) : std::string();
 }
 
 std::string Plugin::parameterLabel(VstInt32 index) const {

@@ -41,6 +41,7 @@ class Plugin {
 
   [[nodiscard]] const AEffect& record() const noexcept { return *effect_; }
   [[nodiscard]] const std::filesystem::path& path() const noexcept { return module_->path(); }
+  [[nodiscard]] const std::shared_ptr<const Module>& module() const noexcept { return module_; }
   // Counts of the record, never negative.
   [[nodiscard]] int parameterCount() const noexcept;
   [[nodiscard]] int inputCount() const noexcept;
@@ -67,6 +68,7 @@ class Plugin {
   // [any] The same without a look at the count, for a plug-in that is known to have numbers of its own behind it.
   void setUnlistedParameter(VstInt32 index, float value);
   [[nodiscard]] float unlistedParameter(VstInt32 index) const;
+  [[nodiscard]] std::string unlistedDisplay(VstInt32 index) const;
   [[nodiscard]] std::string parameterName(VstInt32 index) const;
   [[nodiscard]] std::string parameterDisplay(VstInt32 index) const;
   [[nodiscard]] std::string parameterLabel(VstInt32 index) const;

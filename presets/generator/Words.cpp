@@ -1,7 +1,6 @@
 #include "presets/generator/Words.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <vector>
@@ -9,35 +8,14 @@
 #include "effect/LfoClock.h"
 #include "effect/PadLFO.h"
 #include "effect/ParameterTable.h"
+#include "effect/ParameterTexts.h"
+#include "filters/FilterTypes.h"
 #include "model/WarpTable.h"
 
 namespace modrift::factory {
 namespace {
 
 constexpr int kRateSteps = 42;  // the rate's highest step; 0 is the lowest
-
-// "t" is a triplet, "." dotted.
-constexpr auto kRateNames = std::to_array<std::string_view>(
-    {"16 bar",  "12 bar", "8 bar t", "8 bar",  "6 bar",  "4bar t",  "4 bar",  "3 bar",  "2bar t", "2 bar",
-     "1.5 bar", "bar t",  "bar",     "1/2.",   "1/2 t",  "1/2",     "1/4.",   "1/4 t",  "1/4",    "1/8.",
-     "1/8 t",   "1/8",    "1/16.",   "1/16 t", "1/16",   "1/32.",   "1/32 t", "1/32",   "1/48.",  "1/48 t",
-     "1/64",    "1/64.",  "1/64 t",  "1/128",  "1/128.", "1/128 t", "1/256",  "1/256.", "1/256 t"});
-
-constexpr auto kFilterTypeNames = std::to_array<std::string_view>({
-    "SVF LP",      "SVF BP",      "SVF HP",     "MG Low 6",    "MG Low 12",  "MG Low 18", "MG Low 24",  "Low 6",
-    "Low 12",      "Low 18",      "Low 24",     "High 6",      "High 12",    "High 18",   "High 24",    "Band 12",
-    "Band 24",     "Peak 12",     "Peak 24",    "Notch 12",    "Notch 24",   "LH 6",      "LH 12",      "LB 12",
-    "LP 12",       "LN 12",       "HB 12",      "HP 12",       "HN 12",      "BP 12",     "BN 12",      "PP 12",
-    "PN 12",       "NN 12",       "L/B/H 12",   "L/B/H 24",    "L/P/H 12",   "L/P/H 24",  "L/N/H 12",   "L/N/H 24",
-    "B/P/N 12",    "B/P/N 24",    "Cmb +",      "Cmb -",       "Cmb L6+",    "Cmb L6-",   "Cmb H6+",    "Cmb H6-",
-    "Cmb HL6+",    "Cmb HL6-",    "Flg +",      "Flg -",       "Flg L6+",    "Flg L6-",   "Flg H6+",    "Flg H6-",
-    "Flg HL6+",    "Flg HL6-",    "Phs 12+",    "Phs 12-",     "Phs 24+",    "Phs 24-",   "Phs 36+",    "Phs 36-",
-    "Phs 48+",     "Phs 48-",     "Phs 48L6+",  "Phs 48L6-",   "Phs 48H6+",  "Phs 48H6-", "Phs 48HL6+", "Phs 48HL6-",
-    "FPhs 12HL6+", "FPhs 12HL6-", "Low EQ 6",   "Low EQ 12",   "Band EQ 12", "High EQ 6", "High EQ 12", "Ring Mod",
-    "Ring Modx2",  "SampHold",    "SampHold-",  "Combs",       "Allpasses",  "Reverb",    "French LP",  "German LP",
-    "Add Bass",    "Formant-I",   "Formant-II", "Formant-III", "Bandreject",
-});
-static_assert(kFilterTypeNames.size() == 93);
 
 std::optional<double> inRange(std::optional<double> value, double least, double most) {
   return value && *value >= least && *value <= most ? value : std::nullopt;
@@ -64,7 +42,7 @@ std::optional<float> readRate(std::string_view text) {
   if (const auto hertz = inRange(readQuantity(text, "Hz"), 0.0, kHighestHz)) {
     return static_cast<float>(std::pow(*hertz / kHighestHz, 0.25));
   }
-  const auto step = placeOf(text, kRateNames);
+  const auto step = placeOf(text, LFOTimes);
   return step ? std::optional(middleOfRateStep(*step)) : std::nullopt;
 }
 
@@ -111,9 +89,10 @@ std::optional<float> readWarp(std::string_view text) {
 }
 
 std::optional<float> readFilterType(std::string_view text) {
-  const auto type = placeOf(text, kFilterTypeNames);
-  if (!type) return std::nullopt;
-  return static_cast<float>(*type) / static_cast<float>(kFilterTypeNames.size() - 1);
+  const auto type =
+      std::ranges::find(filterTypes(), text, [](const FilterType& t) { return std::string_view(t.name); });
+  if (type == filterTypes().end()) return std::nullopt;
+  return static_cast<float>(type - filterTypes().begin()) / static_cast<float>(kFilterTypes - 1);
 }
 
 std::optional<float> readXoverFrequency(std::string_view text) {
@@ -194,7 +173,7 @@ std::optional<double> readQuantity(std::string_view text, std::string_view unit)
 std::optional<Length> readLength(std::string_view text) {
   constexpr double kLongestBeats = 64.0;
   Length length;
-  if (const auto step = placeOf(text, kRateNames)) {
+  if (const auto step = placeOf(text, LFOTimes)) {
     length.beats = kLongestBeats / rateDivider(middleOfRateStep(*step), true, true);
   } else if (const auto beats = readQuantity(text, "beats")) {
     length.beats = *beats;
@@ -209,8 +188,5 @@ const ParameterWord* findParameter(std::string_view name) {
   const auto word = std::ranges::find_if(words, [name](const ParameterWord& w) { return nameOf(w.index) == name; });
   return word == words.end() ? nullptr : &*word;
 }
-
-std::span<const std::string_view> rateNames() { return kRateNames; }
-std::span<const std::string_view> filterTypeNames() { return kFilterTypeNames; }
 
 }  // namespace modrift::factory

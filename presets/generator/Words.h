@@ -4,7 +4,6 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -33,10 +32,5 @@ struct ParameterWord {
 [[nodiscard]] std::optional<Length> readLength(std::string_view text);
 // Null when no parameter is called so.
 [[nodiscard]] const ParameterWord* findParameter(std::string_view name);
-
-// The texts of the beat rates, longest first: the first 39 of the rate's 43 steps.
-[[nodiscard]] std::span<const std::string_view> rateNames();
-// The filter types by number.
-[[nodiscard]] std::span<const std::string_view> filterTypeNames();
 
 }  // namespace modrift::factory

@@ -23,16 +23,21 @@ TEST(Automation, ReadsWhatPeopleAndSpreadsheetsWrite) {
       "# all of it\r\n"
       " 0 ,\t>vol , 0.25 # a remark, with a comma\r\n"
       "-1.5,7,+1,\r\n"
-      "2,\"A, \"\"big\"\" #1\",1e-3");
+      "2,\"A, \"\"big\"\" #1\",1e-3\n"
+      "3,FilType, MG Low 24 # a text\n"
+      "4,CC Out,\"\"\"64\"\"\"");
   ASSERT_TRUE(std::holds_alternative<Points>(result));
   const auto& points = std::get<Points>(result);
-  ASSERT_EQ(points.size(), 3U);
+  ASSERT_EQ(points.size(), 5U);
   EXPECT_EQ(points[0].line, 4);
   EXPECT_EQ(points[0].parameter, ">vol");
-  EXPECT_EQ(points[0].value, 0.25f);
+  EXPECT_EQ(points[0].value.number, 0.25f);
   EXPECT_EQ(points[1].beat, -1.5);
-  EXPECT_EQ(points[1].value, 1.0f);
+  EXPECT_EQ(points[1].value.number, 1.0f);
   EXPECT_EQ(points[2].parameter, "A, \"big\" #1");
+  EXPECT_EQ(points[3].value.text, "MG Low 24");
+  EXPECT_EQ(points[4].value.text, "64");
+  EXPECT_FALSE(points[4].value.number);
 }
 
 TEST(Automation, NamesTheLineOfTheFirstFault) {
@@ -42,7 +47,7 @@ TEST(Automation, NamesTheLineOfTheFirstFault) {
   EXPECT_EQ(faultIn("0,a,1\n0,a,1,2\n"), 2);
   EXPECT_EQ(faultIn("beat,parameter,value\nbeat,parameter,value\n"), 2);  // one heading is enough
   EXPECT_EQ(faultIn("0,a,1\n\n#\nx,a,1"), 4);
-  for (const char* line : {"0,,1", "0,\"a,1", "0,\"a\"b1", "0,a,1x", "hello"}) EXPECT_EQ(faultIn(line), 1) << line;
+  for (const char* line : {"0,,1", "0,\"a,1", "0,\"a\"b1", "0,a,", "hello"}) EXPECT_EQ(faultIn(line), 1) << line;
   EXPECT_EQ(faultIn(std::string(2000, '1')), 1);
   EXPECT_EQ(faultIn(std::string_view("0,a\0,1", 6)), 1);
   for (const char* number : {"nan", "-inf", "1e999", "infinity"}) {

@@ -78,6 +78,25 @@ TEST_F(StoredFiles, PresetsKeepSettingsPointsAndShapesThroughSaveShowAndConvert)
   EXPECT_NE(text.find("\nGraph 3\npoint  x    y      curve\n1      0    1      0.25\n"), std::string::npos) << text;
 }
 
+// Each text in the state that the settings before it have made, and what the plug-in then shows of it.
+TEST_F(StoredFiles, ParametersTakeTheTextsThatTheyShow) {
+  expectDone(
+      "preset save -o a.fxp --set 'FilType=mg low 24' --set 'F.Cutoff=\"440\"' --set BPMSync=Free --set 'Rate=2 Hz' "
+      "--set 'In>Rerig=Env' --set 'LFO Depth=\"100\"' --set 'Point Y1=25%' --set 'CC Out=\"74\"'");
+  const Json fields = json("preset show a.fxp")["fields"];
+  EXPECT_EQ(std::lround(fields["filterType"]["value"].get<double>() * 92.0), 6);
+  EXPECT_NEAR(fields["filterCutoff"]["value"].get<double>(), 69.0 / 128, 1e-4);  // MIDI note 69, for this type
+  EXPECT_NEAR(std::pow(fields["rate"]["value"].get<double>(), 4.0) * 440.0, 2.0, 6e-4);
+  EXPECT_EQ(fields["bOneShot"]["value"], true);
+  EXPECT_EQ(fields["depthKnob"]["value"], 1.0);
+  EXPECT_EQ(fields["ccNumber"]["value"], 74);
+  EXPECT_NEAR(json("preset show a.fxp")["graphs"][0]["points"][1]["y"].get<double>(), 0.25, 1e-3);
+  expectFailure(1, "preset save -o b.fxp --set 'FilType=MG Low 25'",
+                "--set: FilType: a number or a text that the plug");
+  expectFailure(1, "preset save -o b.fxp --set 'CC Out=off'", "--set: CC Out: a number was expected, as 'off' stands");
+  expectFailure(1, "preset save -o b.fxp --set 105=x", "--set: a number was expected, not 'x'");
+}
+
 TEST_F(StoredFiles, OldLayoutsAndVersionsAreShownAndConvertedInPlace) {
   model::State state;
   state.rate = 0.625f;

@@ -95,6 +95,16 @@ TEST_F(Program, TellsAPluginsFactsAsTableAndAsJson) {
   EXPECT_EQ(facts["parameters"][0]["value"], 1.0);
 }
 
+TEST_F(Program, ListsFilterTypesAndDrawsThem) {
+  const std::string list = run("filters").output;
+  EXPECT_NE(list.find("\n6       MG Low 24    ladder                              Fat\n"), std::string::npos) << list;
+  EXPECT_EQ(nlohmann::json::parse(run("filters --json").output)[92]["name"], "Bandreject");
+  EXPECT_EQ(run("filters plot 'cmb -' -o pictures").status, 0);
+  EXPECT_EQ(run("filters plot 79 -o ring.png --res 1 --drive 0.5").status, 0);
+  for (const char* name : {"pictures/43-cmb-minus.png", "ring.png"})
+    EXPECT_EQ(readText(folder_ / name).substr(1, 3), "PNG") << name;
+}
+
 // 120 beats a minute: a beat of 24000 frames, 480 ticks of 50 frames.
 TEST_F(Program, PlaysMidiFilesIntoThePluginAndWritesWhatComesOut) {
   const std::vector<std::uint8_t> file = {'M', 'T',  'h', 'd', 0, 0,    0,  6,  0,    0,  0,  1,  0x01, 0xe0, 'M',
@@ -156,6 +166,12 @@ TEST_F(Program, AnswersAWrongCommandLineWithStatusTwo) {
       {"render in.wav mono.wav -o out.wav", "-o: a folder"},
       {"render in.wav -o out.wav --midi-in a.mid --midi-out a.mid", "--midi-out: a file other than"},
       {"export-midi -o out.mid --mode 2", "--mode: "},
+      {"filters plot 'MG Low' -o out",
+       "TYPE: the name or number of a filter type, or all, was expected, not 'MG Low'; "
+       "near it are 'MG Low 6', "},
+      {"filters plot 93 -o out", "TYPE: a number from 0 to 92"},
+      {"filters plot all -o out.png", "-o: a folder"},
+      {"filters plot 6 -o out --over drive", "--over: "},
       {"export-midi -o out.wav", "-o: a name ending in .mid was expected"},
       {"screenshot -o out.gif", "-o: a name ending in .png was expected"},
       {"screenshot -o out.png --size 708", "--size: WIDTHxHEIGHT"},

@@ -59,6 +59,7 @@ struct TestHost {
   bool givesTime = true;
   VstTimeInfo time;
   std::vector<Automation> automated;
+  std::string edits;  // gestures and values in their order: "begin 45 set 45 end 45 "
   int ioChangedCalls = 0;
   int wantMidiCalls = 0;
   int eventLists = 0;
@@ -81,7 +82,14 @@ struct TestHost {
     switch (opcode) {
       case audioMasterAutomate:
         automated.push_back({index, opt});
+        edits += "set " + std::to_string(index) + ' ';
         return 0;
+      case audioMasterBeginEdit:
+        edits += "begin " + std::to_string(index) + ' ';
+        return 1;
+      case audioMasterEndEdit:
+        edits += "end " + std::to_string(index) + ' ';
+        return 1;
       case audioMasterVersion:
         return kVstVersion;
       case audioMasterWantMidi:

@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cmath>
+#include <complex>
 #include <cstdint>
+#include <numbers>
 #include <vector>
 
 #include "filters/FilterCore.h"
@@ -14,6 +16,17 @@ inline float typeValue(int type) { return static_cast<float>(type) / (kFilterTyp
 
 inline FilterParams filterParams(int type, float cutoff, float resonance, float var, float drive = 0.0f) {
   return {drive, 1.0f, typeValue(type), cutoff, resonance, var, 1.0f};
+}
+
+// The gain of a filter with this answer to an impulse of 1.
+inline double gainAt(const std::vector<float>& taps, double cyclesPerSample) {
+  const std::complex<double> turn = std::polar(1.0, -2.0 * std::numbers::pi * cyclesPerSample);
+  std::complex<double> sum = 0.0, phase = 1.0;
+  for (const float tap : taps) {
+    sum += static_cast<double>(tap) * phase;
+    phase *= turn;
+  }
+  return std::abs(sum);
 }
 
 // White noise from -1 to 1, the same at each run.

@@ -57,6 +57,8 @@ class Player {
         frames_(static_cast<std::size_t>(std::lround(kTestRateHz / std::min(movement.toneHz, 1000.0)))) {
     rig_.at(0.0, kTestTempo);
     load(preset, rig_);
+    const bool bLevel = movement.of == Movement::Of::volume || movement.of == Movement::Of::pan;
+    if (bLevel) rig_.fx().setParameter(kFilterOn, 0.0f);  // whose own changes of level would count as volume
     for (std::size_t i = 0; i < frames_; ++i) {
       const double turn = static_cast<double>(i) * movement.toneHz / static_cast<double>(kTestRateHz);
       tone_.push_back(static_cast<float>(0.25 * std::sin(2.0 * std::numbers::pi * turn)));

@@ -1,0 +1,155 @@
+// What the graph display looks like, compared with pictures beside this file. MODRIFT_RENEW_PICTURES=1 writes them
+// anew.
+#include <cairo.h>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+#include "tests/editor/GraphWindow.h"
+#include "toolkit/IDataPackage.h"
+
+namespace {
+
+using namespace VSTGUI;
+
+using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+
+struct Difference {
+  int pixels = 0;  // that differ by more than rounding and anti-aliasing may
+  int all = 0;
+};
+
+int distance(const unsigned char* a, const unsigned char* b) {
+  int most = 0;
+  for (int channel = 0; channel < 4; ++channel) most = std::max(most, std::abs(a[channel] - b[channel]));
+  return most;
+}
+
+// Empty when the sizes differ.
+Difference compare(cairo_surface_t* actual, cairo_surface_t* expected) {
+  const int width = cairo_image_surface_get_width(actual);
+  const int height = cairo_image_surface_get_height(actual);
+  if (width != cairo_image_surface_get_width(expected) || height != cairo_image_surface_get_height(expected)) return {};
+  constexpr int kTolerance = 40;
+  Difference difference{0, width * height};
+  const int stride = cairo_image_surface_get_stride(actual);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) {
+      const auto* const a = cairo_image_surface_get_data(actual) + y * stride + 4 * x;
+      const auto* const b =
+          cairo_image_surface_get_data(expected) + y * cairo_image_surface_get_stride(expected) + 4 * x;
+      difference.pixels += distance(a, b) > kTolerance;
+    }
+  return difference;
+}
+
+// `share` of the pixels may differ: where text is, machines have fonts of their own.
+void expectPicture(GraphWindow& window, const std::string& name, double share = 0.0005) {
+  const std::string path = std::string(MODRIFT_PICTURES) + "/" + name + ".png";
+  window.idle();
+  if (std::getenv("MODRIFT_RENEW_PICTURES")) {
+    ASSERT_TRUE(window.user().writePng(path));
+  }
+  const Surface expected(cairo_image_surface_create_from_png(path.c_str()), cairo_surface_destroy);
+  const Difference difference = compare(window.user().picture(), expected.get());
+  if (difference.all > 0 && difference.pixels <= share * difference.all) return;
+  const std::string actual = std::string(MODRIFT_PICTURES) + "/" + name + ".actual.png";
+  window.user().writePng(actual);
+  ADD_FAILURE() << name << ": " << difference.pixels << " pixels differ; see " << actual;
+}
+
+void showScope(GraphWindow& window) {
+  LFODisplay& display = *window.display;
+  for (std::size_t i = 0; i < 65536; ++i) {
+    const double t = static_cast<double>(i) / 65536;
+    const auto wave = static_cast<float>(0.7 * std::sin(t * 620) * std::cos(t * 9));
+    display.scopeInCopy[i] = wave;
+    display.scopeOutCopy[i] = wave * display.shapeTable[i];
+  }
+  display.scopeOn = true;
+}
+
+void showHills(GraphWindow& window) {
+  window.show({{0, 190}, {60, 40}, {130, 40}, {194, 150}, {194, 60}, {290, 200}, {340, 90}, {388, 190}});
+  window.display->curves = {0.8, 0.5, 0.25, 0.5, 0.9, 0.3, 0.7};
+  commitGraphEdit(*window.display, window.rig.fx());
+}
+
+TEST(GraphPicture, OfAFreshGraph) {
+  GraphWindow window;
+  window.display->graphOutValue = 0.9f;
+  window.display->playPosition = 0.3;
+  expectPicture(window, "fresh");
+}
+
+TEST(GraphPicture, OfCurvesAPressedPointAndItsValue) {
+  GraphWindow window(2.0);
+  window.rig.set(kRate, 0.5);
+  showHills(window);
+  window.press({680, 180});
+  expectPicture(window, "curves-twice", 0.002);
+  window.release();
+}
+
+TEST(GraphPicture, OfFlagsAndAPhaseAndAHover) {
+  GraphWindow window;
+  showHills(window);
+  window.display->SetGridSize(6);
+  window.display->loopPoint = window.display->startPoint = 1;
+  window.display->phaseValue = 0.1f;
+  window.display->pwmValue = 0.4f;
+  window.hover(292, 200);
+  expectPicture(window, "flags");
+}
+
+TEST(GraphPicture, OfASelectionWithWeights) {
+  GraphWindow window;
+  window.showLine(24);
+  window.drag({{194, 120}, {70, 120}}, kControl);
+  window.drag({{194, 120}, {194, 40}});
+  expectPicture(window, "selection");
+}
+
+TEST(GraphPicture, OfAMarqueeOverManyPoints) {
+  GraphWindow window;
+  std::vector<CPoint> points;
+  for (int i = 0; i < 64; ++i) points.emplace_back(388.0 * i / 63, 120 + (i % 2 ? 60 : -60) * std::sin(i * 0.1));
+  window.show(points);
+  window.press({40, 230});
+  window.hover(200, 110);
+  expectPicture(window, "marquee");
+  window.release();
+}
+
+TEST(GraphPicture, OfTheScope) {
+  GraphWindow window;
+  showScope(window);
+  window.display->playPosition = 0.61;
+  expectPicture(window, "scope");
+}
+
+// Blue of the grid, where no line crosses: 21 is the ground, dark and bright lines lie above it.
+int gridShade(const LFODisplay& display, double x) {
+  cairo_surface_t* const surface = display.gridBitmap->getSurface();
+  return cairo_image_surface_get_data(surface)[3 * cairo_image_surface_get_stride(surface) + 4 * static_cast<int>(x)];
+}
+
+TEST(Grid, HasItsBrightLinesAtTheMajorSteps) {
+  for (const auto& [cells, major] : {std::pair{8, 4}, {6, 3}, {12, 3}, {16, 4}, {5, 2}, {2, 1}, {32, 8}}) {
+    GraphWindow window;
+    window.display->SetGridSize(cells == 8 ? 9 : 8);
+    window.display->SetGridSize(cells);
+    window.idle();
+    for (int i = 1; i < cells; ++i) {
+      const int shade = gridShade(*window.display, 388.0 / cells * i + 1);
+      EXPECT_EQ(shade, i % major == 0 ? 43 : 32) << cells << ' ' << i;
+    }
+    EXPECT_EQ(gridShade(*window.display, 388.0 / cells * 0.5), 21);
+  }
+}
+
+}  // namespace
