@@ -53,9 +53,7 @@ LFODisplay::LFODisplay(const CRect& size, IControlListener* newListener, std::in
 
 LFODisplay::~LFODisplay() = default;
 
-float LFODisplay::CalcRateTime(float rate) {
-  return static_cast<float>(rateStep(rate, bTriplet, bDotted));
-}
+float LFODisplay::CalcRateTime(float rate) { return static_cast<float>(rateStep(rate, bTriplet, bDotted)); }
 
 CurveCoef LFODisplay::CalcCurveCoef(double curve, int length) noexcept { return calcCurveCoef(curve, length); }
 
