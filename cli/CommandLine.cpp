@@ -274,7 +274,8 @@ void run(const std::vector<std::string>& arguments) {
   }
   if (app.get_subcommands().empty())
     throw UsageError(
-        "modrift: render, export-midi, edit, screenshot, preset, shape, filters, info or wave was expected as a command");
+        "modrift: render, export-midi, edit, screenshot, preset, shape, filters, info or wave was expected as a "
+        "command");
   if (app.got_subcommand("render")) runRender(render);
   if (app.got_subcommand("export-midi")) runExportMidi(exportMidi);
   if (app.got_subcommand("edit")) runEdit(edit);
