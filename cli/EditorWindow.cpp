@@ -14,6 +14,8 @@
 namespace modrift::cli {
 namespace {
 
+constexpr char kClass[] = "modrift\0Modrift";  // instance and class, each with its zero
+
 struct Free {
   void operator()(void* answer) const noexcept { std::free(answer); }
 };
@@ -99,7 +101,7 @@ EditorWindow::EditorWindow(int widthPx, int heightPx, const std::string& title) 
   xcb_icccm_set_wm_protocols(connection, state_->window, state_->protocols, 1, &state_->deleteWindow);
   state_->setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
   state_->setText(atom(connection, "_NET_WM_NAME"), atom(connection, "UTF8_STRING"), title);
-  state_->setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, std::string_view("modrift\0Modrift", 16));
+  state_->setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, {kClass, sizeof kClass});
   state_->fixSize(widthPx, heightPx);
   xcb_flush(connection);
 }
