@@ -14,7 +14,7 @@
 namespace modrift::cli {
 namespace {
 
-using namespace std::string_view_literals;
+constexpr char kClass[] = "modrift\0Modrift";  // instance and class, each with its zero
 
 struct Free {
   void operator()(void* answer) const noexcept { std::free(answer); }
@@ -101,7 +101,7 @@ EditorWindow::EditorWindow(int widthPx, int heightPx, const std::string& title) 
   xcb_icccm_set_wm_protocols(connection, state_->window, state_->protocols, 1, &state_->deleteWindow);
   state_->setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
   state_->setText(atom(connection, "_NET_WM_NAME"), atom(connection, "UTF8_STRING"), title);
-  state_->setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, "modrift\0Modrift\0"sv);
+  state_->setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, {kClass, sizeof kClass});
   state_->fixSize(widthPx, heightPx);
   xcb_flush(connection);
 }

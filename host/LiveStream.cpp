@@ -13,6 +13,7 @@ std::vector<std::vector<float>> buffers(int channels, VstInt32 frames) {
 
 std::vector<float*> pointersTo(std::vector<std::vector<float>>& channels) {
   std::vector<float*> pointers;
+  pointers.reserve(channels.size());
   for (std::vector<float>& channel : channels) pointers.push_back(channel.data());
   return pointers;
 }
