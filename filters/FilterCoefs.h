@@ -6,6 +6,13 @@
 // Entries of the parameter block that a filter reads, 0 to 1 (drive: -1 to 1).
 enum FilterParam : int { kDrive, kPower, kMode, kFreq, kRes, kVar, kDryWet, kFilterParams };
 
+// The gain of a drive: 1 to 16 for 0 to 1, and down to 0 for -1; what is outside, or not a number, is limited.
+[[nodiscard]] constexpr float driveGainOf(float drive) noexcept {
+  const double limited = drive > -1.0f ? (drive < 1.0f ? static_cast<double>(drive) : 1.0) : -1.0;
+  const double square = (1.0 + limited) * (1.0 + limited);
+  return static_cast<float>(square * square);
+}
+
 inline constexpr int kCombs = 8;
 inline constexpr int kAllPasses = 4;
 inline constexpr int kMorphTaps = 3;

@@ -62,12 +62,6 @@ void eachSilentField(SignalMemory<S>& m, const FilterType& type, F f) {
   std::for_each_n(m.chain, 4, [&](S& field) { f(field, 0.0f); });
 }
 
-double driveGainOf(float drive) noexcept {
-  const double limited = drive > -1.0f ? (drive < 1.0f ? static_cast<double>(drive) : 1.0) : -1.0;
-  const double square = (1.0 + limited) * (1.0 + limited);
-  return square * square;
-}
-
 long framesFor(long samples) noexcept {
   return static_cast<long>(std::bit_ceil(static_cast<unsigned long>(std::max(samples, 1L))));
 }
@@ -114,7 +108,7 @@ void FilterCore<S>::clear() noexcept {
 
 template <class S>
 void FilterCore<S>::processBuffer(const float* params, const float* in, float* out, long count) noexcept {
-  coefs_.driveGain = static_cast<float>(driveGainOf(params[kDrive]));
+  coefs_.driveGain = driveGainOf(params[kDrive]);
   coefs_.driveRaw = params[kDrive];
   if (params[kPower] < 0.5f) {
     mode_ = kBypass;

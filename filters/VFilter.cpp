@@ -1,6 +1,5 @@
 #include "filters/VFilter.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "filters/Strings.h"
@@ -11,11 +10,6 @@ constexpr long kIn = kDryWet + 1;  // the input level slot, which only has a tex
 
 const FilterType& typeOf(float normalised) noexcept {
   return filterTypes()[static_cast<std::size_t>(filterTypeAt(normalised))];
-}
-
-float gainOfDrive(float drive) noexcept {
-  const double d = 1.0 + std::clamp(static_cast<double>(drive), -1.0, 1.0);
-  return static_cast<float>((d * d) * (d * d));
 }
 
 }  // namespace
@@ -29,7 +23,7 @@ void VFilter::setSampleRate(float rate, float invRate) { core_.setSampleRate(rat
 void VFilter::getParamInInfo(long index, float value, char* text) const noexcept {
   switch (index) {
     case kDrive:
-      return strings::dB2string(gainOfDrive(value), text);
+      return strings::dB2string(driveGainOf(value), text);
     case kPower:
       std::strcpy(text, value > 0.5f ? "on" : "off");
       return;
