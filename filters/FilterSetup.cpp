@@ -87,11 +87,6 @@ void FilterSetup::halfMix(double wetSign) noexcept {
 namespace setups {
 namespace {
 
-void delayLoop(FilterSetup& s) noexcept {
-  s.k.delayTarget = s.delay(s.c).samples;
-  s.k.delayFeedback = s.signedFeedback();
-}
-
 // The post stages of combs, flangers and phasers.
 void lowPassed(FilterSetup& s) noexcept {
   s.dcBlock();
@@ -103,6 +98,16 @@ void highPassed(FilterSetup& s) noexcept { s.k.fA = s.poleAt(s.c + 2.0 * s.v - 1
 void bandLimited(FilterSetup& s) noexcept {
   s.k.fA = s.poleAt(s.c - s.v);
   s.k.fB = s.poleAt(s.c + s.v);
+}
+
+void dcBlocked(FilterSetup& s) noexcept { s.dcBlock(); }
+
+// A delay of a period of the pitch with feedback, and one of the post stages in its loop.
+void delayLoop(FilterSetup& s, void (*postStage)(FilterSetup&) noexcept, double wetSign) noexcept {
+  s.k.delayTarget = s.delay(s.c).samples;
+  s.k.delayFeedback = s.signedFeedback();
+  postStage(s);
+  s.halfMix(wetSign);
 }
 
 void phaserChain(FilterSetup& s) noexcept {
@@ -237,49 +242,14 @@ void morphTwoStages(FilterSetup& s) noexcept {
 }
 
 // Combs keep the polarity of the wet path, flangers and phasers turn it with that of the feedback.
-void comb(FilterSetup& s) noexcept {
-  delayLoop(s);
-  s.dcBlock();
-  s.halfMix(1.0);
-}
-
-void combLow(FilterSetup& s) noexcept {
-  delayLoop(s);
-  lowPassed(s);
-  s.halfMix(1.0);
-}
-
-void combHigh(FilterSetup& s) noexcept {
-  delayLoop(s);
-  highPassed(s);
-  s.halfMix(1.0);
-}
-
-void combBand(FilterSetup& s) noexcept {
-  delayLoop(s);
-  bandLimited(s);
-  s.halfMix(1.0);
-}
-
-void flanger(FilterSetup& s) noexcept {
-  comb(s);
-  s.halfMix(s.polarity);
-}
-
-void flangerLow(FilterSetup& s) noexcept {
-  combLow(s);
-  s.halfMix(s.polarity);
-}
-
-void flangerHigh(FilterSetup& s) noexcept {
-  combHigh(s);
-  s.halfMix(s.polarity);
-}
-
-void flangerBand(FilterSetup& s) noexcept {
-  combBand(s);
-  s.halfMix(s.polarity);
-}
+void comb(FilterSetup& s) noexcept { delayLoop(s, dcBlocked, 1.0); }
+void combLow(FilterSetup& s) noexcept { delayLoop(s, lowPassed, 1.0); }
+void combHigh(FilterSetup& s) noexcept { delayLoop(s, highPassed, 1.0); }
+void combBand(FilterSetup& s) noexcept { delayLoop(s, bandLimited, 1.0); }
+void flanger(FilterSetup& s) noexcept { delayLoop(s, dcBlocked, s.polarity); }
+void flangerLow(FilterSetup& s) noexcept { delayLoop(s, lowPassed, s.polarity); }
+void flangerHigh(FilterSetup& s) noexcept { delayLoop(s, highPassed, s.polarity); }
+void flangerBand(FilterSetup& s) noexcept { delayLoop(s, bandLimited, s.polarity); }
 
 void flangerPhaser(FilterSetup& s) noexcept {
   flangerBand(s);
