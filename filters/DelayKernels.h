@@ -97,8 +97,8 @@ class FractionalDelay {
 enum class Loop { comb, flanger };
 
 // A comb scales the delayed signal before everything else, a flanger only what goes back into the line. The dry path
-// is one sample late.
-template <Loop kLoop, class Post>
+// is one sample late; it waits at `kLate` among the chain's inputs.
+template <Loop kLoop, class Post, int kLate = 0>
 struct Comb {
   template <class S>
   class Of {
@@ -109,7 +109,7 @@ struct Comb {
           delay_(job),
           post_(job),
           feedback_(dsp::both<S>(job.coefs.delayFeedback)),
-          late_(job.memory.chainPrev[0]) {}
+          late_(job.memory.chainPrev[kLate]) {}
 
     S operator()(S in) noexcept {
       constexpr float kLimit = 0.8333333f;
@@ -126,7 +126,7 @@ struct Comb {
     void keep(Job<S>& job) noexcept {
       delay_.keep(job);
       post_.keep(job);
-      job.watch.keep(job.memory.chainPrev[0], late_);
+      job.watch.keep(job.memory.chainPrev[kLate], late_);
     }
 
    private:
@@ -138,45 +138,11 @@ struct Comb {
   };
 };
 
-// A flanger with a short phaser inside its loop.
-struct FlangerPhaser {
+// A flanger with a short phaser inside its loop, whose sections take the first places of the chain's memory.
+struct ShortPhaser {
   template <class S>
-  class Of {
-   public:
-    explicit Of(Job<S>& job) noexcept
-        : drive_(job.coefs),
-          mix_(job.coefs),
-          delay_(job),
-          post_(job),
-          chain_(job),
-          feedback_(dsp::both<S>(job.coefs.delayFeedback)),
-          late_(job.memory.chainPrev[2]) {}
-
-    S operator()(S in) noexcept {
-      constexpr float kLimit = 0.8333333f;
-      const S y = drive_(in);
-      const S e = chain_(post_(dsp::limited(delay_(y), -kLimit, kLimit)));
-      delay_.feedBack(feedback_ * e);
-      const S out = mix_(e, late_);
-      late_ = y;
-      return out;
-    }
-
-    void keep(Job<S>& job) noexcept {
-      delay_.keep(job);
-      post_.keep(job);
-      chain_.keep(job);
-      job.watch.keep(job.memory.chainPrev[2], late_);
-    }
-
-   private:
-    DriveStage<S> drive_;
-    MixStage<S> mix_;
-    FractionalDelay<S> delay_;
-    typename HighPassLowPass::template Of<S> post_;
-    AllPassChain<S, 2> chain_;
-    S feedback_, late_;
-  };
+  using Of = AllPassChain<S, 2>;
 };
+using FlangerPhaser = Comb<Loop::flanger, Both<HighPassLowPass, ShortPhaser>, 2>;
 
 }  // namespace kernels
