@@ -107,6 +107,35 @@ struct Combs {
   };
 };
 
+// The damping in loops of their own: a low-pass, less a slow estimate of the DC.
+template <class S, std::size_t kLoops>
+class DampedLoops {
+ public:
+  explicit DampedLoops(const Job<S>& job) noexcept : damping_(dsp::both<S>(job.coefs.fA)) {
+    for (std::size_t i = 0; i < kLoops; ++i) {
+      damp_[i] = job.memory.damp[i];
+      dc_[i] = job.memory.dcTrack[i];
+    }
+  }
+
+  S operator()(int loop, S r) noexcept {
+    damp_[loop] += (r - damp_[loop]) * damping_;
+    dc_[loop] += (damp_[loop] - dc_[loop]) * 0.01f;
+    return damp_[loop] - dc_[loop];
+  }
+
+  void keep(Job<S>& job) noexcept {
+    for (std::size_t i = 0; i < kLoops; ++i) {
+      job.watch.keep(job.memory.damp[i], damp_[i]);
+      job.watch.keep(job.memory.dcTrack[i], dc_[i]);
+    }
+  }
+
+ private:
+  S damping_;
+  S damp_[kLoops], dc_[kLoops];
+};
+
 struct AllPasses {
   template <class S>
   class Of {
@@ -114,23 +143,15 @@ struct AllPasses {
     explicit Of(Job<S>& job) noexcept
         : lines_(job.lines.ap, job.coefs.apDelay),
           clock_(job),
+          loops_(job),
           input_(dsp::both<S>(job.coefs.verbIn)),
-          damping_(dsp::both<S>(job.coefs.fA)),
-          coef_(dsp::both<S>(job.coefs.apCoef)) {
-      for (int i = 0; i < kAllPasses; ++i) {
-        damp_[i] = job.memory.damp[i];
-        dc_[i] = job.memory.dcTrack[i];
-      }
-    }
+          coef_(dsp::both<S>(job.coefs.apCoef)) {}
 
     S tap(S y) noexcept {
       lines_.moveTo(clock_.next());
       S u = input_ * y;
       for (int i = 0; i < kAllPasses; ++i) {
-        const S r = lines_.read(i);
-        damp_[i] += (r - damp_[i]) * damping_;
-        dc_[i] += (damp_[i] - dc_[i]) * 0.01f;
-        const S h = damp_[i] - dc_[i] - u * coef_;
+        const S h = loops_(i, lines_.read(i)) - u * coef_;
         lines_.write(i, coef_ * h + u);
         u = h;
       }
@@ -139,17 +160,14 @@ struct AllPasses {
 
     void keep(Job<S>& job) noexcept {
       clock_.keep(job);
-      for (int i = 0; i < kAllPasses; ++i) {
-        job.watch.keep(job.memory.damp[i], damp_[i]);
-        job.watch.keep(job.memory.dcTrack[i], dc_[i]);
-      }
+      loops_.keep(job);
     }
 
    private:
     Lines<S, kAllPasses> lines_;
     LineClock<S> clock_;
-    S input_, damping_, coef_;
-    S damp_[kAllPasses], dc_[kAllPasses];
+    DampedLoops<S, kAllPasses> loops_;
+    S input_, coef_;
   };
 };
 
@@ -217,19 +235,14 @@ struct French {
     explicit Of(Job<S>& job) noexcept
         : lines_(job.lines.ap, job.coefs.apDelay),
           clock_(job),
+          loops_(job),
           drive_(job.coefs),
           a_(job, Slot::a),
           b_(job, Slot::b),
           return_(dsp::both<S>(job.coefs.inGain > 0.2f ? job.coefs.inGain : 0.2f)),
-          damping_(dsp::both<S>(job.coefs.fA)),
           wet_(dsp::both<S>(job.coefs.wet * 0.25f)),
           dry_(dsp::both<S>(job.coefs.dry)),
-          back_(job.memory.chain[7]) {
-      for (int i = 0; i < kDelays; ++i) {
-        damp_[i] = job.memory.damp[i];
-        dc_[i] = job.memory.dcTrack[i];
-      }
-    }
+          back_(job.memory.chain[7]) {}
 
     S operator()(S in) noexcept {
       const S y = drive_(in);
@@ -248,10 +261,7 @@ struct French {
       a_.keep(job, Slot::a);
       b_.keep(job, Slot::b);
       job.watch.keep(job.memory.chain[7], back_);
-      for (int i = 0; i < kDelays; ++i) {
-        job.watch.keep(job.memory.damp[i], damp_[i]);
-        job.watch.keep(job.memory.dcTrack[i], dc_[i]);
-      }
+      loops_.keep(job);
     }
 
    private:
@@ -261,21 +271,19 @@ struct French {
       lines_.moveTo(clock_.next());
       for (int i = 0; i < kDelays; ++i) {
         const S r = lines_.read(i);
-        damp_[i] += (r - damp_[i]) * damping_;
-        dc_[i] += (damp_[i] - dc_[i]) * 0.01f;
         lines_.write(i, u);
-        u = damp_[i] - dc_[i];
+        u = loops_(i, r);
       }
       back_ = u;
     }
 
     Lines<S, kDelays> lines_;
     LineClock<S> clock_;
+    DampedLoops<S, kDelays> loops_;
     DriveStage<S> drive_;
     typename NonLinear::template Stage<S, Needs::nothing> a_;
     typename NearlyStill::template Stage<S, Needs::nothing> b_;
-    S return_, damping_, wet_, dry_, back_;
-    S damp_[kDelays], dc_[kDelays];
+    S return_, wet_, dry_, back_;
   };
 };
 
