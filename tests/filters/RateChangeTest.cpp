@@ -93,8 +93,10 @@ TEST(RateChange, GivesForAPairWhatTwoChannelsGive) {
     Samples frames = pairs(part(left), part(right)), twice(4 * n);
     stereoUp.process(twice.data(), frames.data(), static_cast<int>(n));
     const Samples expected = pairs(l, r);
-    for (std::size_t i = 0; i < expected.size(); ++i)
-      ASSERT_NEAR(twice[i], expected[i], 1e-17) << "up, from frame " << start;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      const bool bHeard = std::fabs(expected[i]) > 1e-9f;  // far above what either guard touches
+      ASSERT_NEAR(twice[i], expected[i], bHeard ? 0.0 : 1e-17) << "up, from frame " << start;
+    }
     stereoUp.halfBand.dropTraces();
     stereoDown.process(frames.data(), expected.data(), static_cast<int>(n));
     ASSERT_EQ(frames, pairs(down(downLeft, l), down(downRight, r))) << "down, from frame " << start;
