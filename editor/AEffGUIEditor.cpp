@@ -1,12 +1,22 @@
 #include "editor/AEffGUIEditor.h"
 
-#include <utility>
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "toolkit/Bundle.h"
 
 namespace {
 
 constexpr std::uint32_t kTicksBetweenTurns = 100;
+
+// The sides of a window as hosts take them.
+constexpr double kMostPixels = std::numeric_limits<VstInt16>::max();
+
+// A window that isn't on whole pixels gets the part of one too.
+VstInt16 pixels(double units, double scale) {
+  return static_cast<VstInt16>(std::clamp(std::ceil(units * scale), 1.0, kMostPixels));
+}
 
 std::int32_t knobMode = VSTGUI::kCircularMode;
 
@@ -44,7 +54,9 @@ void AEffGUIEditor::draw(ERect* area) {
   if (!frame) return;
   VSTGUI::CRect all;
   frame->getSize(all);
-  frame->paintNow(area ? VSTGUI::CRect(area->left, area->top, area->right, area->bottom) : all);
+  const double unit = 1.0 / scaleFactor();
+  frame->paintNow(area ? VSTGUI::CRect(area->left * unit, area->top * unit, area->right * unit, area->bottom * unit)
+                       : all);
 }
 
 bool AEffGUIEditor::onKeyDown(VstKeyCode& key) {
@@ -88,7 +100,24 @@ void AEffGUIEditor::beginEdit(std::int32_t index) { host().beginEdit(index); }
 void AEffGUIEditor::endEdit(std::int32_t index) { host().endEdit(index); }
 
 bool AEffGUIEditor::beforeSizeChange(const VSTGUI::CRect& newSize, const VSTGUI::CRect& /*oldSize*/) {
-  if (host().canHostDo("sizeWindow"))
-    host().sizeWindow(static_cast<VstInt32>(newSize.getWidth()), static_cast<VstInt32>(newSize.getHeight()));
+  if (host().canHostDo("sizeWindow")) sizeWindow(newSize.getWidth(), newSize.getHeight());
   return true;
+}
+
+// --- Units and pixels
+
+double AEffGUIEditor::scaleFactor() const {
+  if (frame) return frame->getScaleFactor();
+  const VSTGUI::IPlatform* const platform = VSTGUI::getPlatform();
+  return platform ? platform->getScaleFactor() : 1.0;
+}
+
+bool AEffGUIEditor::sizeWindow(double width, double height) {
+  const double scale = scaleFactor();
+  return host().sizeWindow(pixels(width, scale), pixels(height, scale));
+}
+
+void AEffGUIEditor::setRect(double width, double height) {
+  const double scale = scaleFactor();
+  rect = {0, 0, pixels(height, scale), pixels(width, scale)};
 }

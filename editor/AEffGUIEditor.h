@@ -1,7 +1,8 @@
 // An editor of the host's kind on one frame of the widget layer: what the host asks goes to the frame, what the frame
 // asks goes to the effect and its host. [ui]
 //
-// Derived editors make `frame` in their `open` and forget it in their `close`.
+// Hosts count in device pixels, views in frame units; this is where the two meet. Derived editors make `frame` in their
+// `open` and forget it in their `close`.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +22,7 @@ class AEffGUIEditor : public AEffEditor, public VSTGUI::VSTGUIEditorInterface {
   bool open(void* window) override;
   bool isOpen() override { return frame != nullptr; }
   void idle() override;
-  // Repaints a rectangle, or all of the frame for null.
+  // Repaints a rectangle of device pixels, or all of the frame for null.
   virtual void draw(ERect* area);
   bool onKeyDown(VstKeyCode& key) override;
   bool onKeyUp(VstKeyCode& key) override;
@@ -39,9 +40,15 @@ class AEffGUIEditor : public AEffEditor, public VSTGUI::VSTGUIEditorInterface {
 
  protected:
   [[nodiscard]] AudioEffectX& host() const { return *static_cast<AudioEffectX*>(effect); }
+  // Device pixels a unit: of the window, or of one that would open now.
+  [[nodiscard]] double scaleFactor() const;
+  // Tells the host the window's size in units; false when it doesn't resize.
+  bool sizeWindow(double width, double height);
+  // The window's size in units as hosts are told it.
+  void setRect(double width, double height);
 
   VSTGUI::CFrame* frame = nullptr;  // null while closed
-  ERect rect;                       // of the window, in pixels
+  ERect rect;                       // of the window, in device pixels
 
  private:
   std::uint32_t lastTicks_;  // ms, of the last turn given to the host

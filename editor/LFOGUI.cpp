@@ -121,7 +121,8 @@ void LFOGUI::resizeDragged(const ResizeControl& corner) {
 }
 
 bool LFOGUI::getRect(ERect** editorRect) {
-  rect = {0, 0, static_cast<VstInt16>(editorHeight), static_cast<VstInt16>(editorWidth)};
+  const CRect size = windowRect();
+  setRect(size.getWidth(), size.getHeight());
   return AEffGUIEditor::getRect(editorRect);
 }
 
@@ -223,7 +224,7 @@ void LFOGUI::rebuild() {
   if (!window->setSize(size.getWidth(), size.getHeight()) || frame != window) return;
   std::fputs("\n about to open controls", stderr);
   openControls(size);
-  host().sizeWindow(static_cast<VstInt32>(size.getWidth()), static_cast<VstInt32>(size.getHeight()));
+  sizeWindow(size.getWidth(), size.getHeight());
   std::fputs("\n about to getallfromprocess for resize", stderr);
   controlsReady = frame == window;
 }

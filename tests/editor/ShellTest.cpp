@@ -164,6 +164,22 @@ TEST_F(Shell, TakesTheWindowSizeOfAStateWhenItOpensNext) {
   EXPECT_EQ(rectSize(), std::pair(700, 284));
 }
 
+TEST_F(Shell, CountsInDevicePixelsForHostsAndInUnitsForProjects) {
+  platform_.scaleFactor = 1.5;
+  EXPECT_EQ(rectSize(), std::pair(1062, 515)) << "before the window is there; 514.5 rounded up";
+  open();
+  platform_.scaleFactor = 3.0;  // of the next window
+  EXPECT_EQ(rectSize(), windowSize());
+  resize(800, 400);
+  EXPECT_EQ(windowSize(), std::pair(1200, 600));
+  EXPECT_EQ(rectSize(), windowSize());
+  EXPECT_EQ(rig_->host.windowSizes.back(), windowSize());
+  EXPECT_EQ(rig_->fx().editorWidth, 800);
+  EXPECT_EQ(gui_->display->graphWidth, 438.0);
+  close();
+  EXPECT_EQ(rectSize(), std::pair(2400, 1200));
+}
+
 TEST_F(Shell, ShowsWhatIsAutomatedAtItsNextIdle) {
   open();
   auto shown = picture();
