@@ -9,6 +9,7 @@
 #include "editor/GraphPalette.h"
 #include "editor/LFODisplay.h"
 #include "editor/ResizeControl.h"
+#include "editor/SvgRender.h"
 
 using namespace VSTGUI;
 
@@ -17,10 +18,11 @@ namespace {
 constexpr std::uint32_t kClosedPeriodMs = 150;
 constexpr std::uint32_t kFirstPeriodMs = 240;
 constexpr int kCornerImage = 128;
+constexpr char kCornerFile[] = "bmp00128.png";
 constexpr double kAspect = 0.48446327447891235;                           // of the reference window, 343 / 708
 constexpr double kGraphWidthPart = 0.54802259887006;                      // of the window: 388 pixels of 708
 constexpr double kGraphHeightPart = 0.6997084548105;                      // and 240 of 343
-constexpr double kCornerSide = 16.0;                                      // where the image is missing
+constexpr double kCornerSide = 16.0;                                      // of what stands in for a missing image
 constexpr float kDragStep = 0.98f, kFreeDrag = 0.991f, kRelease = 0.01f;  // where the corner's values part
 
 double wholePixels(double n) { return std::trunc(n + 0.5); }
@@ -32,6 +34,11 @@ bool sameInPixels(double a, double b) { return std::trunc(a) == std::trunc(b); }
 std::uint32_t periodMs(int interval) {
   if (interval < 1) return 4;
   return interval > 999 ? 50u : static_cast<std::uint32_t>(interval);
+}
+
+Counted<CBitmap> cornerStandIn(CFrame* frame) {
+  const auto box = Counted<COffscreenContext>::adopt(placeholderImage(kCornerFile, frame, 1, kCornerSide, kCornerSide));
+  return box ? Counted<CBitmap>(box->getBitmap()) : Counted<CBitmap>::adopt(new CBitmap(kCornerSide, kCornerSide));
 }
 
 }  // namespace
@@ -185,13 +192,12 @@ void LFOGUI::addGraph() {
 }
 
 void LFOGUI::addResizeCorner() {
-  const bool known = cornerImage_->isLoaded();
-  const double width = known ? cornerImage_->getWidth() : kCornerSide;
-  const double height = known ? cornerImage_->getHeight() : kCornerSide;
-  CRect window;
-  frame->getSize(window);
-  resizeCorner = new ResizeControl({window.right - width, window.bottom - height, window.right, window.bottom}, this,
-                                   kResizeTag, known ? cornerImage_.get() : nullptr);
+  if (!cornerImage_->isLoaded()) cornerImage_ = cornerStandIn(frame);
+  CRect place;
+  frame->getSize(place);
+  place.left = place.right - cornerImage_->getWidth();
+  place.top = place.bottom - cornerImage_->getHeight();
+  resizeCorner = new ResizeControl(place, this, kResizeTag, cornerImage_);
   frame->addView(resizeCorner);
 }
 
