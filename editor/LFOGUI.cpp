@@ -36,11 +36,6 @@ std::uint32_t periodMs(int interval) {
   return interval > 999 ? 50u : static_cast<std::uint32_t>(interval);
 }
 
-Counted<CBitmap> cornerStandIn(CFrame* frame) {
-  const auto box = Counted<COffscreenContext>::adopt(placeholderImage(kCornerFile, frame, 1, kCornerSide, kCornerSide));
-  return box ? Counted<CBitmap>(box->getBitmap()) : Counted<CBitmap>::adopt(new CBitmap(kCornerSide, kCornerSide));
-}
-
 }  // namespace
 
 AEffEditor* createEditor(AudioEffectX* effect) { return new LFOGUI(static_cast<LfoDSP*>(effect)); }
@@ -192,12 +187,16 @@ void LFOGUI::addGraph() {
 }
 
 void LFOGUI::addResizeCorner() {
-  if (!cornerImage_->isLoaded()) cornerImage_ = cornerStandIn(frame);
+  using Picture = Counted<COffscreenContext>;
+  Counted<CBitmap> image = cornerImage_;
+  if (!image->isLoaded())
+    if (const auto box = Picture::adopt(placeholderImage(kCornerFile, frame, 1, kCornerSide, kCornerSide)))
+      image = box->getBitmap();
   CRect place;
   frame->getSize(place);
-  place.left = place.right - cornerImage_->getWidth();
-  place.top = place.bottom - cornerImage_->getHeight();
-  resizeCorner = new ResizeControl(place, this, kResizeTag, cornerImage_);
+  place.left = place.right - image->getWidth();
+  place.top = place.bottom - image->getHeight();
+  resizeCorner = new ResizeControl(place, this, kResizeTag, image);
   frame->addView(resizeCorner);
 }
 
