@@ -49,7 +49,7 @@ LFOGUI::LFOGUI(LfoDSP* owner)
 }
 
 // The effect's own fields are gone by now; none of this may look at them.
-LFOGUI::~LFOGUI() { LFOGUI::close(); }
+LFOGUI::~LFOGUI() { closeWindow(); }
 
 double LFOGUI::scaledX(double x) const { return wholePixels(x / kReferenceWidth * editorWidth); }
 double LFOGUI::scaledY(double y) const { return wholePixels(y / kReferenceHeight * editorHeight); }
@@ -144,6 +144,16 @@ bool LFOGUI::open(void* parentWindow) {
 }
 
 void LFOGUI::close() {
+  letGo();
+  closeWindow();
+}
+
+// Of a drag whose release will go elsewhere.
+void LFOGUI::letGo() {
+  if (display) abandonGraphDrag(*display, dsp());
+}
+
+void LFOGUI::closeWindow() {
   timer_->setFireTime(kClosedPeriodMs);
   controlsReady = false;
   resizePending = false;
@@ -215,6 +225,7 @@ void LFOGUI::destroyStuff() {
 
 // Hosts may do anything in their answer to a new size, also close the window.
 void LFOGUI::rebuild() {
+  letGo();
   resizePending = false;
   controlsReady = false;
   destroyStuff();

@@ -83,6 +83,8 @@ class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VST
   void addGraph();
   void addResizeCorner();
   void removeResizeCorner();
+  void letGo();
+  void closeWindow();
   void destroyStuff();
   void rebuild();
   void startTimer();
