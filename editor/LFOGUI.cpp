@@ -115,8 +115,7 @@ void LFOGUI::resizeDragged(const ResizeControl& corner) {
     resizePending = false;
     if (!frame) return;
     frame->setCursor(kCursorDefault);
-    removeResizeCorner();
-    addResizeCorner();
+    renewResizeCorner();
   }
 }
 
@@ -210,6 +209,11 @@ void LFOGUI::removeResizeCorner() {
   resizeCorner = nullptr;
 }
 
+void LFOGUI::renewResizeCorner() {
+  removeResizeCorner();
+  addResizeCorner();
+}
+
 void LFOGUI::startTimer() {
   timer_->setFireTime(periodMs(dsp().timerInterval));
   timer_->start();
@@ -237,4 +241,5 @@ void LFOGUI::rebuild() {
   host().sizeWindow(static_cast<VstInt32>(size.getWidth()), static_cast<VstInt32>(size.getHeight()));
   std::fputs("\n about to getallfromprocess for resize", stderr);
   controlsReady = frame == window;
+  if (controlsReady && resizeCorner->getValue() < kRelease) renewResizeCorner();  // a dragged one stays until its end
 }
