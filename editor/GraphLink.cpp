@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "editor/GraphGeometry.h"
 #include "editor/LFODisplay.h"
@@ -33,17 +34,23 @@ float curveValue(const LFODisplay& display, int segment) {
 }
 
 // One value of a drag that hosts may record; the last one closes the gesture.
-void sendDragged(const LFODisplay& display, LfoDSP& effect, int parameter, float value) {
+void sendDragged(LFODisplay& display, LfoDSP& effect, int parameter, float value) {
+  std::erase(display.openEdits, parameter);
   if (display.gestureEnding) {
     effect.endEdit(parameter);
   } else {
+    display.openEdits.push_back(parameter);
     effect.beginEdit(parameter);
   }
   effect.setParameterAutomated(parameter, value);
 }
 
+void endOpenEdits(LFODisplay& display, LfoDSP& effect) {
+  for (const int parameter : std::exchange(display.openEdits, {})) effect.endEdit(parameter);
+}
+
 // False where what is pressed has no parameters.
-bool sendPressed(const LFODisplay& display, LfoDSP& effect) {
+bool sendPressed(LFODisplay& display, LfoDSP& effect) {
   const int pressed = display.pressedPoint;
   if (pressed >= 0 && pressed < kAutomatedPointCount) {
     if (pressed > 0) sendDragged(display, effect, xParameter(pressed), xValue(display, pressed));
@@ -82,7 +89,7 @@ bool sendSelection(const LFODisplay& display, LfoDSP& effect) {
   return whole;
 }
 
-bool sendAsParameters(const LFODisplay& display, LfoDSP& effect, int graph) {
+bool sendAsParameters(LFODisplay& display, LfoDSP& effect, int graph) {
   if (effect.bSuspended || graph != 0) return false;
   if (display.selectionActive) return sendSelection(display, effect);
   return display.automationGesture && display.getValue() < kReportWithoutParameters && sendPressed(display, effect);
@@ -117,6 +124,7 @@ void commitGraphEdit(LFODisplay& display, LfoDSP& effect) {
   // A note may have selected another graph that has not been loaded yet; the edit is still one of the graph in view.
   const int graph = display.shownGraph() >= 0 ? display.shownGraph() : static_cast<int>(effect.currentGraph);
   const bool sent = sendAsParameters(display, effect, graph);
+  if (display.gestureEnding) endOpenEdits(display, effect);  // also while suspended
   display.RenderShape();
   // Before the first block parameters only wait.
   if (sent && effect.bWarmedUp) {
@@ -127,10 +135,18 @@ void commitGraphEdit(LFODisplay& display, LfoDSP& effect) {
   display.renderDirty = true;
 }
 
+void abandonGraphDrag(LFODisplay& display, LfoDSP& effect) {
+  display.endStep();
+  endOpenEdits(display, effect);
+}
+
 void loadGraph(LFODisplay& display, LfoDSP& effect, bool pointsOnly) {
   const int graph = effect.currentGraph;
   const GraphState before = display.graphState();
-  if (!pointsOnly) display.endGestures();
+  if (!pointsOnly) {
+    display.endGestures();
+    endOpenEdits(display, effect);
+  }
   const int last = std::clamp<int>(effect.envNumPoints[at(graph)], 1, kEditedPoints - 1);
   const int slots = pointsOnly ? last + 1 : kEditedPoints;
   for (int i = 0; i < slots; ++i) takePoint(display, effect, graph, i);

@@ -9,6 +9,10 @@ class LfoDSP;
 // is shown. Either way the effect's points and table are up to date when this returns.
 void commitGraphEdit(LFODisplay& display, LfoDSP& effect);
 
+// Ends a drag that will see no release, since the window goes: hosts hear of the end of what they record, and what was
+// done so far can be undone.
+void abandonGraphDrag(LFODisplay& display, LfoDSP& effect);
+
 // Takes the effect's current graph into the display. `pointsOnly` for points that were automated: it takes the points
 // in use. Without it all slots come, the display's table goes back over the effect's, gestures and selection end, and a
 // change of the graph that was shown before can be undone.

@@ -106,6 +106,8 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   void showOverlay(const char* text);
   // Ends what the pointer is doing and drops the selection; for when another graph comes in.
   void endGestures();
+  // What the pointer did since its press becomes a step to undo.
+  void endStep();
   // Tells that `graph` is now shown, its points taken anew. `before` is what the view held: where that was the same
   // graph, it becomes a step to undo.
   void graphLoaded(int graph, const GraphState& before);
@@ -155,6 +157,7 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   std::vector<MultiSelectPoint> selection;  // room for 64, never more
   bool automationGesture = false;           // the drag touches a point that hosts automate
   bool gestureEnding = false;               // the last report of such a drag
+  std::vector<int> openEdits;               // parameters whose edit the host was told the beginning of
   bool bendsAllCurves = false;              // a curve drag that parameters can't carry
   VSTGUI::CPoint lastMouse{55, 55};
 
@@ -239,7 +242,6 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   void nudge(const Nudge& by);
   [[nodiscard]] GraphHistory& steps() { return history ? *history : ownHistory_; }
   void beginStep();
-  void endStep();
   bool takeStep(std::optional<GraphState> (GraphHistory::*step)(int, const GraphState&));
   [[nodiscard]] bool isDragging() const { return before_.has_value(); }
 

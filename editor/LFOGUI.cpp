@@ -51,7 +51,7 @@ LFOGUI::LFOGUI(LfoDSP* owner)
 }
 
 // The effect's own fields are gone by now; none of this may look at them.
-LFOGUI::~LFOGUI() { LFOGUI::close(); }
+LFOGUI::~LFOGUI() { closeWindow(); }
 
 double LFOGUI::scaledX(double x) const { return wholePixels(x / kReferenceWidth * editorWidth); }
 double LFOGUI::scaledY(double y) const { return wholePixels(y / kReferenceHeight * editorHeight); }
@@ -117,8 +117,7 @@ void LFOGUI::resizeDragged(const ResizeControl& corner) {
     resizePending = false;
     if (!frame) return;
     frame->setCursor(kCursorDefault);
-    removeResizeCorner();
-    addResizeCorner();
+    renewResizeCorner();
   }
 }
 
@@ -147,6 +146,16 @@ bool LFOGUI::open(void* parentWindow) {
 }
 
 void LFOGUI::close() {
+  letGo();
+  closeWindow();
+}
+
+// Of a drag whose release will go elsewhere.
+void LFOGUI::letGo() {
+  if (display) abandonGraphDrag(*display, dsp());
+}
+
+void LFOGUI::closeWindow() {
   timer_->setFireTime(kClosedPeriodMs);
   controlsReady = false;
   resizePending = false;
@@ -206,6 +215,11 @@ void LFOGUI::removeResizeCorner() {
   resizeCorner = nullptr;
 }
 
+void LFOGUI::renewResizeCorner() {
+  removeResizeCorner();
+  addResizeCorner();
+}
+
 void LFOGUI::startTimer() {
   timer_->setFireTime(periodMs(dsp().timerInterval));
   timer_->start();
@@ -221,6 +235,7 @@ void LFOGUI::destroyStuff() {
 
 // Hosts may do anything in their answer to a new size, also close the window.
 void LFOGUI::rebuild() {
+  letGo();
   resizePending = false;
   controlsReady = false;
   destroyStuff();
@@ -232,4 +247,5 @@ void LFOGUI::rebuild() {
   sizeWindow(size.getWidth(), size.getHeight());
   std::fputs("\n about to getallfromprocess for resize", stderr);
   controlsReady = frame == window;
+  if (controlsReady && resizeCorner->getValue() < kRelease) renewResizeCorner();  // a dragged one stays until its end
 }

@@ -83,6 +83,9 @@ class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VST
   void addGraph();
   void addResizeCorner();
   void removeResizeCorner();
+  void renewResizeCorner();
+  void letGo();
+  void closeWindow();
   void destroyStuff();
   void rebuild();
   void startTimer();

@@ -94,7 +94,8 @@ CMouseEventResult CFrame::platformMouseMoved(const CPoint& where, CButtonState b
     if (textField_) textField_->mouseMoved(where);
     return kMouseEventHandled;
   }
-  const CButtonState word = reported(buttons);
+  // A button that went down elsewhere, say before the window opened under the pointer, drags nothing here.
+  const CButtonState word = reported(buttonHeld_ ? buttons : CButtonState(buttons.getModifierState()));
   if (buttonHeld_ && !mouseDownView_) return kMouseEventNotHandled;
   if (!buttonHeld_) hoverOver(getViewAt(where, true), where, word);
   const Counted<CView> view = mouseDownView_ ? mouseDownView_ : hoverView_;

@@ -48,8 +48,15 @@ class COptionMenu : public CParamDisplay {
               CBitmap* pressedBackground = nullptr, std::int32_t style = 0);
   COptionMenu(const COptionMenu& other) = default;  // with the same items
 
-  // An index of -1, or past the end, appends. Items given take over the caller's reference, and so do sub-menus: they
-  // go with their item unless somebody remembered them. The item is returned.
+  // An index of -1, or past the end, appends. The item is returned; it stays the menu's.
+  //
+  // The menu takes over the caller's reference of an item, and an item the caller's reference of a sub-menu. So a new
+  // sub-menu goes with its item, and its maker must not forget it. Who keeps it too needs a reference of its own:
+  //
+  //   shell->remember();                 // one for the item, one stays here
+  //   menu->addEntry(shell, "Folder");
+  //   menu->removeAllEntry();            // gives back the item's
+  //   shell->forget();                   // and this ours: it is gone, in either order
   virtual CMenuItem* addEntry(CMenuItem* item, std::int32_t index = -1);
   virtual CMenuItem* addEntry(COptionMenu* submenu, const char* title);
   virtual CMenuItem* addEntry(const char* title, std::int32_t index = -1, std::int32_t flags = CMenuItem::kNoFlags);

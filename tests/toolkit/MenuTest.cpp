@@ -1,6 +1,7 @@
 // Menus: their items, and the popup under pointer and keyboard.
 
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "tests/toolkit/Window.h"
 #include "toolkit/COptionMenu.h"
@@ -31,13 +32,15 @@ struct MenuWindow : Window {
   COptionMenu* menu = new COptionMenu({10, 10, 80, 24}, &listener, 83);
 };
 
+// Counts the ends of its kind.
+struct Watched : COptionMenu {
+  explicit Watched(int& ends) : COptionMenu({}, nullptr, 0), ends_(ends) {}
+  ~Watched() override { ++ends_; }
+  int& ends_;
+};
+
 TEST(MenuItems, AreFoundMovedMarkedAndRemoved) {
-  bool gone = false;
-  struct Watched : COptionMenu {
-    explicit Watched(bool& flag) : COptionMenu({}, nullptr, 0), gone_(flag) {}
-    ~Watched() override { gone_ = true; }
-    bool& gone_;
-  };
+  int gone = 0;
   COptionMenu menu({}, nullptr, 0);
   menu.addEntry("b");
   menu.addEntry("a", 0);
@@ -57,10 +60,36 @@ TEST(MenuItems, AreFoundMovedMarkedAndRemoved) {
   EXPECT_TRUE(menu.isCheckEntry(2));
   EXPECT_TRUE(menu.removeEntry(0));
   EXPECT_EQ(menu.getCurrentIndex(), 1);
-  EXPECT_FALSE(gone);
+  EXPECT_EQ(gone, 0);
   menu.removeAllEntry();
-  EXPECT_TRUE(gone) << "sub-menus go with their items";
+  EXPECT_EQ(gone, 1) << "sub-menus go with their items";
   EXPECT_EQ(menu.getCurrent(), nullptr);
+}
+
+// As an editor builds menus of folders out of shells that it keeps, and takes all down again.
+TEST(MenuItems, LeaveShellsThatWereRememberedToTheirKeeper) {
+  for (const bool menuFirst : {true, false}) {
+    int gone = 0;
+    std::vector<COptionMenu*> shells(24);
+    for (COptionMenu*& shell : shells) shell = new Watched(gone);
+    auto* const top = new COptionMenu({}, nullptr, 83);
+    const auto add = [](COptionMenu* menu, COptionMenu* shell) {
+      shell->remember();
+      menu->addEntry(shell, "folder");
+    };
+    for (std::size_t i = 0; i < 10; ++i) add(top, shells[i]);
+    for (std::size_t i = 10; i < 15; ++i) add(shells[i - 10], shells[i]);
+    top->addEntry(new Watched(gone), "nobody else's");
+    if (menuFirst) {
+      top->removeAllEntry();
+      for (COptionMenu* const shell : shells) shell->removeAllEntry();
+      EXPECT_EQ(gone, 1);
+      for (const COptionMenu* const shell : shells) EXPECT_EQ(shell->getNbReference(), 1);
+    }
+    for (COptionMenu* const shell : shells) shell->forget();
+    top->forget();
+    EXPECT_EQ(gone, 25);
+  }
 }
 
 TEST(MenuPopups, ReportTheItemThatWasClicked) {

@@ -4,13 +4,11 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/xtest.h>
-
-#include "toolkit/CDrawContext.h"
-#include "toolkit/IDataPackage.h"
 
 using namespace VSTGUI;
 
@@ -52,35 +50,12 @@ void Daemon::stop() {
   process_ = -1;
 }
 
-void Recorder::draw(CDrawContext* context) {
-  ++draws;
-  context->setFillColor(kRedCColor);
-  context->drawRect(getViewSize(), kDrawFilled);
-  context->setFillColor(kBlueCColor);
-  context->drawRect({0, 0, 10, 10}, kDrawFilled);
-}
-
-bool Recorder::onDrop(IDataPackage* drag, const CPoint&) {
-  log += "drop ";
-  for (std::uint32_t i = 0; i < drag->getCount(); ++i) {
-    const void* data = nullptr;
-    IDataPackage::Type type = IDataPackage::kError;
-    const std::uint32_t size = drag->getData(i, data, type);
-    dropped.emplace_back(static_cast<const char*>(data), size);
-  }
-  return true;
-}
-
 Desktop::Desktop() {
   for (const char* const variable : {"MODRIFT_SCALE", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"})
     ::unsetenv(variable);
 }
 
-Desktop::~Desktop() {
-  if (frame) frame->close();
-  frame = nullptr;
-  setPlatform(PlatformType::kDefaultNative, nullptr);
-}
+Desktop::~Desktop() { setPlatform(PlatformType::kDefaultNative, nullptr); }
 
 void Desktop::SetUp() {
   if (server.address().empty()) GTEST_SKIP() << "Xvfb is not installed, so nothing of X11 is tested";
@@ -92,34 +67,26 @@ void Desktop::SetUp() {
   point(-20, -20);
 }
 
-xcb_window_t Desktop::newHostWindow(int x, int y) {
-  const xcb_window_t made = xcb_generate_id(*user);
-  const std::array<std::uint32_t, 3> values{user->screen().white_pixel, 1,
+xcb_window_t Desktop::newHostWindow(Connection& owner, int x, int y) {
+  const xcb_window_t made = xcb_generate_id(owner);
+  const std::array<std::uint32_t, 3> values{owner.screen().white_pixel, 1,
                                             XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_PROPERTY_CHANGE};
-  xcb_create_window(*user, XCB_COPY_FROM_PARENT, made, user->root(), static_cast<std::int16_t>(x),
+  xcb_create_window(owner, XCB_COPY_FROM_PARENT, made, owner.root(), static_cast<std::int16_t>(x),
                     static_cast<std::int16_t>(y), kHostWidth, kHostHeight, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                     XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
                     values.data());
-  xcb_map_window(*user, made);
-  (void)geometry(made);  // the server has seen to it
+  xcb_map_window(owner, made);
+  owner.flush();
+  // The server has seen to it.
+  (void)Reply<xcb_get_geometry_reply_t>(xcb_get_geometry_reply(owner, xcb_get_geometry(owner, made), nullptr));
   return made;
-}
-
-void Desktop::open() {
-  frame = Counted<CFrame>::adopt(new CFrame({0, 0, 200, 100}, this));
-  view = new Recorder({0, 0, 200, 100});
-  frame->addView(view);
-  ASSERT_TRUE(frame->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host))));
-  window = childrenOf(host).at(0);
-  ASSERT_TRUE(until([&] { return view->draws > 0; }));
 }
 
 bool Desktop::until(const std::function<bool()>& done) {
   user->flush();
   const auto deadline = std::chrono::steady_clock::now() + kPatience;
   while (std::chrono::steady_clock::now() < deadline) {
-    if (frame) frame->idle();
-    if (alsoIdle) alsoIdle();
+    idle();
     if (done()) return true;
     user->waitReadable(2);
   }
@@ -184,4 +151,10 @@ bool Desktop::hostGot(std::uint8_t type) {
   while (const Event event = user->poll())
     if ((event->response_type & 0x7f) == type) return true;
   return false;
+}
+
+int Desktop::openFiles(const std::string& process) {
+  int count = 0;
+  for ([[maybe_unused]] const auto& file : std::filesystem::directory_iterator("/proc/" + process + "/fd")) ++count;
+  return count;
 }

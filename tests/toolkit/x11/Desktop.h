@@ -8,8 +8,6 @@
 #include <sys/types.h>
 #include <vector>
 
-#include "tests/toolkit/Window.h"
-#include "toolkit/CFrame.h"
 #include "toolkit/x11/Connection.h"
 #include "toolkit/x11/X11Platform.h"
 
@@ -27,6 +25,7 @@ class Daemon {
   Daemon& operator=(const Daemon&) = delete;
   ~Daemon() { stop(); }
   void stop();
+  [[nodiscard]] pid_t process() const { return process_; }
   // Empty when the program isn't installed or didn't start.
   [[nodiscard]] const std::string& address() const { return address_; }
 
@@ -35,34 +34,8 @@ class Daemon {
   std::string address_;
 };
 
-// Writes down what it is told besides what a Probe does.
-class Recorder : public Probe {
- public:
-  explicit Recorder(const VSTGUI::CRect& size) : Probe(size, VSTGUI::kMouseEventHandled) { setWantsFocus(true); }
-  void draw(VSTGUI::CDrawContext* context) override;
-  VSTGUI::CMouseEventResult onMouseMoved(VSTGUI::CPoint& where, const VSTGUI::CButtonState& buttons) override {
-    lastMove = where;
-    return Probe::onMouseMoved(where, buttons);
-  }
-  bool onWheel(const VSTGUI::CPoint&, const float& distance, const VSTGUI::CButtonState&) override {
-    wheel += distance;
-    return true;
-  }
-  std::int32_t onKeyDown(VSTGUI::VstKeyCode& key) override {
-    keys.push_back(key);
-    return key.virt == VSTGUI::VKEY_F1 ? VSTGUI::kKeyNotHandled : VSTGUI::kKeyHandled;
-  }
-  bool onDrop(VSTGUI::IDataPackage* drag, const VSTGUI::CPoint& where) override;
-
-  VSTGUI::CPoint lastMove;
-  float wheel = 0;
-  std::vector<VSTGUI::VstKeyCode> keys;
-  std::vector<std::string> dropped;
-  int draws = 0;
-};
-
-// The host's window at (60, 40) with a frame of 200 by 100 in it, which a Recorder fills.
-class Desktop : public testing::Test, public VSTGUI::VSTGUIEditorInterface {
+// A screen with the host's window at (60, 40) on it.
+class Desktop : public testing::Test {
  protected:
   static constexpr int kLeft = 60;
   static constexpr int kTop = 40;
@@ -73,13 +46,19 @@ class Desktop : public testing::Test, public VSTGUI::VSTGUIEditorInterface {
   ~Desktop() override;
   void SetUp() override;
 
-  // Opens the frame; its window is in `window`.
-  void open();
+  // A turn of what is tested.
+  virtual void idle() = 0;
   // Idles until `done` or for ten seconds; false when the time is up.
   bool until(const std::function<bool()>& done);
-  [[nodiscard]] xcb_window_t newHostWindow(int x, int y);
+  [[nodiscard]] xcb_window_t newHostWindow(int x, int y) { return newHostWindow(*user, x, y); }
+  // A window that goes when `owner` does.
+  [[nodiscard]] xcb_window_t newHostWindow(Connection& owner, int x, int y);
+  // As hosts hand a window over.
+  [[nodiscard]] static void* asParent(xcb_window_t which) {
+    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(which));
+  }
 
-  // At pixels of the frame's window.
+  // At pixels of the host's window.
   void point(int x, int y);
   void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
   void release(std::uint8_t button = 1) { fake(XCB_BUTTON_RELEASE, button); }
@@ -90,6 +69,10 @@ class Desktop : public testing::Test, public VSTGUI::VSTGUIEditorInterface {
 
   [[nodiscard]] xcb_get_geometry_reply_t geometry(xcb_window_t which);
   [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t which);
+  // Files that this process has open.
+  [[nodiscard]] static int openFiles() { return openFiles("self"); }
+  // Files that the server has open: one for each of its clients, besides its own.
+  [[nodiscard]] int serverFiles() const { return openFiles(std::to_string(server.process())); }
   // 0xRRGGBB of a pixel of the screen.
   [[nodiscard]] std::uint32_t screenPixel(int x, int y);
   // True once an event of the type has come to the host's own connection.
@@ -99,12 +82,10 @@ class Desktop : public testing::Test, public VSTGUI::VSTGUIEditorInterface {
   VSTGUI::X11Platform platform;
   std::unique_ptr<Connection> user;
   xcb_window_t host = XCB_WINDOW_NONE;
-  xcb_window_t window = XCB_WINDOW_NONE;
-  VSTGUI::Counted<VSTGUI::CFrame> frame;
-  Recorder* view = nullptr;
-  std::function<void()> alsoIdle;  // at each turn of `until`
+  xcb_window_t window = XCB_WINDOW_NONE;  // of what is tested, in the host's
 
  private:
+  static int openFiles(const std::string& process);
   void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
   [[nodiscard]] std::uint8_t keycode(std::uint32_t symbol);
 };

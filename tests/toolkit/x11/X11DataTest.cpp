@@ -11,7 +11,7 @@
 #include <thread>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "tests/toolkit/x11/Desktop.h"
+#include "tests/toolkit/x11/FrameDesktop.h"
 #include "toolkit/CNewFileSelector.h"
 #include "toolkit/IDataPackage.h"
 #include "toolkit/x11/Dnd.h"
@@ -22,7 +22,7 @@ namespace {
 using namespace VSTGUI;
 namespace fs = std::filesystem;
 
-class X11Data : public Desktop {
+class X11Data : public FrameDesktop {
  protected:
   // Lets the host's connection give `bytes` under a selection; in pieces of three bytes if asked for.
   void offer(Name selection, Name type, std::string bytes, bool inPieces = false) {
@@ -142,7 +142,7 @@ TEST_F(X11Data, CopiesForOtherProgramsAndForOurselves) {
   EXPECT_EQ(read(Name::kTextUriList), "refused");
 
   const auto second = Counted<CFrame>::adopt(new CFrame({0, 0, 20, 20}, nullptr));
-  ASSERT_TRUE(second->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host))));
+  ASSERT_TRUE(second->open(asParent(host)));
   EXPECT_EQ(second->getPlatformFrame()->getClipboardText(), "from \xc2\xb5") << "another frame of this process";
   second->getPlatformFrame()->setClipboardText("newer");
   EXPECT_EQ(frame->getPlatformFrame()->getClipboardText(), "newer");
@@ -264,7 +264,7 @@ struct Chooser : CBaseObject {
   bool done = false;
 };
 
-class X11Files : public Desktop {
+class X11Files : public FrameDesktop {
  protected:
   X11Files() : folder(fs::temp_directory_path() / ("modrift-files-" + std::to_string(::getpid()))) {
     fs::create_directories(folder / "Sub");

@@ -2,7 +2,7 @@
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "tests/toolkit/x11/Desktop.h"
+#include "tests/toolkit/x11/FrameDesktop.h"
 #include "toolkit/COptionMenu.h"
 
 namespace {
@@ -10,7 +10,7 @@ namespace {
 using namespace VSTGUI;
 
 // A menu at (10, 10) with "sub" (of "one", "two"), a separator and two columns of checked and plain items.
-class X11Menu : public Desktop {
+class X11Menu : public FrameDesktop {
  protected:
   void openMenu() {
     open();

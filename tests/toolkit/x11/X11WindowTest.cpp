@@ -2,11 +2,10 @@
 
 #include <array>
 #include <csignal>
-#include <filesystem>
 #include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "tests/toolkit/x11/Desktop.h"
+#include "tests/toolkit/x11/FrameDesktop.h"
 #include "toolkit/COptionMenu.h"
 #include "toolkit/x11/Canvas.h"
 
@@ -14,7 +13,7 @@ namespace {
 
 using namespace VSTGUI;
 
-class X11Window : public Desktop {};
+class X11Window : public FrameDesktop {};
 
 TEST_F(X11Window, ReportsThePointer) {
   open();
@@ -220,21 +219,16 @@ TEST_F(X11Window, NeedsADisplayAndAParent) {
 }
 
 TEST_F(X11Window, LeavesNothingBehindHoweverOftenItOpens) {
-  const auto files = [] {
-    int count = 0;
-    for ([[maybe_unused]] const auto& file : std::filesystem::directory_iterator("/proc/self/fd")) ++count;
-    return count;
-  };
   open();
   frame->close();
-  const int before = files();
+  const int before = openFiles();
   for (int i = 0; i < 200; ++i) {
-    ASSERT_TRUE(frame->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host)))) << i;
+    ASSERT_TRUE(frame->open(asParent(host))) << i;
     frame->setCursor(kCursorVSize);
     frame->idle();
     frame->close();
   }
-  EXPECT_EQ(files(), before);
+  EXPECT_EQ(openFiles(), before);
   EXPECT_TRUE(until([&] { return childrenOf(host).empty(); }));
 }
 
