@@ -19,19 +19,26 @@ prepare() {
   scratch=$(mktemp -d)
   log=$scratch/host.log
   started=()
+  export JACK_DEFAULT_SERVER=modrift$$ JACK_NO_AUDIO_RESERVATION=1
   trap finish EXIT
   export HOME=$scratch/home XDG_CONFIG_HOME=$scratch/config XDG_CACHE_HOME=$scratch/cache LC_ALL=C.UTF-8
   mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME"
-  export JACK_DEFAULT_SERVER=modrift$$ JACK_NO_AUDIO_RESERVATION=1
 }
 
+# end_process ID: asks first. A JACK server that is killed stays in the list of the eight that a machine may have.
+end_process() {
+  kill "$1" 2>/dev/null || return 0
+  for _ in {1..30}; do
+    kill -0 "$1" 2>/dev/null || return 0
+    sleep 0.1
+  done
+  kill -9 "$1" 2>/dev/null || true
+}
 finish() {
   local i
-  for ((i = ${#started[@]} - 1; i >= 0; i--)); do kill "${started[i]}" 2>/dev/null || true; done
-  sleep 0.5
-  for ((i = ${#started[@]} - 1; i >= 0; i--)); do kill -9 "${started[i]}" 2>/dev/null || true; done
-  wait 2>/dev/null || true
-  rm -rf "$scratch"
+  disown -a # or the shell would tell of those that had to be killed
+  for ((i = ${#started[@]} - 1; i >= 0; i--)); do end_process "${started[i]}"; done
+  rm -rf "$scratch" /dev/shm/jack_sem.*_"$JACK_DEFAULT_SERVER"_*
 }
 
 fail() {
@@ -52,9 +59,10 @@ start_servers() {
   export DISPLAY
   openbox >/dev/null 2>&1 &
   started+=($!)
-  jackd -n "$JACK_DEFAULT_SERVER" -r -d dummy -r 48000 -p 1024 >/dev/null 2>&1 &
+  jackd -n "$JACK_DEFAULT_SERVER" -r -d dummy -r 48000 -p 1024 >"$log" 2>&1 &
   started+=($!)
   sleep 2
+  kill -0 "${started[-1]}" 2>/dev/null || fail "JACK did not start"
 }
 
 # start_host COMMAND...: its process is $host.
