@@ -133,6 +133,7 @@ bool LFOGUI::open(void* parentWindow) {
   if (frame) close();
   AEffGUIEditor::open(parentWindow);
   frame = new CFrame(windowRect(), this);
+  frame->setBackgroundColor(BackgroundPanelColor);  // seen for a moment where the window grows
   if (!frame->open(parentWindow)) {
     close();
     return false;

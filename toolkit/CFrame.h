@@ -103,6 +103,7 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
     std::int32_t button = 0;
   };
 
+  [[nodiscard]] CColor platformBackground() const override { return getBackgroundColor(); }
   void platformDraw(CDrawContext& context, const CRect& dirty) override;
   CMouseEventResult platformMouseDown(const CPoint& where, CButtonState buttons) override;
   CMouseEventResult platformMouseUp(const CPoint& where, CButtonState buttons) override;

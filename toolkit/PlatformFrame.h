@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "toolkit/CBaseObject.h"
+#include "toolkit/CColor.h"
 #include "toolkit/Events.h"
 #include "toolkit/Geometry.h"
 
@@ -37,6 +38,8 @@ class IPlatformFrameCallback {
  public:
   virtual ~IPlatformFrameCallback() = default;
 
+  // What the window shows where nothing has been painted yet.
+  [[nodiscard]] virtual CColor platformBackground() const = 0;
   virtual void platformDraw(CDrawContext& context, const CRect& dirty) = 0;
   // While a button is down or a popup is open, events outside of the frame are wanted too.
   virtual CMouseEventResult platformMouseDown(const CPoint& where, CButtonState buttons) = 0;

@@ -1,6 +1,7 @@
 #include "toolkit/x11/X11Frame.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <glib.h>
 
@@ -29,6 +30,16 @@ constexpr auto kGrabbedEvents = static_cast<std::uint16_t>(kPointerEvents);
 std::int32_t buttonsOfMask(std::uint16_t mask) {
   return (mask & XCB_BUTTON_MASK_1 ? kLButton : 0) | (mask & XCB_BUTTON_MASK_2 ? kMButton : 0) |
          (mask & XCB_BUTTON_MASK_3 ? kRButton : 0);
+}
+
+// Bits of a pixel that are no colour are opaque.
+std::uint32_t pixelOf(const xcb_visualtype_t& visual, const CColor& color) {
+  const auto channel = [](std::uint32_t mask, std::uint32_t value) {
+    const int shift = std::countr_zero(mask);
+    return mask == 0 ? 0 : (mask >> shift) * value / 255 << shift;
+  };
+  return channel(visual.red_mask, color.red) | channel(visual.green_mask, color.green) |
+         channel(visual.blue_mask, color.blue) | ~(visual.red_mask | visual.green_mask | visual.blue_mask);
 }
 
 std::string utf8OfLatin1(const std::string& text) {
@@ -79,8 +90,8 @@ bool Frame::createWindow(const CRect& size) {
   const Reply<xcb_get_window_attributes_reply_t> host(xcb_get_window_attributes_reply(c, attributesCookie, nullptr));
   const auto* const visual = host ? c.visual(host->visual) : nullptr;
   if (!visual) return false;
-  const std::array<std::uint32_t, 4> values{c.screen().black_pixel, XCB_GRAVITY_NORTH_WEST, kFrameEvents,
-                                            c.cursor(kCursorDefault)};
+  const std::array<std::uint32_t, 4> values{pixelOf(*visual, callback_->platformBackground()), XCB_GRAVITY_NORTH_WEST,
+                                            kFrameEvents, c.cursor(kCursorDefault)};
   const auto created = xcb_create_window_checked(
       c, XCB_COPY_FROM_PARENT, window_, parent_, 0, 0, static_cast<std::uint16_t>(width),
       static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,

@@ -138,6 +138,17 @@ TEST_F(X11Window, PaintsWhatChangedAndWhatWasHidden) {
   EXPECT_EQ(view->draws, draws) << "the picture is kept";
 }
 
+TEST_F(X11Window, ShowsItsBackgroundWhereNothingIsPaintedYet) {
+  open();
+  frame->close();
+  frame->setBackgroundColor({32, 64, 200});
+  ASSERT_TRUE(frame->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host))));
+  CPoint where;
+  EXPECT_TRUE(frame->getCurrentMouseLocation(where)) << "so that the window is there";
+  EXPECT_EQ(screenPixel(kLeft + 100, kTop + 50), 0x2040c8u);
+  ASSERT_TRUE(until([&] { return screenPixel(kLeft + 100, kTop + 50) == 0xff0000; }));
+}
+
 TEST_F(X11Window, IsDrawnLargeOnFineScreens) {
   const std::string resources = "Xft.antialias:\t1\nXft.dpi:\t144\n";
   user->setProperty(user->root(), XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, resources);
