@@ -77,6 +77,7 @@ bool LFODisplay::placeMarker(int point) {
   (pressButtons == kStartPress ? startPoint : loopPoint) = point;
   value = kReportMarker;
   valueChanged();
+  pressedPoint = -1;  // no release will come
   return true;
 }
 

@@ -246,6 +246,8 @@ TEST(Markers, AreSetByAPressAndFollowTheirPoints) {
   window.release();
   window.press({291, 120}, kControl | kShift | kAlt);
   window.release();
+  window.idle();
+  EXPECT_EQ(window.user().cursor(), kCursorDefault);
   EXPECT_EQ(window.display->loopPoint, 2);
   EXPECT_EQ(window.display->startPoint, 3);
   EXPECT_EQ(window.reports, (std::vector{100.0f, 100.0f}));
