@@ -157,7 +157,8 @@ void addEdit(CLI::App& app, EditOptions& options) {
       "the\n"
       "ALSA device; without either the song runs silently. With --jack the sound to process comes from JACK too, from\n"
       "whatever you connect to the inputs of the client \"Modrift\". Close the window or press Ctrl-C to end.\n"
-      "\nExamples:\n  modrift edit\n  modrift edit --preset duck.fxp --play loop.wav --tempo 96");
+      "\nExamples:\n  modrift edit\n  modrift edit --preset duck.fxp --play loop.wav --tempo 96\n"
+      "  modrift edit --preset duck.fxp --save duck.fxp");
   edit->add_option("--plugin", options.plugin, "Another VST 2 plug-in: a shared object or a bundle folder")
       ->type_name("FILE");
   addPreset(*edit, options.preset);
@@ -165,6 +166,8 @@ void addEdit(CLI::App& app, EditOptions& options) {
       edit->add_option("--play", options.play, "A recording to play again and again; else the example loop")
           ->type_name("FILE");
   edit->add_flag("--jack", options.jack, "Process what JACK brings")->excludes(play);
+  edit->add_option("--save", options.save, "A preset file to write at the end, which may be the one to begin with")
+      ->type_name("FILE.fxp");
   addTempo(*edit, options.tempoBpm);
 }
 

@@ -11,8 +11,11 @@
 #include "cli/Errors.h"
 #include "cli/Interrupt.h"
 #include "cli/LoopPlayer.h"
+#include "cli/ModriftCalls.h"
+#include "cli/PendingFile.h"
 #include "cli/PluginLocation.h"
 #include "cli/PresetState.h"
+#include "cli/RenderTargets.h"
 #include "cli/Resample.h"
 #include "cli/SoundDevice.h"
 #include "host/LiveStream.h"
@@ -130,18 +133,22 @@ class RunningSound {
   std::unique_ptr<SoundDevice> device_;
 };
 
+// Before the user has put any work into it.
+void checkTarget(const std::string& path) {
+  if (path.empty()) return;
+  requireEnding(path, ".fxp", "--save");
+  const PendingFile placeToWriteTo(path);
+}
+
 void prepare(host::Plugin& plugin, const EditOptions& options) {
   if ((plugin.record().flags & effFlagsHasEditor) == 0)
     throw RunError(plugin.path().string() + ": a plug-in with an editor was expected");
+  if (!options.save.empty() && !isModrift(plugin))
+    throw RunError(plugin.path().string() + ": the plug-in Modrift was expected for --save");
   if (!options.preset.empty()) applyPreset(plugin, options.preset);
 }
 
-}  // namespace
-
-void runEdit(const EditOptions& options) {
-  EditHost host;
-  host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)), &host);
-  prepare(plugin, options);
+void playUntilTheEnd(host::Plugin& plugin, EditHost& host, const EditOptions& options) {
   OpenEditor editor(plugin, host);
   auto device = openDevice(options.jack);
   const double rate = device->sampleRateHz();
@@ -152,6 +159,17 @@ void runEdit(const EditOptions& options) {
   LoopPlayer player(stream, std::move(loop));
   RunningSound sound(std::move(device), player);
   while (!isInterrupted() && editor.idle()) sound.watch();
+}
+
+}  // namespace
+
+void runEdit(const EditOptions& options) {
+  checkTarget(options.save);
+  EditHost host;
+  host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)), &host);
+  prepare(plugin, options);
+  playUntilTheEnd(plugin, host, options);
+  if (!options.save.empty()) savePreset(plugin, options.save);
 }
 
 }  // namespace modrift::cli

@@ -1,5 +1,4 @@
 #include <array>
-#include <fmt/format.h>
 #include <memory>
 
 #include "cli/Errors.h"
@@ -9,7 +8,6 @@
 #include "cli/PresetState.h"
 #include "cli/RenderTargets.h"
 #include "cli/Settings.h"
-#include "cli/StoredFiles.h"
 #include "host/Transport.h"
 
 namespace modrift::cli {
@@ -44,8 +42,7 @@ void runPresetSave(const PresetSaveOptions& options) {
   const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin), values);
   playSilence(plugin);
   for (const host::ParameterChange& setting : changes) plugin.setUnlistedParameter(setting.parameter, setting.value);
-  writePresetFile(options.output, plugin.chunk(host::ChunkKind::program));
-  fmt::print("{}: a preset of version {}\n", options.output, model::kStateVersion);
+  savePreset(plugin, options.output);
 }
 
 }  // namespace modrift::cli

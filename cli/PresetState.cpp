@@ -21,6 +21,11 @@ void applyPreset(host::Plugin& plugin, const std::string& path) {
   }
 }
 
+void savePreset(const host::Plugin& plugin, const std::string& path) {
+  writePresetFile(path, plugin.chunk(host::ChunkKind::program));
+  fmt::print("{}: a preset of version {}\n", path, model::kStateVersion);
+}
+
 std::vector<ShapeFile> parseShapes(const std::vector<std::string>& typed) {
   std::vector<ShapeFile> shapes;
   for (const std::string& text : typed) {

@@ -1,4 +1,4 @@
-// Preset and shape files into a plug-in, before it plays.
+// Preset and shape files into a plug-in, before it plays, and its state into a preset file.
 #pragma once
 
 #include <string>
@@ -10,6 +10,9 @@ namespace modrift::cli {
 
 // Hands the state in a preset file to the plug-in, as hosts hand over what they stored. Throws RunError.
 void applyPreset(host::Plugin& plugin, const std::string& path);
+
+// Stores Modrift's state as a host would, and says so. The old file stays until the new one is whole. Throws RunError.
+void savePreset(const host::Plugin& plugin, const std::string& path);
 
 struct ShapeFile {
   int graph = 1;  // 1 to 12

@@ -31,6 +31,9 @@ double usableCurve(double curve) {
   return curve == 0.5 ? kNearlyStraight : curve;
 }
 
+// Pixels by which points may have moved on their way through the effect.
+constexpr double kRoundingPixels = 1e-2;
+
 bool drawsSegments(int state) { return state == kSegmentDrag || state == kSnapSegmentDrag; }
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
@@ -74,6 +77,7 @@ bool LFODisplay::placeMarker(int point) {
   (pressButtons == kStartPress ? startPoint : loopPoint) = point;
   value = kReportMarker;
   valueChanged();
+  pressedPoint = -1;  // no release will come
   return true;
 }
 
@@ -237,7 +241,7 @@ void LFODisplay::bendLike(double curve) {
   for (int t = 0; t < lastPoint; ++t) {
     const double left = points[at(t)].y;
     const double right = points[at(t + 1)].y;
-    const bool low = left + right > graphHeight;
+    const bool low = left + right > graphHeight + kRoundingPixels;
     const bool rising = left > right;
     curves[at(t)] = low != rising ? 1.0 - curve : curve;
   }

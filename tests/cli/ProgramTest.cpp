@@ -176,7 +176,8 @@ TEST_F(Program, AnswersAWrongCommandLineWithStatusTwo) {
       {"screenshot -o out.gif", "-o: a name ending in .png was expected"},
       {"screenshot -o out.png --size 708", "--size: WIDTHxHEIGHT"},
       {"screenshot -o out.png --size 575x343", "--size: WIDTHxHEIGHT"},
-      {"edit --jack --play in.wav", "--jack"}};
+      {"edit --jack --play in.wav", "--jack"},
+      {"edit --save out.fxb", "--save: a name ending in .fxp was expected"}};
   for (const auto& [arguments, message] : kRows) expectFailure(2, arguments, message);
   for (const std::string option :
        {"--bogus", "--tempo 0", "--tempo nan", "--tempo 1e999", "--start-beat inf", "--block 0", "--block 1000001",
@@ -211,11 +212,12 @@ TEST_F(Program, AnswersUnusableFilesWithStatusOneAndWritesNothing) {
       {"screenshot -o out.png", "the plug-in Modrift was expected for screenshot"},
       {"screenshot -o none/out.png --plugin '" MODRIFT_BUNDLE "'", "a place to write to was expected"},
       {"edit", "a plug-in with an editor was expected"},
-      {"edit --plugin '" MODRIFT_BUNDLE "'", "DISPLAY: an X server to open a window on was expected"},
+      {"edit --save none/out.fxp --plugin '" MODRIFT_BUNDLE "'", "none/out.fxp: a place to write to was expected"},
+      {"edit --save out.fxp --plugin '" MODRIFT_BUNDLE "'", "DISPLAY: an X server to open a window on was expected"},
       {"info none.so", "none.so: "},
       {"wave none.wav -o out.png", "none.wav: "}};
   for (const auto& [arguments, message] : kRows) expectFailure(1, arguments, message);
-  for (const char* result : {"out.wav", "out.mid", "out.png"})
+  for (const char* result : {"out.wav", "out.mid", "out.png", "out.fxp"})
     EXPECT_FALSE(std::filesystem::exists(folder_ / result)) << result;
 }
 

@@ -128,6 +128,20 @@ TEST(CurveDrag, WithAltShapesAllSegmentsAlike) {
   EXPECT_NEAR(window.rig.fx().envCurve[0][3], 1 - k, 1e-6);
 }
 
+// Such a graph is the first that users see; its points come back from the effect rounded while they drag.
+TEST(CurveDrag, WithAltKeepsToOneSideWhereSegmentsRunFromTopToBottom) {
+  GraphWindow window;
+  window.warmUp();
+  window.show({{0, 0}, {194, 240}, {388, 0}});
+  window.press({97, 120}, kAlt);
+  for (int y = 119; y >= 84; --y) {
+    window.hover(97, y);
+    window.idle();
+    ASSERT_NEAR(window.curve(0), 0.5 + (120 - y) / 240.0, 1e-6);
+    ASSERT_NEAR(window.curve(1), 0.5 - (120 - y) / 240.0, 1e-6);
+  }
+}
+
 TEST(Marquee, SelectsAtTheReleaseAndShowsCandidatesWithoutTheLastPoint) {
   GraphWindow window;
   window.show({{0, 20}, {100, 120}, {200, 120}, {388, 20}});
@@ -232,6 +246,8 @@ TEST(Markers, AreSetByAPressAndFollowTheirPoints) {
   window.release();
   window.press({291, 120}, kControl | kShift | kAlt);
   window.release();
+  window.idle();
+  EXPECT_EQ(window.user().cursor(), kCursorDefault);
   EXPECT_EQ(window.display->loopPoint, 2);
   EXPECT_EQ(window.display->startPoint, 3);
   EXPECT_EQ(window.reports, (std::vector{100.0f, 100.0f}));
