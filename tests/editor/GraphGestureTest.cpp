@@ -225,6 +225,28 @@ TEST(SegmentDrawing, MakesFlatCellsAndKeepsTheCurveAround) {
   expectSound(window);
 }
 
+// Graphs whose last point fell out end before the right edge.
+TEST(SegmentDrawing, FillsItsCellAlsoWhereAGraphEndsInside) {
+  for (const int removed : {0, 1, 9}) {
+    GraphWindow window;
+    window.showLine(63);
+    window.doubleClick(200, 20);  // the last point falls out
+    for (int n = 0; n < removed; ++n) window.doubleClick(window.point(1).x, window.point(1).y);
+    ASSERT_LT(window.point(window.display->lastPoint).x, 388);
+    window.drag({{360, 200}, {362, 200}}, kShift);  // the last cell, to 387.5
+    expectSound(window);
+    for (const double x : {341.0, 365.0, 386.0}) EXPECT_NEAR(window.soundingY(0, x), 200, 0.01) << removed << ' ' << x;
+  }
+  GraphWindow window;
+  std::vector<CPoint> points(64, {388, 120});
+  for (std::size_t i = 0; i < 63; ++i) points[i].x = 330.0 * static_cast<double>(i) / 62;
+  window.show(points);
+  window.doubleClick(350, 100);
+  window.drag({{360, 200}, {360, 200}}, kShift);  // no place is left but the last one
+  EXPECT_EQ(window.point(63), CPoint(387.5, 200));
+  expectSound(window);
+}
+
 TEST(Markers, AreSetByAPressAndFollowTheirPoints) {
   GraphWindow window;
   window.showLine(4);
