@@ -86,9 +86,9 @@ CMouseEventResult LFODisplay::pressNothing(CPoint& where, const CButtonState& bu
 }
 
 CMouseEventResult LFODisplay::addPoint(CPoint& where, const CButtonState& buttons) {
-  const CPoint place = inGraph(where);
-  const int i = firstPointFrom(place.x);
-  insertPoint(i, place);
+  where = inGraph(where);  // the view is larger; the drag must find the point under the pointer
+  const int i = firstPointFrom(where.x);
+  insertPoint(i, where);
   pressedPoint = i;
   CheckIfMouseInAnyPoint(where);
   valueChanged();

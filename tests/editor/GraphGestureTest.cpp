@@ -80,6 +80,19 @@ TEST(DoubleClick, AddsAPointThatTheDragTakesOrRemovesOne) {
   expectAt(window.point(1), 250, 40);
 }
 
+TEST(DoubleClick, BesideTheGraphAddsAPointAtItsEdgeThatTheDragTakes) {
+  GraphWindow window;
+  window.show({{0, 20}, {388, 20}});
+  window.user().click(GraphWindow::inFrame(399, 150));
+  window.user().press(GraphWindow::inFrame(399, 150));
+  EXPECT_EQ(window.display->pressedPoint, 1);
+  window.hover(300, 100);
+  window.release();
+  EXPECT_TRUE(window.display->selection.empty());
+  ASSERT_EQ(window.display->lastPoint, 2);
+  expectAt(window.point(1), 300, 100);
+}
+
 TEST(DoubleClick, PushesTheLastPointOutOfAFullGraph) {
   GraphWindow window;
   window.showLine(63);
