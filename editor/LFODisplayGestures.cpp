@@ -253,7 +253,7 @@ CMouseEventResult LFODisplay::onMouseUp(CPoint& where, const CButtonState& /*but
 }
 
 void LFODisplay::release(CPoint& where) {
-  if (automationGesture) {
+  if (automationGesture || !openEdits.empty()) {  // also where a modifier made another gesture of it on the way
     gestureEnding = true;
     valueChanged();
     gestureEnding = automationGesture = false;
