@@ -90,9 +90,9 @@ CMouseEventResult LFODisplay::pressNothing(CPoint& where, const CButtonState& bu
 }
 
 CMouseEventResult LFODisplay::addPoint(CPoint& where, const CButtonState& buttons) {
-  const CPoint place = inGraph(where);
-  const int i = firstPointFrom(place.x);
-  insertPoint(i, place);
+  where = inGraph(where);  // the view is larger; the drag must find the point under the pointer
+  const int i = firstPointFrom(where.x);
+  insertPoint(i, where);
   pressedPoint = i;
   CheckIfMouseInAnyPoint(where);
   valueChanged();
@@ -257,7 +257,7 @@ CMouseEventResult LFODisplay::onMouseUp(CPoint& where, const CButtonState& /*but
 }
 
 void LFODisplay::release(CPoint& where) {
-  if (automationGesture) {
+  if (automationGesture || !openEdits.empty()) {  // also where a modifier made another gesture of it on the way
     gestureEnding = true;
     valueChanged();
     gestureEnding = automationGesture = false;

@@ -65,17 +65,21 @@ int LFODisplay::putSegmentStart(int first, double left, double y) {
   return first;
 }
 
-// Removes what lies inside the cell, and doubles at its right edge.
+// Removes what lies inside the cell, and doubles at its right edge. The last point goes too where it is inside: one
+// point too many may have pushed the end of the graph out.
 void LFODisplay::clearSegment(int j, double right) {
-  while (j < lastPoint && points[at(j)].x < right - closeEnoughDistance * 0.5) removePoint(j);
+  const auto inside = [&](int i) { return points[at(i)].x < right - closeEnoughDistance * 0.5; };
+  while (j <= lastPoint && j < kEditedPoints - 1 && inside(j)) removePoint(j);
   const auto atEdge = [&](int i) { return CloseEnough(single(points[at(i)].x), single(right)); };
   while (j < lastPoint && atEdge(j) && atEdge(j + 1)) removePoint(j);
 }
 
 // The step's right point, which stays left of what lies at the edge, and a point on the old curve from where that goes
-// on.
+// on. In the last place of all it pushes out what was there.
 void LFODisplay::closeSegment(int j, double right, double y) {
-  insertPoint(j, {j <= lastPoint ? std::min(right, points[at(j)].x) : right, y});
+  const bool goesOn = j <= lastPoint && j < kEditedPoints - 1;
+  insertPoint(j, {goesOn ? std::min(right, points[at(j)].x) : right, y});
+  points[at(lastPoint + 1)].x = graphWidth;
   const int next = std::min(j + 1, kEditedPoints - 1);
   if (!CloseEnough(single(points[at(next)].x), single(right))) insertPoint(next, {right, curveY(right)});
 }

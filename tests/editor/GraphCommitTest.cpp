@@ -56,6 +56,24 @@ TEST(Commit, SendsAPointOfGraphOneAsAParameterGesture) {
   expectCommitted(window, 0);
 }
 
+TEST(Commit, EndsAGestureThatTurnedIntoAnotherOne) {
+  for (const std::int32_t modifier : {kShift, kControl}) {
+    GraphWindow window;
+    window.warmUp();
+    window.show(kZigzag);
+    window.press({120, 200});
+    window.rig.host.edits.clear();
+    window.user().holdModifiers(modifier);  // a drawing by segments, or a selection by reach
+    window.hover(150, 150);
+    window.hover(160, 150);
+    window.release();
+    EXPECT_NE(window.rig.host.edits.find("end 48"), std::string::npos) << modifier;
+    EXPECT_NE(window.rig.host.edits.find("end 49"), std::string::npos) << modifier;
+    EXPECT_TRUE(window.display->openEdits.empty());
+    expectCommitted(window, 0);
+  }
+}
+
 TEST(Commit, CopiesOtherGraphsAndWhatParametersCantCarry) {
   GraphWindow window;
   window.warmUp();

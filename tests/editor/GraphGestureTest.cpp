@@ -80,6 +80,19 @@ TEST(DoubleClick, AddsAPointThatTheDragTakesOrRemovesOne) {
   expectAt(window.point(1), 250, 40);
 }
 
+TEST(DoubleClick, BesideTheGraphAddsAPointAtItsEdgeThatTheDragTakes) {
+  GraphWindow window;
+  window.show({{0, 20}, {388, 20}});
+  window.user().click(GraphWindow::inFrame(399, 150));
+  window.user().press(GraphWindow::inFrame(399, 150));
+  EXPECT_EQ(window.display->pressedPoint, 1);
+  window.hover(300, 100);
+  window.release();
+  EXPECT_TRUE(window.display->selection.empty());
+  ASSERT_EQ(window.display->lastPoint, 2);
+  expectAt(window.point(1), 300, 100);
+}
+
 TEST(DoubleClick, PushesTheLastPointOutOfAFullGraph) {
   GraphWindow window;
   window.showLine(63);
@@ -236,6 +249,28 @@ TEST(SegmentDrawing, MakesFlatCellsAndKeepsTheCurveAround) {
   window.drag({{10, 100}, {385, 20}}, kShift | kAlt);  // cell by cell, heights on the grid; the ends are linked
   EXPECT_NEAR(window.soundingY(0, 380), 30, 0.01);
   EXPECT_NEAR(window.soundingY(0, 20), 90, 0.01);
+  expectSound(window);
+}
+
+// Graphs whose last point fell out end before the right edge.
+TEST(SegmentDrawing, FillsItsCellAlsoWhereAGraphEndsInside) {
+  for (const int removed : {0, 1, 9}) {
+    GraphWindow window;
+    window.showLine(63);
+    window.doubleClick(200, 20);  // the last point falls out
+    for (int n = 0; n < removed; ++n) window.doubleClick(window.point(1).x, window.point(1).y);
+    ASSERT_LT(window.point(window.display->lastPoint).x, 388);
+    window.drag({{360, 200}, {362, 200}}, kShift);  // the last cell, to 387.5
+    expectSound(window);
+    for (const double x : {341.0, 365.0, 386.0}) EXPECT_NEAR(window.soundingY(0, x), 200, 0.01) << removed << ' ' << x;
+  }
+  GraphWindow window;
+  std::vector<CPoint> points(64, {388, 120});
+  for (std::size_t i = 0; i < 63; ++i) points[i].x = 330.0 * static_cast<double>(i) / 62;
+  window.show(points);
+  window.doubleClick(350, 100);
+  window.drag({{360, 200}, {360, 200}}, kShift);  // no place is left but the last one
+  EXPECT_EQ(window.point(63), CPoint(387.5, 200));
   expectSound(window);
 }
 
