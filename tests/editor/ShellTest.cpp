@@ -125,6 +125,16 @@ TEST_F(Shell, IsBuiltAnewForEachSize) {
   EXPECT_EQ(windowSize(), std::pair(800, 400));
 }
 
+TEST_F(Shell, AsksOnlyAHostThatCanToMakeRoomFirst) {
+  open();
+  resize(800, 400);
+  EXPECT_EQ(rig_->host.windowSizes.size(), 2u) << "before the frame changes, and once it is built";
+  rig_->host.canSizeWindow = -1;
+  resize(900, 500);
+  EXPECT_EQ(rig_->host.windowSizes.size(), 3u) << "only told in the end";
+  EXPECT_EQ(windowSize(), std::pair(900, 500));
+}
+
 TEST_F(Shell, FollowsTheDraggedCorner) {
   open();
   const auto drag = [&](double x, double y) {

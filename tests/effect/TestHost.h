@@ -65,6 +65,7 @@ struct TestHost {
   int eventLists = 0;
   std::vector<VstMidiEvent> sent;                // by the effect, since the test last emptied it
   VstIntPtr timeFilter = 0;                      // the last one asked for
+  VstIntPtr canSizeWindow = 1;                   // or -1
   std::vector<std::pair<int, int>> windowSizes;  // that the editor asked for
 
   static inline thread_local TestHost* constructing = nullptr;
@@ -106,7 +107,7 @@ struct TestHost {
         ++ioChangedCalls;
         return 1;
       case audioMasterCanDo:
-        return std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0;
+        return std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0 ? canSizeWindow : 0;
       case audioMasterSizeWindow:
         windowSizes.emplace_back(index, static_cast<int>(value));
         return 1;
