@@ -190,6 +190,28 @@ TEST_F(Shell, CountsInDevicePixelsForHostsAndInUnitsForProjects) {
   EXPECT_EQ(rectSize(), std::pair(2400, 1200));
 }
 
+TEST_F(Shell, GivesTheHostATurnAtMostEveryHundredTicks) {
+  open();
+  int turns = 0;
+  rig_->host.onIdle = [&] {
+    ++turns;
+    platform_.advance(100);
+    gui_->doIdleStuff();  // no turn inside of a turn
+    idle();
+  };
+  const auto turnsAfter = [&](std::uint32_t ticks) {
+    platform_.advance(ticks);
+    gui_->doIdleStuff();
+    return turns;
+  };
+  EXPECT_EQ(turnsAfter(99), 0);
+  EXPECT_EQ(turnsAfter(1), 1);
+  rig_->host.onIdle = [&] { ++turns; };
+  EXPECT_EQ(turnsAfter(0), 2) << "counted from the start of the last one";
+  EXPECT_EQ(turnsAfter(99), 2);
+  EXPECT_EQ(turnsAfter(1), 3);
+}
+
 TEST_F(Shell, ShowsWhatIsAutomatedAtItsNextIdle) {
   open();
   auto shown = picture();
