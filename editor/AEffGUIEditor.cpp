@@ -100,7 +100,7 @@ void AEffGUIEditor::beginEdit(std::int32_t index) { host().beginEdit(index); }
 void AEffGUIEditor::endEdit(std::int32_t index) { host().endEdit(index); }
 
 bool AEffGUIEditor::beforeSizeChange(const VSTGUI::CRect& newSize, const VSTGUI::CRect& /*oldSize*/) {
-  if (host().canHostDo("sizeWindow")) sizeWindow(newSize.getWidth(), newSize.getHeight());
+  if (host().canHostDo("sizeWindow") > 0) sizeWindow(newSize.getWidth(), newSize.getHeight());
   return true;
 }
 

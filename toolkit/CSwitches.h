@@ -8,8 +8,8 @@ namespace VSTGUI {
 enum CRockerStyle : std::int32_t { kRockerVertical = 1, kRockerHorizontal = 2 };
 
 // From -1 to 1. While pressed it holds the minimum (left or upper half) or the maximum by the half under the pointer,
-// or the middle with the pointer outside; the release brings it back to the middle. Each change is reported. With three
-// images: minimum, middle, maximum.
+// and keeps it with the pointer outside; the release brings it back to the middle. Each change is reported, so a press
+// that strays out and back steps once. With three images: minimum, middle, maximum.
 class CRockerSwitch : public CControl, public IMultiBitmapControl {
  public:
   CRockerSwitch(const CRect& size, IControlListener* listener, std::int32_t tag, CCoord heightOfOneImage,

@@ -121,7 +121,7 @@ VstIntPtr AudioEffectX::hostVendorSpecific(VstInt32 tag, VstIntPtr value, void* 
 }
 
 VstInt32 AudioEffectX::canHostDo(const char* text) {
-  return callHost(audioMasterCanDo, 0, 0, const_cast<char*>(text)) != 0;
+  return static_cast<VstInt32>(callHost(audioMasterCanDo, 0, 0, const_cast<char*>(text)));
 }
 
 VstInt32 AudioEffectX::getHostLanguage() { return static_cast<VstInt32>(callHost(audioMasterGetLanguage)); }

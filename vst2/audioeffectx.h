@@ -53,6 +53,7 @@ class AudioEffectX : public AudioEffect {
   virtual bool getHostProductString(char* text);
   virtual VstInt32 getHostVendorVersion();
   virtual VstIntPtr hostVendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float opt);
+  // Above 0 for yes, 0 for an unknown text, below 0 for no.
   virtual VstInt32 canHostDo(const char* text);
   virtual VstInt32 getHostLanguage();
 

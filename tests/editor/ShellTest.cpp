@@ -125,6 +125,16 @@ TEST_F(Shell, IsBuiltAnewForEachSize) {
   EXPECT_EQ(windowSize(), std::pair(800, 400));
 }
 
+TEST_F(Shell, AsksOnlyAHostThatCanToMakeRoomFirst) {
+  open();
+  resize(800, 400);
+  EXPECT_EQ(rig_->host.windowSizes.size(), 2u) << "before the frame changes, and once it is built";
+  rig_->host.canSizeWindow = -1;
+  resize(900, 500);
+  EXPECT_EQ(rig_->host.windowSizes.size(), 3u) << "only told in the end";
+  EXPECT_EQ(windowSize(), std::pair(900, 500));
+}
+
 TEST_F(Shell, FollowsTheDraggedCorner) {
   open();
   const auto drag = [&](double x, double y) {
@@ -178,6 +188,28 @@ TEST_F(Shell, CountsInDevicePixelsForHostsAndInUnitsForProjects) {
   EXPECT_EQ(gui_->display->graphWidth, 438.0);
   close();
   EXPECT_EQ(rectSize(), std::pair(2400, 1200));
+}
+
+TEST_F(Shell, GivesTheHostATurnAtMostEveryHundredTicks) {
+  open();
+  int turns = 0;
+  rig_->host.onIdle = [&] {
+    ++turns;
+    platform_.advance(100);
+    gui_->doIdleStuff();  // no turn inside of a turn
+    idle();
+  };
+  const auto turnsAfter = [&](std::uint32_t ticks) {
+    platform_.advance(ticks);
+    gui_->doIdleStuff();
+    return turns;
+  };
+  EXPECT_EQ(turnsAfter(99), 0);
+  EXPECT_EQ(turnsAfter(1), 1);
+  rig_->host.onIdle = [&] { ++turns; };
+  EXPECT_EQ(turnsAfter(0), 2) << "counted from the start of the last one";
+  EXPECT_EQ(turnsAfter(99), 2);
+  EXPECT_EQ(turnsAfter(1), 3);
 }
 
 TEST_F(Shell, ShowsWhatIsAutomatedAtItsNextIdle) {

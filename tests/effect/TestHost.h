@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <memory>
@@ -65,6 +66,8 @@ struct TestHost {
   int eventLists = 0;
   std::vector<VstMidiEvent> sent;                // by the effect, since the test last emptied it
   VstIntPtr timeFilter = 0;                      // the last one asked for
+  std::function<void()> onIdle;                  // what the host does when the effect gives it a turn
+  VstIntPtr canSizeWindow = 1;                   // or -1
   std::vector<std::pair<int, int>> windowSizes;  // that the editor asked for
 
   static inline thread_local TestHost* constructing = nullptr;
@@ -105,8 +108,11 @@ struct TestHost {
       case audioMasterIOChanged:
         ++ioChangedCalls;
         return 1;
+      case audioMasterIdle:
+        if (onIdle) onIdle();
+        return 1;
       case audioMasterCanDo:
-        return std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0;
+        return std::strcmp(static_cast<const char*>(ptr), "sizeWindow") == 0 ? canSizeWindow : 0;
       case audioMasterSizeWindow:
         windowSizes.emplace_back(index, static_cast<int>(value));
         return 1;
