@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int kAutomatedPointCount = kAutomatedPoints / 3;
+static_assert(kAutomatedPointCount == kAutomatedPoints / 3);
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 

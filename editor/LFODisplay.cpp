@@ -169,6 +169,13 @@ bool LFODisplay::isSelected(int point) const {
   return std::ranges::any_of(selection, [&](const MultiSelectPoint& entry) { return entry.index == point; });
 }
 
+// Of a point that is gone; those behind it have moved up.
+void LFODisplay::forgetSelected(int removed) {
+  std::erase_if(selection, [&](const MultiSelectPoint& entry) { return entry.index == removed; });
+  for (MultiSelectPoint& entry : selection) entry.index -= entry.index > removed;
+  selectionActive = selectionActive && !selection.empty();
+}
+
 void LFODisplay::clearSelectedPoints() {
   for (std::size_t n = selection.size(); n-- > 0;) {
     const int index = selection[n].index;

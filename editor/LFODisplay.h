@@ -41,6 +41,7 @@ inline constexpr int kEditedPoints = 64;      // points of a graph in the editor
 inline constexpr int kFirstCurveHandle = 65;  // codes of `pressedPoint`: 65 + s is the curve handle of segment s
 inline constexpr int kNoLoopPoint = 512;
 inline constexpr int kNoStartPoint = -1;
+inline constexpr int kAutomatedPointCount = 8;        // of graph 1, with the curves before them
 inline constexpr double kEditedStraight = 0.4999998;  // curve of a segment that was made straight by an edit
 inline constexpr std::size_t kDisplayTable = 65546;   // entries of the display's tables; the last ten are spare
 
@@ -141,8 +142,9 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   bool linkedEnds;
 
   // --- Gesture
-  int pressedPoint = -1;  // -1 and below nothing, 0 to 63 a point, 65 + s the curve handle of segment s
-  int hoverPoint = -1;    // the same, for the pointer without a button
+  // 0 to 63 a point, 65 + s the curve handle of segment s; -1 nothing, -2 nothing and the cursor is the usual one.
+  int pressedPoint = -1;
+  int hoverPoint = -1;  // the same, for the pointer without a button
   int lastHoverPoint = -1;
   VSTGUI::CPoint dragOrigin;
   int pressY = 0;
@@ -155,10 +157,11 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   VSTGUI::CPoint marqueeOrigin;
   VSTGUI::CRect selectionRect;
   std::vector<MultiSelectPoint> selection;  // room for 64, never more
-  bool automationGesture = false;           // the drag touches a point that hosts automate
-  bool gestureEnding = false;               // the last report of such a drag
-  std::vector<int> openEdits;               // parameters whose edit the host was told the beginning of
-  bool bendsAllCurves = false;              // a curve drag that parameters can't carry
+  // How a drag goes out, see GraphLink.h.
+  bool automationGesture = false;  // the drag touches a point that hosts automate
+  bool gestureEnding = false;      // the last report of such a drag
+  std::vector<int> openEdits;      // parameters whose edit the host was told the beginning of
+  bool bendsAllCurves = false;     // a curve drag that parameters can't carry
   VSTGUI::CPoint lastMouse{55, 55};
 
   // --- Picture
@@ -201,6 +204,7 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   [[nodiscard]] int curveHandleAt(const VSTGUI::CPoint& where) const;
   [[nodiscard]] bool isPoint(int code) const { return code >= 0 && code <= lastPoint; }
   [[nodiscard]] bool isSelected(int point) const;
+  void forgetSelected(int removed);
   [[nodiscard]] VSTGUI::CPoint inGraph(const VSTGUI::CPoint& where) const;
   [[nodiscard]] VSTGUI::CPoint onGrid(const VSTGUI::CPoint& where) const;
 

@@ -18,8 +18,6 @@ constexpr int kSnapSegmentDrag = kSegmentDrag | kAlt;
 constexpr int kLoopPress = kLButton | kShift | kControl;
 constexpr int kStartPress = kLoopPress | kAlt;
 
-constexpr int kAutomatedPointCount = 8;  // of graph 1, and the curves before them
-
 // What a drag leaves of a curve value: never the poles of the curve law, so that each bend can be undone by a drag.
 constexpr double kLeastCurve = 1e-13;
 constexpr double kMostCurve = 0.999999999998;
@@ -111,6 +109,7 @@ void LFODisplay::pressCurveHandle(const CPoint& where) {
 CMouseEventResult LFODisplay::dropPoint(int point, CPoint& where, const CButtonState& buttons) {
   if (point > 0 && point < lastPoint) {
     removePoint(point);
+    forgetSelected(point);
     pressedPoint = -1;
     curves[at(point - 1)] = kEditedStraight;
   }

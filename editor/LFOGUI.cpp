@@ -97,10 +97,12 @@ void LFOGUI::restoreStoredSize() {
 }
 
 void LFOGUI::resizeTo(double width, double height) {
-  const double limitedWidth = std::clamp(width, kSmallestWidth, kLargestSide);
-  const double limitedHeight = std::clamp(height, kSmallestHeight, kLargestSide);
-  if (sameInPixels(limitedWidth, editorWidth) && sameInPixels(limitedHeight, editorHeight)) return;
-  setSize(limitedWidth, limitedHeight);
+  changeSize(std::clamp(width, kSmallestWidth, kLargestSide), std::clamp(height, kSmallestHeight, kLargestSide));
+}
+
+void LFOGUI::changeSize(double width, double height) {
+  if (sameInPixels(width, editorWidth) && sameInPixels(height, editorHeight)) return;
+  setSize(width, height);
   resizePending = true;
 }
 
@@ -109,9 +111,10 @@ void LFOGUI::resizeDragged(const ResizeControl& corner) {
   if (value > kDragStep) {
     if (resizePending) return;
     if (value < kFreeDrag) return resizeTo(dsp().savedEditorWidth, dsp().savedEditorHeight);
-    const double width = std::max(std::abs(corner.lastX), kSmallestWidth);
+    const double width = std::clamp(std::abs(corner.lastX), kSmallestWidth, kLargestSide);
     const bool free = (frame->getCurrentMouseButtons() & kShift) != 0;
-    resizeTo(width, free ? std::abs(corner.lastY) : width * kAspect);
+    // The smallest window of the reference's shape is a little lower than the lowest one.
+    changeSize(width, free ? std::clamp(std::abs(corner.lastY), kSmallestHeight, kLargestSide) : width * kAspect);
   } else if (value < kRelease) {
     MyIdle();
     resizePending = false;

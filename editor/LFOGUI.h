@@ -77,6 +77,7 @@ class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VST
   [[nodiscard]] VSTGUI::CRect scaledRect(double left, double top, double right, double bottom) const;
   [[nodiscard]] VSTGUI::CRect windowRect() const;
   void setSize(double width, double height);
+  void changeSize(double width, double height);
   void restoreStoredSize();
 
   void openControls(const VSTGUI::CRect& size);

@@ -218,6 +218,17 @@ TEST(SelectionDrag, StretchesAboutTheMiddleWithShift) {
   EXPECT_EQ(window.display->lastPoint, 3);
 }
 
+TEST(SelectionDrag, GoesOnWithTheRestWhenASelectedPointIsRemoved) {
+  GraphWindow window;
+  window.showLine(8);
+  window.drag({{70, 60}, {215, 180}});  // points 2 to 4
+  window.doubleClick(97, 120);
+  ASSERT_EQ(window.display->lastPoint, 7);
+  window.drag({{145.5, 120}, {145.5, 80}});
+  for (const int i : {2, 3}) expectAt(window.point(i), 48.5 * (i + 1), 80);
+  expectAt(window.point(4), 242.5, 120);
+}
+
 TEST(ProximitySelection, WeighsByDistanceAndStaysPutWithoutReach) {
   GraphWindow window;
   window.showLine(8);

@@ -147,6 +147,8 @@ TEST_F(Shell, FollowsTheDraggedCorner) {
   drag(900, 350);
   EXPECT_EQ(windowSize(), std::pair(900, 436));  // by the reference aspect
   EXPECT_EQ(gui_->resizeCorner->getViewSize().right, 900.0);
+  drag(300, 100);
+  EXPECT_EQ(windowSize(), std::pair(576, 279));  // the narrowest, in the same shape
   window().holdModifiers(VSTGUI::kShift);
   drag(800, 600);
   EXPECT_EQ(windowSize(), std::pair(800, 600));
