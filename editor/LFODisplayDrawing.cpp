@@ -16,7 +16,6 @@ namespace {
 
 constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr CDrawMode kSharp{kAliasing | kNonIntegralMode};
-constexpr double kHairline = 0.0;
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
@@ -26,10 +25,12 @@ Counted<CGraphicsPath> newPath(const CDrawContext& context) {
   return Counted<CGraphicsPath>::adopt(context.createGraphicsPath());
 }
 
-// A line on whole pixels then covers them, where it would lie half on each of two; the handles are centred there too.
+// A unit wide, and never less than a device pixel. A line on whole units then covers them, where it would lie half on
+// each of two; the handles are centred there too.
 void strokeOnPixels(CDrawContext& context, const CGraphicsPath* path) {
-  const double half = 0.5 / context.getScaleFactor();
-  const CGraphicsTransform centred(1, 0, 0, 1, half, half);
+  const double width = std::max(1.0, 1.0 / context.getScaleFactor());
+  const CGraphicsTransform centred(1, 0, 0, 1, width / 2, width / 2);
+  context.setLineWidth(width);
   context.drawGraphicsPath(path, CDrawContext::kPathStroked, &centred);
 }
 
@@ -143,7 +144,6 @@ void LFODisplay::fillCurve(CDrawContext& context, int columns) const {
   path->addLine({right, points[at(lastPoint)].y});
   path->addLine({right, getHeight()});
   path->addLine({0, getHeight()});
-  context.setLineWidth(kHairline);
   context.setDrawMode(kSmooth);
   const auto gradient = Counted<CGradient>::adopt(path->createGradient(0.0, 1.0, LFO_BG_G1, LFO_BG_G2));
   context.fillLinearGradient(path, *gradient, {getWidth() / 2, 0}, {getWidth() / 2, getHeight()});
@@ -174,7 +174,6 @@ void LFODisplay::strokeOutline(CDrawContext& context, int columns) const {
   for (int i = 1; i < columns; ++i) path->addLine(curvePolyline[at(i)]);
   path->addLine({curvePolyline[at(columns)].x, points[at(lastPoint)].y});
   context.setFrameColor(LFOLineColor);
-  context.setLineWidth(kHairline);
   context.setDrawMode(kSmooth);
   strokeOnPixels(context, path);
 }

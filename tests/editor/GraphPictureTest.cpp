@@ -95,6 +95,13 @@ TEST(GraphPicture, OfCurvesAPressedPointAndItsValue) {
   window.release();
 }
 
+TEST(GraphPicture, OnAFineScreen) {
+  GraphWindow window(1.0, 1.5);
+  showHills(window);
+  window.hover(340, 90);
+  expectPicture(window, "fine-screen");
+}
+
 TEST(GraphPicture, OfFlagsAndAPhaseAndAHover) {
   GraphWindow window;
   showHills(window);

@@ -17,7 +17,8 @@
 // At 1 the graph is 388 by 240 pixels in a view of 400 by 244. Passes reports and notices on as the panel does.
 class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
  public:
-  explicit GraphWindow(double size = 1.0) : AEffEditor(nullptr) {
+  explicit GraphWindow(double size = 1.0, double scaleFactor = 1.0) : AEffEditor(nullptr) {
+    platform.scaleFactor = scaleFactor;
     VSTGUI::setPlatform(VSTGUI::PlatformType::kDefaultNative, &platform);
     const double width = std::trunc(388 * size + 0.5);
     const double height = std::trunc(240 * size + 0.5);
