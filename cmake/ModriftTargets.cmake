@@ -24,43 +24,16 @@ if(MODRIFT_SANITIZE)
   target_link_options(modrift_options INTERFACE -fsanitize=${MODRIFT_SANITIZE})
 endif()
 
-# Reading the standard library anew for each file is a third of the work of a build. Off in the builds that people use, as
-# it hides missing includes, and for clang-tidy, which can't read what another compiler has prepared.
-option(MODRIFT_PRECOMPILE "Read the standard library's headers once for all files" OFF)
-set(MODRIFT_STANDARD_HEADERS
-  <algorithm> <array> <atomic> <bit> <chrono> <cmath> <cstddef> <cstdint> <cstdio> <cstdlib> <cstring> <filesystem>
-  <fstream> <functional> <limits> <map> <memory> <numbers> <optional> <span> <string> <string_view> <thread> <utility>
-  <vector>)
-if(MODRIFT_PRECOMPILE)
-  # Some of what we link asks for -pthread, and all must agree. Here gcc 12 sees overruns inside its own strings, where
-  # it sees none in the builds without; those look for ours.
-  target_compile_options(modrift_options INTERFACE -pthread -Wno-array-bounds -Wno-stringop-overflow)
-endif()
-
-# modrift_precompile(NAME KIND [HEADER...]): targets of one kind share what the first of them has read, the standard
-# library and the named headers.
-function(modrift_precompile name kind)
-  if(NOT MODRIFT_PRECOMPILE)
-    return()
-  endif()
-  get_property(owner GLOBAL PROPERTY modrift_precompiled_${kind})
-  if(owner)
-    target_precompile_headers(${name} REUSE_FROM ${owner})
-  else()
-    target_precompile_headers(${name} PRIVATE ${MODRIFT_STANDARD_HEADERS} ${ARGN})
-    set_property(GLOBAL PROPERTY modrift_precompiled_${kind} ${name})
-  endif()
+# modrift_computes(NAME): what runs for long is optimised in the sanitizer builds too. All else is left as it is there,
+# which compiles nearly twice as fast: checks in inlined templates are what such a build spends its time on.
+set(MODRIFT_COMPUTING_OPTIONS "" CACHE STRING "Compiler options of what computes, where the rest is not optimised")
+function(modrift_computes name)
+  target_compile_options(${name} PRIVATE ${MODRIFT_COMPUTING_OPTIONS})
 endfunction()
 
-# modrift_library(NAME SOURCES ... LINKS ... [HEADERS ...]): one folder, one static library; LINKS are the folders it may
-# include, HEADERS those of other people that most of its files read.
+# modrift_library(NAME SOURCES ... LINKS ...): one folder, one static library; LINKS are the folders it may include.
 function(modrift_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;HEADERS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC modrift_options ${ARG_LINKS})
-  if(ARG_HEADERS)
-    modrift_precompile(${name} ${name} ${ARG_HEADERS})
-  else()
-    modrift_precompile(${name} library)
-  endif()
 endfunction()
