@@ -1,6 +1,6 @@
 #include <alsa/asoundlib.h>
 #include <atomic>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <thread>
 #include <vector>
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <memory>
 #include <sndfile.h>
 #include <string_view>

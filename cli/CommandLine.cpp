@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <string_view>
 
 #include "cli/AudioFile.h"

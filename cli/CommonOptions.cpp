@@ -1,6 +1,6 @@
 #include "cli/CommonOptions.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "cli/Numbers.h"
 

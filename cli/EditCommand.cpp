@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <memory>
 #include <utility>
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <poll.h>
 #include <string_view>
 #include <xcb/xcb.h>

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <string>
 #include <vector>
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <memory>
 #include <unistd.h>
 #include <variant>

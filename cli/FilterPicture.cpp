@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "cli/PictureCanvas.h"
 

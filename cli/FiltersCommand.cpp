@@ -4,7 +4,7 @@
 #include <array>
 #include <cctype>
 #include <filesystem>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <nlohmann/json.hpp>
 #include <span>
 #include <string_view>

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <optional>
 #include <string_view>
 #include <vector>

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <jack/jack.h>
 
 #include "cli/Errors.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace modrift::cli {
 

@@ -1,6 +1,6 @@
 #include "cli/ModriftCalls.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "cli/Errors.h"
 

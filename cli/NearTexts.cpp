@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <numeric>
 #include <utility>
 #include <vector>

@@ -2,7 +2,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <system_error>
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 #include "cli/PresetState.h"
 
 #include <cstddef>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <optional>
 #include <string_view>
 

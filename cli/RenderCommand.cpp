@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <fstream>
 #include <memory>
 #include <utility>

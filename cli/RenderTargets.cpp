@@ -1,6 +1,6 @@
 #include "cli/RenderTargets.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <set>
 #include <system_error>
 #include <utility>

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <memory>
 #include <samplerate.h>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "cli/ScreenshotCommand.h"
 
 #include <array>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <memory>
 #include <optional>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "cli/Settings.h"
 
 #include <array>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <optional>
 #include <string_view>
 #include <utility>

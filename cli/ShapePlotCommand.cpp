@@ -1,5 +1,5 @@
 #include <filesystem>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "cli/GraphPicture.h"
 #include "cli/PendingFile.h"

@@ -1,7 +1,7 @@
 #include "cli/StoredFiles.h"
 
 #include <cstring>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <string_view>
 #include <variant>
 

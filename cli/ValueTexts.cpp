@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <optional>
 
 #include "cli/NearTexts.h"

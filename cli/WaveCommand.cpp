@@ -2,7 +2,7 @@
 
 #include <array>
 #include <filesystem>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <optional>
 #include <utility>
 

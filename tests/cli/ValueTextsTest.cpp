@@ -1,6 +1,6 @@
 // From texts back to values: by a plug-in made of a function, and by the program and Modrift itself.
 #include <cmath>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "cli/ValueTexts.h"
