@@ -5,12 +5,12 @@
 
 #include "bench/Measure.h"
 #include "bench/Subjects.h"
-#include "editor/GraphLink.h"
-#include "editor/LFODisplay.h"
-#include "editor/LFOGUI.h"
+#include "editor/graph/GraphLink.h"
+#include "editor/graph/LFODisplay.h"
+#include "editor/shell/LFOGUI.h"
 #include "effect/KorvelInDSPEdit.h"
-#include "toolkit/CFrame.h"
 #include "toolkit/headless/HeadlessPlatform.h"
+#include "toolkit/views/CFrame.h"
 
 namespace bench {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "bench/Measure.h"
 #include "bench/Subjects.h"
-#include "effect/Shared.h"
 #include "model/CurveLaw.h"
+#include "threads/Shared.h"
 
 namespace bench {
 namespace {

@@ -1,5 +1,5 @@
-#include "cli/CommandLine.h"
-#include "cli/Interrupt.h"
+#include "cli/commands/CommandLine.h"
+#include "cli/terminal/Interrupt.h"
 
 int main(int argc, char** argv) {
   modrift::cli::catchInterrupts();

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "model/PrivateCalls.h"
 #include "model/WarpTable.h"
 
 namespace {
@@ -17,14 +18,6 @@ constexpr float kFallbackRate = 44100.0f;
 constexpr char kEffectName[] = "Modrift";
 constexpr char kVendorName[] = "Ambrel Works";
 constexpr char kProgramListName[] = "DefaultProgram  ";
-
-// Calls of the adapter and of our own program that are private to them and the effect.
-constexpr VstInt32 kSetIoCount = CCONST('s', 'A', 'I', 'O');
-constexpr VstInt32 kHello = CCONST('s', 'H', 'i', '!');
-constexpr VstInt32 kValueToText = CCONST('s', 'V', '2', 'S');
-// [ptr] a path of at most 511 bytes, for the file that the next load reads or the MIDI export writes; answers 1, or 0
-// for a path that does not fit. Editors fill `loadPath` themselves; this is the way in for hosts.
-constexpr VstInt32 kSetPath = CCONST('m', 'P', 't', 'h');
 
 constexpr std::array<std::string_view, 10> kAbilities = {
     "receiveVstEvents", "receiveVstMidiEvent", "plugAsChannelInsert", "2in2out",       "1in2out", "sendVstMidiEvent",
@@ -57,7 +50,7 @@ LfoDSP::LfoDSP(audioMasterCallback host) : AudioEffectX(host, 1, kHostParameters
   LfoDSP::setNumOutputs(2);
   LfoDSP::canProcessReplacing(true);
   LfoDSP::programsAreChunks(true);
-  LfoDSP::setUniqueID(kUniqueId);
+  LfoDSP::setUniqueID(model::kUniqueId);
   if (!host)
     for (int i = 0; i < 3; ++i) std::fputs("\n  no audioMaster", stderr);
   for (auto& table : graphTable) table = std::make_unique<Shared<float>[]>(kGraphTableSize);
@@ -192,19 +185,19 @@ void LfoDSP::setChannels(VstInt32 inputs) {
 
 VstIntPtr LfoDSP::vendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float /*opt*/) {
   switch (tag) {
-    case kSetIoCount:
+    case model::kCallSetIoCount:
       setChannels(static_cast<VstInt32>(value));
       return 0;
-    case kHello:
+    case model::kCallHello:
       return 1;
-    case kValueToText: {
+    case model::kCallValueToText: {
       float number = 0.0f;
       if (!ptr) return 0;
       std::memcpy(&number, ptr, sizeof number);  // the same memory receives the text
       convertParameterValueToString(static_cast<int>(value), number, static_cast<char*>(ptr));
       return 1;
     }
-    case kSetPath:
+    case model::kCallSetPath:
       return ptr && setLoadPath(static_cast<const char*>(ptr));
     default:
       return 0;

@@ -18,7 +18,6 @@
 #include <mutex>
 #include <span>
 
-#include "effect/AudioGate.h"
 #include "effect/Crossover.h"
 #include "effect/ExpMapper.h"
 #include "effect/FilterStage.h"
@@ -27,13 +26,14 @@
 #include "effect/NoteQueue.h"
 #include "effect/PadLFO.h"
 #include "effect/ScopeCapture.h"
-#include "effect/Shared.h"
 #include "filters/VFilter.h"
 #include "model/CurveLaw.h"
+#include "model/PrivateCalls.h"
 #include "model/StateChunk.h"
+#include "threads/AudioGate.h"
+#include "threads/Shared.h"
 #include "vst2/audioeffectx.h"
 
-inline constexpr VstInt32 kUniqueId = CCONST('V', 'r', 'l', 'q');
 inline constexpr VstInt32 kVendorVersion = 1100;
 inline constexpr int kHostParameters = 70;
 inline constexpr float kTuningHz = 440.0f;   // of A4, the pitch that cutoffs count from
@@ -216,7 +216,7 @@ class LfoDSP : public AudioEffectX {
   bool activeVol = false, activeVar = false, activePan = false, activeCut = false, activeRes = false;
 
   // --- Files and the editor's window
-  std::array<char, 512> loadPath{};                          // [ui] what the next load reads, zero at its end
+  std::array<char, model::kLongestPath + 1> loadPath{};      // [ui] what the next load reads, zero at its end
   Shared<std::int16_t> editorWidth{708}, editorHeight{343};  // pixels
   int savedEditorWidth = 708, savedEditorHeight = 343;       // [ui] of new windows, as the user has chosen
   int timerInterval = 30;                                    // [ui] ms between two turns of the editor

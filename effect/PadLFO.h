@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "effect/Shared.h"
 #include "model/Graph.h"
+#include "threads/Shared.h"
 
 struct PadLFO {
   Shared<std::uint8_t> bLfoOpen{1};  // the gate: closed, all routes read the first sample of their graph

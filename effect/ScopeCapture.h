@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "effect/Shared.h"
 #include "model/CurveLaw.h"
+#include "threads/Shared.h"
 
 // One trace, written by the audio thread and read by the editor without a lock.
 struct ScopeTrace {

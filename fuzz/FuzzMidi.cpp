@@ -1,6 +1,6 @@
 // Any bytes as a MIDI file: parsed, its promises checked, and written and read once more.
-#include "cli/MidiFile.h"
-#include "cli/MidiFileWriter.h"
+#include "cli/files/MidiFile.h"
+#include "cli/files/MidiFileWriter.h"
 #include "fuzz/Require.h"
 
 namespace {

@@ -1,9 +1,9 @@
 // An image's text: any bytes give a bitmap of a bounded size, or none.
 #include <cstdint>
 
-#include "editor/SvgRender.h"
+#include "editor/panel/SvgRender.h"
 #include "fuzz/Require.h"
-#include "toolkit/CFrame.h"
+#include "toolkit/views/CFrame.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace VSTGUI;

@@ -1,6 +1,6 @@
 #include "plugin/EditorPicture.h"
 
-#include "editor/LFOGUI.h"
+#include "editor/shell/LFOGUI.h"
 #include "toolkit/headless/HeadlessPlatform.h"
 
 namespace {

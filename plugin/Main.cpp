@@ -1,17 +1,14 @@
 // The entry that hosts look for, and what puts effect and editor together.
 #include <memory>
 
-#include "editor/LFOGUI.h"
+#include "editor/shell/LFOGUI.h"
 #include "effect/KorvelInDSPEdit.h"
+#include "model/PrivateCalls.h"
 #include "plugin/EditorPicture.h"
 #include "toolkit/x11/X11Platform.h"
 #include "vst2/aeffect.h"
 
 namespace {
-
-// [value] width * 65536 + height in pixels, 0 for the state's own; [ptr] a path. Draws the editor into a PNG file,
-// without a display; answers 1, or 0 when that did not work. Private to our own program.
-constexpr VstInt32 kDrawEditor = CCONST('m', 'P', 'i', 'c');
 
 VstIntPtr drawEditor(AEffect* record, VstIntPtr size, const void* path) {
   auto* const effect = static_cast<AudioEffect*>(record->object);
@@ -24,7 +21,7 @@ VstIntPtr drawEditor(AEffect* record, VstIntPtr size, const void* path) {
 // The frame's dispatcher with the one call that the effect cannot serve, as it knows no editor of its own.
 VstIntPtr VSTCALLBACK dispatch(AEffect* record, VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                                float opt) noexcept try {
-  if (record && opcode == effVendorSpecific && index == kDrawEditor) return drawEditor(record, value, ptr);
+  if (record && opcode == effVendorSpecific && index == model::kCallDrawEditor) return drawEditor(record, value, ptr);
   return AudioEffect::dispatchEffectClass(record, opcode, index, value, ptr, opt);
 } catch (...) {
   return 0;
@@ -40,7 +37,7 @@ void useWindowSystem() {
 AudioEffect* createEffectInstance(audioMasterCallback audioMaster) noexcept try {
   useWindowSystem();
   auto effect = std::make_unique<KorvelInDSPEdit>(audioMaster);
-  effect->setUniqueID(kUniqueId);
+  effect->setUniqueID(model::kUniqueId);
   effect->setEditor(createEditor(effect.get()));
   effect->getAeffect()->dispatcher = dispatch;
   effect->resume();

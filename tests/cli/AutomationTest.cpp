@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "cli/Automation.h"
+#include "cli/values/Automation.h"
 
 namespace modrift::cli {
 namespace {

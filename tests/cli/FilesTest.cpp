@@ -3,13 +3,13 @@
 #include <numbers>
 #include <sndfile.h>
 
-#include "cli/AudioFile.h"
-#include "cli/Channels.h"
-#include "cli/Errors.h"
-#include "cli/Levels.h"
-#include "cli/PendingFile.h"
-#include "cli/RenderTargets.h"
-#include "cli/Resample.h"
+#include "cli/files/AudioFile.h"
+#include "cli/files/Channels.h"
+#include "cli/files/PendingFile.h"
+#include "cli/files/RenderTargets.h"
+#include "cli/files/Resample.h"
+#include "cli/pictures/Levels.h"
+#include "cli/terminal/Errors.h"
 #include "tests/cli/TemporaryFolder.h"
 
 namespace modrift::cli {

@@ -3,8 +3,8 @@
 #include <array>
 #include <gtest/gtest.h>
 
-#include "cli/FilterMeasurement.h"
-#include "cli/FilterPicture.h"
+#include "cli/pictures/FilterMeasurement.h"
+#include "cli/pictures/FilterPicture.h"
 
 namespace modrift::cli {
 namespace {

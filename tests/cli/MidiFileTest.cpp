@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "cli/MidiFile.h"
-#include "cli/MidiFileWriter.h"
+#include "cli/files/MidiFile.h"
+#include "cli/files/MidiFileWriter.h"
 
 namespace modrift::cli {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "cli/ParameterNames.h"
+#include "cli/values/ParameterNames.h"
 
 namespace modrift::cli {
 namespace {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "cli/GraphText.h"
+#include "cli/values/GraphText.h"
 #include "model/AtomicFile.h"
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"

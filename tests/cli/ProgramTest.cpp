@@ -5,8 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <sys/wait.h>
 
-#include "cli/AudioFile.h"
-#include "cli/MidiFile.h"
+#include "cli/files/AudioFile.h"
+#include "cli/files/MidiFile.h"
 #include "tests/cli/TemporaryFolder.h"
 
 namespace modrift::cli {

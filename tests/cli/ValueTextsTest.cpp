@@ -3,7 +3,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include "cli/ValueTexts.h"
+#include "cli/values/ValueTexts.h"
 
 namespace modrift::cli {
 namespace {

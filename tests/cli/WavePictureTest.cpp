@@ -5,7 +5,7 @@
 #include <numbers>
 #include <stdexcept>
 
-#include "cli/WavePicture.h"
+#include "cli/pictures/WavePicture.h"
 #include "tests/cli/TemporaryFolder.h"
 
 namespace modrift::cli {

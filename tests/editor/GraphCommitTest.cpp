@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "editor/GraphTooltip.h"
+#include "editor/graph/GraphTooltip.h"
 #include "tests/editor/GraphWindow.h"
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
 
 namespace {
 

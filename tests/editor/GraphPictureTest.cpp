@@ -10,7 +10,7 @@
 #include <string>
 
 #include "tests/editor/GraphWindow.h"
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <memory>
 #include <vector>
 
-#include "editor/GraphLink.h"
-#include "editor/GraphScope.h"
-#include "editor/LFODisplay.h"
+#include "editor/graph/GraphLink.h"
+#include "editor/graph/GraphScope.h"
+#include "editor/graph/LFODisplay.h"
 #include "effect/ParameterTable.h"
 #include "tests/effect/TestHost.h"
-#include "toolkit/CFrame.h"
 #include "toolkit/headless/HeadlessPlatform.h"
+#include "toolkit/views/CFrame.h"
 
 // At 1 the graph is 388 by 240 pixels in a view of 400 by 244. Passes reports and notices on as the panel does.
 class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {

@@ -5,9 +5,9 @@
 #include <span>
 #include <thread>
 
-#include "editor/LFODisplay.h"
-#include "editor/LFOGUI.h"
-#include "editor/ResizeControl.h"
+#include "editor/controls/ResizeControl.h"
+#include "editor/graph/LFODisplay.h"
+#include "editor/shell/LFOGUI.h"
 #include "tests/effect/TestHost.h"
 #include "toolkit/headless/HeadlessPlatform.h"
 

@@ -9,11 +9,11 @@
 #include <string>
 #include <string_view>
 
-#include "editor/PanelImages.h"
-#include "editor/SvgRender.h"
-#include "toolkit/Bundle.h"
-#include "toolkit/CFrame.h"
-#include "toolkit/VectorImage.h"
+#include "editor/panel/PanelImages.h"
+#include "editor/panel/SvgRender.h"
+#include "toolkit/base/Bundle.h"
+#include "toolkit/drawing/VectorImage.h"
+#include "toolkit/views/CFrame.h"
 
 using namespace VSTGUI;
 

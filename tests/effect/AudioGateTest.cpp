@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
-#include "effect/AudioGate.h"
+#include "threads/AudioGate.h"
 
 namespace {
 

@@ -3,11 +3,10 @@
 #include <limits>
 
 #include "effect/ParameterTexts.h"
+#include "model/PrivateCalls.h"
 #include "tests/effect/TestHost.h"
 
 namespace {
-
-constexpr VstInt32 kValueToText = CCONST('s', 'V', '2', 'S');
 
 std::string shown(EffectRig& rig, int index) {
   char text[256] = "untouched";
@@ -18,7 +17,7 @@ std::string shown(EffectRig& rig, int index) {
 std::string textOf(EffectRig& rig, int index, float value) {
   char text[256] = "";
   std::memcpy(text, &value, sizeof value);
-  EXPECT_EQ(rig.call(effVendorSpecific, kValueToText, index, text), 1);
+  EXPECT_EQ(rig.call(effVendorSpecific, model::kCallValueToText, index, text), 1);
   return text;
 }
 

@@ -11,6 +11,7 @@
 #include "effect/ParameterTable.h"
 #include "model/AtomicFile.h"
 #include "model/PresetFile.h"
+#include "model/PrivateCalls.h"
 #include "model/ShapeFile.h"
 #include "tests/effect/TestHost.h"
 #include "tests/model/ChunkBuilder.h"
@@ -370,15 +371,13 @@ TEST_F(EffectFiles, ShapesReplaceTheCurrentGraphAndNothingElse) {
 TEST_F(EffectFiles, PathsOfUpTo511BytesAreTaken) {
   rig.fx().SaveShape(at("a.shp").c_str());
   rig.draw(0, {{0, 0.5}, {65536, 0.5}});
-  const auto give = [&](std::string path) {
-    return rig.call(effVendorSpecific, CCONST('m', 'P', 't', 'h'), 0, path.data());
-  };
+  const auto give = [&](std::string path) { return rig.call(effVendorSpecific, model::kCallSetPath, 0, path.data()); };
   std::string path = at("a.shp");
   while (path.size() < 511) path.insert(path.find('/', 1), "/");
   EXPECT_EQ(give(path), 1);
   EXPECT_EQ(give("/" + path), 0);
   EXPECT_EQ(rig.fx().loadPath[0], 0) << "what does not fit must not lead to another file";
-  EXPECT_EQ(rig.call(effVendorSpecific, CCONST('m', 'P', 't', 'h')), 0);
+  EXPECT_EQ(rig.call(effVendorSpecific, model::kCallSetPath), 0);
   rig.fx().loadPath.fill('x');  // no end
   for (const int command : {77, 83}) rig.set(command, 1.0);
   EXPECT_EQ(rig.fx().envNumPoints[0], 1);

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <string>
 
+#include "model/PrivateCalls.h"
 #include "vst2/aeffect.h"
 
 namespace {
@@ -69,14 +70,13 @@ TEST(Editor, IsToldToHostsAndDrawnWithoutADisplayAlsoByAModuleThatWasLoadedBefor
       return effect->dispatcher(effect, opcode, index, value, ptr, 0.0f);
     };
     EXPECT_TRUE(effect->flags & effFlagsHasEditor);
-    constexpr VstInt32 kDrawEditor = CCONST('m', 'P', 'i', 'c');
-    EXPECT_EQ(call(effVendorSpecific, kDrawEditor, 900 << 16 | 500, path.data()), 1);
+    EXPECT_EQ(call(effVendorSpecific, model::kCallDrawEditor, 900 << 16 | 500, path.data()), 1);
     EXPECT_EQ(pngSize(path), std::pair(900, 500));
-    EXPECT_EQ(call(effVendorSpecific, kDrawEditor, 0, path.data()), 1);
+    EXPECT_EQ(call(effVendorSpecific, model::kCallDrawEditor, 0, path.data()), 1);
     EXPECT_EQ(pngSize(path), std::pair(708, 343)) << "the state's own size is as before";
-    EXPECT_EQ(call(effVendorSpecific, kDrawEditor, 0, nullptr), 0);
+    EXPECT_EQ(call(effVendorSpecific, model::kCallDrawEditor, 0, nullptr), 0);
     std::string nowhere = path + "/none.png";
-    EXPECT_EQ(call(effVendorSpecific, kDrawEditor, 0, nowhere.data()), 0);
+    EXPECT_EQ(call(effVendorSpecific, model::kCallDrawEditor, 0, nowhere.data()), 0);
     ERect* rect = nullptr;
     EXPECT_EQ(call(effEditGetRect, 0, 0, &rect), 1);
     ASSERT_NE(rect, nullptr);

@@ -5,10 +5,10 @@
 #include <thread>
 
 #include "tests/toolkit/Window.h"
-#include "toolkit/CButtons.h"
-#include "toolkit/CKnob.h"
-#include "toolkit/CSwitches.h"
-#include "toolkit/CVSTGUITimer.h"
+#include "toolkit/base/CVSTGUITimer.h"
+#include "toolkit/controls/CButtons.h"
+#include "toolkit/controls/CKnob.h"
+#include "toolkit/controls/CSwitches.h"
 
 namespace {
 

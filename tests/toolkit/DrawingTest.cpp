@@ -7,8 +7,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
-#include "toolkit/Bundle.h"
-#include "toolkit/COffscreenContext.h"
+#include "toolkit/base/Bundle.h"
+#include "toolkit/views/COffscreenContext.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/Window.h"
-#include "toolkit/CButtons.h"
-#include "toolkit/CNewFileSelector.h"
+#include "toolkit/controls/CButtons.h"
+#include "toolkit/popups/CNewFileSelector.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/toolkit/Window.h"
-#include "toolkit/COptionMenu.h"
+#include "toolkit/popups/COptionMenu.h"
 
 namespace {
 

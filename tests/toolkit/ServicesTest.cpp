@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/Window.h"
-#include "toolkit/CNewFileSelector.h"
-#include "toolkit/PlatformTextEdit.h"
+#include "toolkit/popups/CNewFileSelector.h"
+#include "toolkit/views/PlatformTextEdit.h"
 
 namespace {
 

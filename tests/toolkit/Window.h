@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/CControl.h"
-#include "toolkit/CFrame.h"
-#include "toolkit/IControlListener.h"
-#include "toolkit/VSTGUIEditorInterface.h"
+#include "toolkit/base/IControlListener.h"
+#include "toolkit/base/VSTGUIEditorInterface.h"
+#include "toolkit/controls/CControl.h"
 #include "toolkit/headless/HeadlessPlatform.h"
+#include "toolkit/views/CFrame.h"
 
 // One open frame of 200 by 100 on a platform of its own.
 class Window : public VSTGUI::VSTGUIEditorInterface {

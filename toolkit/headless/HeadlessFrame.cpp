@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "toolkit/CDrawContext.h"
+#include "toolkit/drawing/CDrawContext.h"
 #include "toolkit/headless/HeadlessPlatform.h"
 
 namespace VSTGUI {

@@ -14,10 +14,10 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/CBaseObject.h"
-#include "toolkit/CColor.h"
-#include "toolkit/IDataPackage.h"
-#include "toolkit/PlatformFrame.h"
+#include "toolkit/base/CBaseObject.h"
+#include "toolkit/base/CColor.h"
+#include "toolkit/base/IDataPackage.h"
+#include "toolkit/base/PlatformFrame.h"
 
 struct _cairo_surface;
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "toolkit/FileBrowser.h"
+#include "toolkit/popups/FileBrowser.h"
 #include "toolkit/x11/FileSelectors.h"
 
 namespace VSTGUI::X11 {

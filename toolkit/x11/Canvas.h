@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "toolkit/Geometry.h"
+#include "toolkit/base/Geometry.h"
 #include "toolkit/x11/Connection.h"
 
 struct _cairo_surface;

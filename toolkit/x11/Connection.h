@@ -15,8 +15,8 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-#include "toolkit/Events.h"
-#include "toolkit/Geometry.h"
+#include "toolkit/base/Events.h"
+#include "toolkit/base/Geometry.h"
 
 struct xcb_cursor_context_t;
 

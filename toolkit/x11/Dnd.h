@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "toolkit/PlatformFrame.h"
+#include "toolkit/base/PlatformFrame.h"
 #include "toolkit/x11/Canvas.h"
 #include "toolkit/x11/Selections.h"
 

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <xcb/shape.h>
 
-#include "toolkit/CBitmap.h"
-#include "toolkit/CDrawContext.h"
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
+#include "toolkit/drawing/CBitmap.h"
+#include "toolkit/drawing/CDrawContext.h"
 #include "toolkit/x11/Dnd.h"
 
 namespace VSTGUI::X11 {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
 #include "toolkit/x11/Dnd.h"
 
 namespace VSTGUI::X11 {

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "toolkit/PlatformFrame.h"
+#include "toolkit/base/PlatformFrame.h"
 #include "toolkit/x11/Connection.h"
 
 namespace VSTGUI::X11 {

@@ -6,7 +6,7 @@
 #include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon.h>
 
-#include "toolkit/Events.h"
+#include "toolkit/base/Events.h"
 #include "toolkit/x11/Connection.h"
 
 namespace VSTGUI::X11 {

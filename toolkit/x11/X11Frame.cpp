@@ -5,8 +5,8 @@
 #include <cmath>
 #include <glib.h>
 
-#include "toolkit/CDrawContext.h"
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
+#include "toolkit/drawing/CDrawContext.h"
 
 namespace VSTGUI::X11 {
 

@@ -1,6 +1,6 @@
 #include <cmath>
 
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
 #include "toolkit/x11/X11Frame.h"
 
 namespace VSTGUI::X11 {

@@ -12,7 +12,7 @@
 #include <memory>
 #include <vector>
 
-#include "toolkit/PlatformFrame.h"
+#include "toolkit/base/PlatformFrame.h"
 
 namespace VSTGUI {
 

@@ -4,12 +4,12 @@
 #include <functional>
 #include <vector>
 
-#include "editor/LFODisplay.h"
-#include "editor/LFOGUI.h"
-#include "editor/ResizeControl.h"
+#include "editor/controls/ResizeControl.h"
+#include "editor/graph/LFODisplay.h"
+#include "editor/shell/LFOGUI.h"
 #include "tests/effect/TestHost.h"
 #include "tests/toolkit/x11/Desktop.h"
-#include "toolkit/CFrame.h"
+#include "toolkit/views/CFrame.h"
 
 class EditorDesktop : public Desktop {
  protected:

@@ -1,7 +1,7 @@
 #include "tests/toolkit/x11/FrameDesktop.h"
 
-#include "toolkit/CDrawContext.h"
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
+#include "toolkit/drawing/CDrawContext.h"
 
 using namespace VSTGUI;
 

@@ -3,7 +3,7 @@
 
 #include "tests/toolkit/Window.h"
 #include "tests/toolkit/x11/Desktop.h"
-#include "toolkit/CFrame.h"
+#include "toolkit/views/CFrame.h"
 
 // Writes down what it is told besides what a Probe does.
 class Recorder : public Probe {

@@ -12,8 +12,8 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "tests/toolkit/x11/FrameDesktop.h"
-#include "toolkit/CNewFileSelector.h"
-#include "toolkit/IDataPackage.h"
+#include "toolkit/base/IDataPackage.h"
+#include "toolkit/popups/CNewFileSelector.h"
 #include "toolkit/x11/Dnd.h"
 #include "toolkit/x11/FileSelectors.h"
 

@@ -3,7 +3,7 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "tests/toolkit/x11/FrameDesktop.h"
-#include "toolkit/COptionMenu.h"
+#include "toolkit/popups/COptionMenu.h"
 
 namespace {
 

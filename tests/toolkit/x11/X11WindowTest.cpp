@@ -6,7 +6,7 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "tests/toolkit/x11/FrameDesktop.h"
-#include "toolkit/COptionMenu.h"
+#include "toolkit/popups/COptionMenu.h"
 #include "toolkit/x11/Canvas.h"
 
 namespace {

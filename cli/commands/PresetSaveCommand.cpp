@@ -1,0 +1,48 @@
+#include <array>
+#include <memory>
+
+#include "cli/commands/ModriftCalls.h"
+#include "cli/commands/PluginLocation.h"
+#include "cli/commands/PresetCommands.h"
+#include "cli/commands/PresetState.h"
+#include "cli/commands/Settings.h"
+#include "cli/files/RenderTargets.h"
+#include "cli/terminal/Errors.h"
+#include "host/Transport.h"
+
+namespace modrift::cli {
+namespace {
+
+constexpr double kSampleRateHz = 44100.0;
+constexpr VstInt32 kFrames = 64;
+
+// Points of a graph can be set as parameters only once audio has run.
+void playSilence(host::Plugin& plugin) {
+  plugin.setSampleRate(kSampleRateHz);
+  plugin.setBlockSize(kFrames);
+  plugin.activate();
+  plugin.setTime(host::Transport({.playing = false}, kSampleRateHz).time(), 0);
+  std::array<std::array<float, kFrames>, 4> channels{};
+  std::array<float*, 2> inputs = {channels[0].data(), channels[1].data()};
+  std::array<float*, 2> outputs = {channels[2].data(), channels[3].data()};
+  plugin.process(inputs.data(), outputs.data(), kFrames);
+}
+
+}  // namespace
+
+void runPresetSave(const PresetSaveOptions& options) {
+  requireEnding(options.output, ".fxp", "-o");
+  const std::vector<ShapeFile> shapes = parseShapes(options.shapes);
+  const std::vector<Setting> settings = parseSettings(options.settings);
+  host::Plugin plugin(std::make_shared<host::Module>(pluginPath(options.plugin)));
+  if (!isModrift(plugin)) throw RunError(plugin.path().string() + ": the plug-in Modrift was expected for preset save");
+  if (!options.preset.empty()) applyPreset(plugin, options.preset);
+  for (const ShapeFile& shape : shapes) applyShape(plugin, shape);
+  ValueFinder values(plugin);
+  const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin), values);
+  playSilence(plugin);
+  for (const host::ParameterChange& setting : changes) plugin.setUnlistedParameter(setting.parameter, setting.value);
+  savePreset(plugin, options.output);
+}
+
+}  // namespace modrift::cli

@@ -1,0 +1,191 @@
+#include "cli/files/MidiFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+namespace modrift::cli {
+namespace {
+
+constexpr std::size_t kChunkHeadBytes = 8;  // four letters, and the length of what follows
+constexpr std::size_t kFileHeadBytes = 6;   // format, tracks, division
+constexpr std::uint8_t kSystem = 0xF0;      // status bytes from here on have no channel
+constexpr std::uint8_t kSysex = 0xF0, kSysexGoesOn = 0xF7, kMeta = 0xFF;
+constexpr std::uint8_t kEndOfTrack = 0x2F;
+
+// SMPTE frames a second by the number in the file; 29 stands for the drop-frame count of colour television.
+struct FrameRate {
+  int number;
+  double perSecond;
+};
+constexpr auto kFrameRates = std::to_array<FrameRate>({{24, 24.0}, {25, 25.0}, {29, 30000.0 / 1001.0}, {30, 30.0}});
+
+// Takes bytes off the front of a span, and never more than there are.
+class ByteReader {
+ public:
+  ByteReader(std::span<const std::uint8_t> bytes, std::size_t offset) : bytes_(bytes), offset_(offset) {}
+
+  [[nodiscard]] bool atEnd() const { return at_ == bytes_.size(); }
+  [[nodiscard]] std::size_t offset() const { return offset_ + at_; }  // in the file
+  [[nodiscard]] std::size_t left() const { return bytes_.size() - at_; }
+
+  std::optional<std::uint8_t> byte() { return atEnd() ? std::nullopt : std::optional(bytes_[at_++]); }
+  std::optional<std::uint8_t> peek() const { return atEnd() ? std::nullopt : std::optional(bytes_[at_]); }
+
+  std::optional<std::span<const std::uint8_t>> take(std::size_t count) {
+    if (count > left()) return std::nullopt;
+    at_ += count;
+    return bytes_.subspan(at_ - count, count);
+  }
+
+  // Seven bits a byte, highest first, at most four bytes.
+  std::optional<std::uint32_t> variableNumber() {
+    std::uint32_t number = 0;
+    for (int i = 0; i < 4; ++i) {
+      const auto next = byte();
+      if (!next) return std::nullopt;
+      number = number << 7 | (*next & 0x7FU);
+      if (*next < 0x80) return number;
+    }
+    return std::nullopt;
+  }
+
+ private:
+  std::span<const std::uint8_t> bytes_;
+  std::size_t offset_;
+  std::size_t at_ = 0;
+};
+
+// `bytes` are two or four, highest first.
+std::uint32_t bigEndian(std::span<const std::uint8_t> bytes) {
+  std::uint32_t number = 0;
+  for (const std::uint8_t byte : bytes) number = number << 8 | byte;
+  return number;
+}
+
+bool isNamed(std::span<const std::uint8_t> chunkHead, std::string_view name) {
+  return std::equal(name.begin(), name.end(), chunkHead.begin());
+}
+
+class TrackParser {
+ public:
+  TrackParser(ByteReader track, std::vector<MidiFileMessage>& messages) : track_(track), messages_(messages) {}
+
+  std::optional<MidiFileFault> parse() {
+    while (!ended_ && !track_.atEnd()) {
+      const auto delta = track_.variableNumber();
+      if (!delta) return fault("a time of at most four bytes");
+      tick_ += *delta;
+      if (auto broken = parseEvent()) return broken;
+    }
+    return std::nullopt;
+  }
+
+ private:
+  [[nodiscard]] MidiFileFault fault(std::string expected) const { return {track_.offset(), std::move(expected)}; }
+
+  std::optional<MidiFileFault> parseEvent() {
+    const auto first = track_.peek();
+    if (!first) return fault("a message behind the time");
+    const bool hasStatus = *first >= 0x80;
+    if (hasStatus) track_.byte();
+    if (hasStatus && *first >= kSystem) return skipSystemEvent(*first);
+    if (hasStatus) runningStatus_ = *first;
+    return runningStatus_ == 0 ? fault("a status byte") : parseMessage();
+  }
+
+  std::optional<MidiFileFault> parseMessage() {
+    const int kind = runningStatus_ >> 4;
+    MidiFileMessage message{tick_, {runningStatus_}, static_cast<std::uint8_t>(kind == 0xC || kind == 0xD ? 2 : 3)};
+    for (std::size_t i = 1; i < message.length; ++i) {
+      const auto data = track_.peek();
+      if (!data || *data >= 0x80) return fault("a data byte below 128");
+      message.bytes[i] = *data;
+      track_.byte();
+    }
+    messages_.push_back(message);
+    return std::nullopt;
+  }
+
+  std::optional<MidiFileFault> skipSystemEvent(std::uint8_t status) {
+    if (status == kMeta) {
+      const auto type = track_.byte();
+      ended_ = type == kEndOfTrack;
+    } else if (status != kSysex && status != kSysexGoesOn) {
+      return fault("a message to a channel, a dump or a meta event");
+    }
+    const auto length = track_.variableNumber();
+    if (!length || !track_.take(*length)) return fault("as many bytes as the event says");
+    return std::nullopt;
+  }
+
+  ByteReader track_;
+  std::vector<MidiFileMessage>& messages_;
+  std::int64_t tick_ = 0;
+  std::uint8_t runningStatus_ = 0;
+  bool ended_ = false;
+};
+
+// The time unit of the division's two bytes. False if there is none such.
+bool readDivision(std::span<const std::uint8_t> division, MidiSong& song) {
+  if (division[0] < 0x80) {
+    song.ticksPerUnit = bigEndian(division);
+    return song.ticksPerUnit > 0.0;
+  }
+  const int number = 256 - division[0];  // stored as a negative number
+  const auto* const rate = std::find_if(kFrameRates.begin(), kFrameRates.end(),
+                                        [number](const FrameRate& known) { return known.number == number; });
+  if (rate == kFrameRates.end() || division[1] == 0) return false;
+  song.inSeconds = true;
+  song.ticksPerUnit = rate->perSecond * division[1];
+  return true;
+}
+
+// The tracks among the chunks; others are passed over.
+std::optional<MidiFileFault> parseTracks(ByteReader file, std::uint32_t tracks, MidiSong& song) {
+  while (tracks > 0) {
+    const auto head = file.take(kChunkHeadBytes);
+    if (!head) return MidiFileFault{file.offset(), "as many tracks as the file says"};
+    const std::size_t start = file.offset();
+    const auto chunk = file.take(bigEndian(head->subspan(4)));
+    if (!chunk) return MidiFileFault{start, "as many bytes as the chunk says"};
+    if (!isNamed(*head, "MTrk")) continue;
+    --tracks;
+    if (auto fault = TrackParser(ByteReader(*chunk, start), song.messages).parse()) return fault;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::variant<MidiSong, MidiFileFault> parseMidiFile(std::span<const std::uint8_t> bytes) {
+  if (bytes.size() > kMostMidiFileBytes) return MidiFileFault{0, "a MIDI file of at most 16 MiB"};
+  ByteReader file(bytes, 0);
+  const auto head = file.take(kChunkHeadBytes);
+  if (!head || !isNamed(*head, "MThd")) return MidiFileFault{0, "a Standard MIDI File"};
+  const auto facts = file.take(bigEndian(head->subspan(4)));
+  if (!facts || facts->size() < kFileHeadBytes) return MidiFileFault{kChunkHeadBytes, "a head of six bytes"};
+  if (bigEndian(facts->first(2)) > 1) return MidiFileFault{8, "format 0 or 1"};
+  MidiSong song;
+  if (!readDivision(facts->subspan(4, 2), song)) return MidiFileFault{12, "a division into ticks"};
+  if (auto fault = parseTracks(file, bigEndian(facts->subspan(2, 2)), song)) return std::move(*fault);
+  std::stable_sort(song.messages.begin(), song.messages.end(),
+                   [](const MidiFileMessage& a, const MidiFileMessage& b) { return a.tick < b.tick; });
+  return song;
+}
+
+std::vector<host::MidiEvent> eventsOf(const MidiSong& song, double tempoBpm, double sampleRateHz) {
+  constexpr double kLastFrame = 9007199254740992.0;  // frames are limited to what 53 bits hold
+  const double unitSeconds = song.inSeconds ? 1.0 : 60.0 / tempoBpm;
+  std::vector<host::MidiEvent> events;
+  events.reserve(song.messages.size());
+  for (const MidiFileMessage& message : song.messages) {
+    const double frame = static_cast<double>(message.tick) / song.ticksPerUnit * unitSeconds * sampleRateHz;
+    events.push_back({static_cast<std::int64_t>(std::min(std::round(frame), kLastFrame)),
+                      {message.bytes.begin(), message.bytes.begin() + message.length}});
+  }
+  return events;
+}
+
+}  // namespace modrift::cli

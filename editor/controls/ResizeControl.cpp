@@ -1,0 +1,40 @@
+#include "editor/controls/ResizeControl.h"
+
+#include "toolkit/views/CFrame.h"
+
+using namespace VSTGUI;
+
+// The listener may put a new corner in this one's place.
+void ResizeControl::report(float newValue) {
+  const Counted<ResizeControl> alive = this;
+  value = newValue;
+  if (listener) listener->valueChanged(this);
+}
+
+CMouseEventResult ResizeControl::onMouseDown(CPoint& where, const CButtonState& buttons) {
+  if (checkDefaultValue(buttons)) {
+    report(kChosenSize);
+    value = kReleased;
+    return kMouseEventHandled;
+  }
+  if (!buttons.isLeftButton()) return kMouseEventNotHandled;
+  value = kDragged;
+  lastX = where.x;
+  lastY = where.y;
+  if (auto* const window = getFrame()) window->setCursor(kCursorSizeAll);
+  return onMouseMoved(where, buttons);
+}
+
+CMouseEventResult ResizeControl::onMouseMoved(CPoint& where, const CButtonState& buttons) {
+  if (!buttons.isLeftButton() || checkDefaultValue(buttons)) return kMouseEventNotHandled;
+  if (where.x == lastX && where.y == lastY) return kMouseEventHandled;
+  lastX = where.x;
+  lastY = where.y;
+  report(kDragged);
+  return kMouseEventHandled;
+}
+
+CMouseEventResult ResizeControl::onMouseUp(CPoint& /*where*/, const CButtonState& /*buttons*/) {
+  report(kReleased);
+  return kMouseEventHandled;
+}

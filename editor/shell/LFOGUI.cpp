@@ -1,0 +1,255 @@
+// The editor's window: construction, opening and closing, the panel and its sizes.
+#include "editor/shell/LFOGUI.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "editor/controls/ResizeControl.h"
+#include "editor/graph/GraphLink.h"
+#include "editor/graph/GraphPalette.h"
+#include "editor/graph/LFODisplay.h"
+#include "editor/panel/SvgRender.h"
+
+using namespace VSTGUI;
+
+namespace {
+
+constexpr std::uint32_t kClosedPeriodMs = 150;
+constexpr std::uint32_t kFirstPeriodMs = 240;
+constexpr int kCornerImage = 128;
+constexpr char kCornerFile[] = "bmp00128.png";
+constexpr double kAspect = 0.48446327447891235;                           // of the reference window, 343 / 708
+constexpr double kGraphWidthPart = 0.54802259887006;                      // of the window: 388 pixels of 708
+constexpr double kGraphHeightPart = 0.6997084548105;                      // and 240 of 343
+constexpr double kCornerSide = 16.0;                                      // of what stands in for a missing image
+constexpr float kDragStep = 0.98f, kFreeDrag = 0.991f, kRelease = 0.01f;  // where the corner's values part
+
+double wholePixels(double n) { return std::trunc(n + 0.5); }
+
+// As a window takes it and a project stores it.
+bool sameInPixels(double a, double b) { return std::trunc(a) == std::trunc(b); }
+
+// A timer that runs at the effect's wish, but neither too busily nor hardly ever.
+std::uint32_t periodMs(int interval) {
+  if (interval < 1) return 4;
+  return interval > 999 ? 50u : static_cast<std::uint32_t>(interval);
+}
+
+}  // namespace
+
+AEffEditor* createEditor(AudioEffectX* effect) { return new LFOGUI(static_cast<LfoDSP*>(effect)); }
+
+LFOGUI::LFOGUI(LfoDSP* owner)
+    : AEffGUIEditor(owner),
+      timer_(Counted<CVSTGUITimer>::adopt(new CVSTGUITimer(this, kFirstPeriodMs))),
+      cornerImage_(Counted<CBitmap>::adopt(new CBitmap(CResourceDescription(kCornerImage)))) {
+  setKnobMode(kLinearMode);
+  const double width = dsp().savedEditorWidth, height = dsp().savedEditorHeight;
+  setSize(width < kSmallestWidth || width > kLargestSide ? kReferenceWidth : width,
+          height < kSmallestHeight || height > kLargestSide ? kReferenceHeight : height);
+}
+
+// The effect's own fields are gone by now; none of this may look at them.
+LFOGUI::~LFOGUI() { closeWindow(); }
+
+double LFOGUI::scaledX(double x) const { return wholePixels(x / kReferenceWidth * editorWidth); }
+double LFOGUI::scaledY(double y) const { return wholePixels(y / kReferenceHeight * editorHeight); }
+
+CRect LFOGUI::scaledRect(double left, double top, double right, double bottom) const {
+  const double x = scaledX(left), y = scaledY(top);
+  return {x, y, x + scaledX(right - left), y + scaledY(bottom - top)};
+}
+
+CRect LFOGUI::windowRect() const { return {0, 0, std::trunc(editorWidth), std::trunc(editorHeight)}; }
+
+// --- What the user does
+
+void LFOGUI::valueChanged(CControl* control) {
+  if (!controlsReady) return;
+  if (control == display) commitGraphEdit(*display, dsp());
+  if (control == resizeCorner) resizeDragged(*resizeCorner);
+}
+
+void LFOGUI::beginEdit(std::int32_t index) {
+  if (index >= 0 && index < kHostParameters) AEffGUIEditor::beginEdit(index);
+}
+
+void LFOGUI::endEdit(std::int32_t index) {
+  if (index >= 0 && index < kHostParameters) AEffGUIEditor::endEdit(index);
+}
+
+// --- Size
+
+void LFOGUI::setSize(double width, double height) {
+  editorWidth = width;
+  editorHeight = height;
+  dsp().editorWidth = static_cast<std::int16_t>(width);
+  dsp().editorHeight = static_cast<std::int16_t>(height);
+}
+
+// What a project brought; an open window keeps its size until it is opened again.
+void LFOGUI::restoreStoredSize() {
+  const auto limited = [](double stored, double smallest) {
+    return std::clamp(std::abs(stored), smallest, kLargestSide);
+  };
+  setSize(limited(dsp().editorWidth, kSmallestWidth), limited(dsp().editorHeight, kSmallestHeight));
+}
+
+void LFOGUI::resizeTo(double width, double height) {
+  changeSize(std::clamp(width, kSmallestWidth, kLargestSide), std::clamp(height, kSmallestHeight, kLargestSide));
+}
+
+void LFOGUI::changeSize(double width, double height) {
+  if (sameInPixels(width, editorWidth) && sameInPixels(height, editorHeight)) return;
+  setSize(width, height);
+  resizePending = true;
+}
+
+void LFOGUI::resizeDragged(const ResizeControl& corner) {
+  const float value = corner.getValue();
+  if (value > kDragStep) {
+    if (resizePending) return;
+    if (value < kFreeDrag) return resizeTo(dsp().savedEditorWidth, dsp().savedEditorHeight);
+    const double width = std::clamp(std::abs(corner.lastX), kSmallestWidth, kLargestSide);
+    const bool free = (frame->getCurrentMouseButtons() & kShift) != 0;
+    // The smallest window of the reference's shape is a little lower than the lowest one.
+    changeSize(width, free ? std::clamp(std::abs(corner.lastY), kSmallestHeight, kLargestSide) : width * kAspect);
+  } else if (value < kRelease) {
+    MyIdle();
+    resizePending = false;
+    if (!frame) return;
+    frame->setCursor(kCursorDefault);
+    renewResizeCorner();
+  }
+}
+
+bool LFOGUI::getRect(ERect** editorRect) {
+  const CRect size = windowRect();
+  setRect(size.getWidth(), size.getHeight());
+  return AEffGUIEditor::getRect(editorRect);
+}
+
+// --- Window
+
+bool LFOGUI::open(void* parentWindow) {
+  if (frame) close();
+  AEffGUIEditor::open(parentWindow);
+  frame = new CFrame(windowRect(), this);
+  frame->setBackgroundColor(BackgroundPanelColor);  // seen for a moment where the window grows
+  if (!frame->open(parentWindow)) {
+    close();
+    return false;
+  }
+  frame->setFocusDrawingEnabled(false);
+  openControls(windowRect());
+  addResizeCorner();
+  resizePending = false;
+  controlsReady = true;
+  return true;
+}
+
+void LFOGUI::close() {
+  letGo();
+  closeWindow();
+}
+
+// Of a drag whose release will go elsewhere.
+void LFOGUI::letGo() {
+  if (display) abandonGraphDrag(*display, dsp());
+}
+
+void LFOGUI::closeWindow() {
+  timer_->setFireTime(kClosedPeriodMs);
+  controlsReady = false;
+  resizePending = false;
+  destroyStuff();
+  removeResizeCorner();
+  if (CFrame* const closing = frame) {
+    frame = nullptr;
+    closing->close();
+    closing->forget();
+  }
+  AEffGUIEditor::close();
+}
+
+void LFOGUI::openControls(const CRect& size) {
+  notes_.clear();  // all that they tell of is read below
+  reloadPending = false;
+  graphPixelWidth = wholePixels(kGraphWidthPart * editorWidth);
+  graphPixelHeight = wholePixels(kGraphHeightPart * editorHeight);
+  setKnobMode(kLinearMode);
+  panel = new CViewContainer(size);
+  panel->setBackgroundColor(BackgroundPanelColor);
+  addGraph();
+  fillDisplay();
+  frame->addView(panel);
+  startTimer();
+  MyIdle();
+}
+
+void LFOGUI::addGraph() {
+  const CRect place = scaledRect(145, 30, 545, 274);
+  graphContainer = new CViewContainer(place);
+  panel->addView(graphContainer);
+  display = new LFODisplay({0, 0, scaledX(400), scaledY(244)}, this, kGraphTag, graphPixelWidth, graphPixelHeight,
+                           nullptr, {}, 1);
+  display->effect = &dsp();
+  display->history = &history_;
+  graphContainer->addView(display);
+}
+
+void LFOGUI::addResizeCorner() {
+  using Picture = Counted<COffscreenContext>;
+  Counted<CBitmap> image = cornerImage_;
+  if (!image->isLoaded())
+    if (const auto box = Picture::adopt(placeholderImage(kCornerFile, frame, 1, kCornerSide, kCornerSide)))
+      image = box->getBitmap();
+  CRect place;
+  frame->getSize(place);
+  place.left = place.right - image->getWidth();
+  place.top = place.bottom - image->getHeight();
+  resizeCorner = new ResizeControl(place, this, kResizeTag, image);
+  frame->addView(resizeCorner);
+}
+
+void LFOGUI::removeResizeCorner() {
+  if (!resizeCorner) return;
+  frame->removeView(resizeCorner);
+  resizeCorner = nullptr;
+}
+
+void LFOGUI::renewResizeCorner() {
+  removeResizeCorner();
+  addResizeCorner();
+}
+
+void LFOGUI::startTimer() {
+  timer_->setFireTime(periodMs(dsp().timerInterval));
+  timer_->start();
+}
+
+void LFOGUI::destroyStuff() {
+  timer_->stop();
+  display = nullptr;
+  graphContainer = nullptr;
+  if (panel) frame->removeView(panel);
+  panel = nullptr;
+}
+
+// Hosts may do anything in their answer to a new size, also close the window.
+void LFOGUI::rebuild() {
+  letGo();
+  resizePending = false;
+  controlsReady = false;
+  destroyStuff();
+  const Counted<CFrame> window = frame;
+  const CRect size = windowRect();
+  if (!window->setSize(size.getWidth(), size.getHeight()) || frame != window) return;
+  std::fputs("\n about to open controls", stderr);
+  openControls(size);
+  sizeWindow(size.getWidth(), size.getHeight());
+  std::fputs("\n about to getallfromprocess for resize", stderr);
+  controlsReady = frame == window;
+  if (controlsReady && resizeCorner->getValue() < kRelease) renewResizeCorner();  // a dragged one stays until its end
+}

@@ -1,0 +1,14 @@
+// The colours of what the toolkit draws by itself: menus and the file browser.
+#pragma once
+
+#include "toolkit/base/CColor.h"
+
+namespace VSTGUI::Theme {
+
+inline constexpr CColor kBackColor{40, 42, 46};
+inline constexpr CColor kBorderColor{90, 94, 102};
+inline constexpr CColor kHoverColor{0, 114, 179};
+inline constexpr CColor kTextColor{236, 238, 242};
+inline constexpr CColor kWeakColor{128, 132, 140};
+
+}  // namespace VSTGUI::Theme

@@ -1,0 +1,214 @@
+// A frame's life, its window, focus, menus and painting. Events are in CFrameEvents.cpp.
+#include "toolkit/views/CFrame.h"
+
+#include <chrono>
+
+#include "toolkit/base/VSTGUIEditorInterface.h"
+#include "toolkit/controls/CControl.h"
+#include "toolkit/drawing/CDrawContext.h"
+#include "toolkit/popups/CNewFileSelector.h"
+#include "toolkit/popups/MenuPopup.h"
+#include "toolkit/views/TextField.h"
+
+namespace VSTGUI {
+
+CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
+    : CViewContainer({0, 0, size.getWidth(), size.getHeight()}), editor_(editor) {
+  setBackgroundColor(kBlackCColor);
+}
+
+CFrame::~CFrame() {
+  CFrame::removeAll(true);
+  close();
+  for (CNewFileSelector* const selector : std::vector(selectors_)) selector->leaveFrame();
+  if (textField_) textField_->detach();
+}
+
+bool CFrame::open(void* parent, PlatformType type) {
+  auto* const platform = getPlatform(type);
+  if (platformFrame_ || !platform) return false;
+  platformFrame_ = platform->createFrame(this, getViewSize(), parent);
+  if (!platformFrame_) return false;
+  invalid();
+  return true;
+}
+
+void CFrame::close() {
+  if (!platformFrame_) return;
+  closeMenu();
+  setFocusView(nullptr);
+  for (CNewFileSelector* const selector : std::vector(selectors_)) selector->cancel();
+  mouseDownView_ = hoverView_ = dragView_ = nullptr;
+  buttonHeld_ = leftIsRight_ = dragBegan_ = false;
+  platformFrame_.reset();
+}
+
+void CFrame::idle() {
+  invalidateDirtyViews();
+  if (platformFrame_) platformFrame_->processEvents();
+}
+
+void CFrame::paintNow(const CRect& rect) {
+  if (!platformFrame_) return;
+  platformFrame_->invalidRect(rect);
+  platformFrame_->paintNow();
+}
+
+bool CFrame::setSize(CCoord width, CCoord height) {
+  if (!(width >= 1 && height >= 1)) return false;
+  const CRect size(0, 0, width, height);
+  if (size == getViewSize()) return true;
+  if (editor_ && !editor_->beforeSizeChange(size, getViewSize())) return false;
+  if (platformFrame_ && !platformFrame_->setSize(width, height)) return false;
+  setViewSize(size);
+  return true;
+}
+
+bool CFrame::getSize(CRect& rect) const {
+  rect = getViewSize();
+  return true;
+}
+
+double CFrame::getScaleFactor() const { return platformFrame_ ? platformFrame_->getScaleFactor() : 1.0; }
+
+bool CFrame::getCurrentMouseLocation(CPoint& where) const {
+  return platformFrame_ && platformFrame_->getCurrentMousePosition(where);
+}
+
+CButtonState CFrame::getCurrentMouseButtons() const {
+  return platformFrame_ ? reported(platformFrame_->getCurrentMouseButtons()) : CButtonState();
+}
+
+void CFrame::setCursor(std::int32_t cursor) {
+  if (platformFrame_) platformFrame_->setMouseCursor(static_cast<CCursorType>(cursor));
+}
+
+std::uint32_t CFrame::getTicks() {
+  if (const auto* const platform = getPlatform()) return static_cast<std::uint32_t>(platform->getMilliseconds());
+  using std::chrono::milliseconds;
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<std::uint32_t>(std::chrono::duration_cast<milliseconds>(now).count());
+}
+
+void CFrame::setFocusView(CView* view) {
+  if (view == focusView_) return;
+  const Counted<CView> old = focusView_;
+  const Counted<CView> next = view;
+  focusView_ = nullptr;
+  if (old) old->looseFocus();
+  if (!next || focusView_) {  // none wanted, or the old view's farewell gave it to another
+    updateWantsKeyboard();
+    return;
+  }
+  focusView_ = next;
+  next->takeFocus();
+  updateWantsKeyboard();
+}
+
+void CFrame::updateWantsKeyboard() {
+  if (platformFrame_) platformFrame_->setWantsKeyboard(focusView_ || textField_ || menuPopup_);
+}
+
+bool CFrame::doDrag(IDataPackage* drag, const CPoint& offset, CBitmap* picture) {
+  if (!drag || !platformFrame_ || !platformFrame_->doDrag(drag, offset, picture)) return false;
+  dragBegan_ = true;
+  return true;
+}
+
+IPlatformTextEdit* CFrame::createPlatformTextEdit(IPlatformTextEditCallback* callback) {
+  if (!callback || !platformFrame_ || textField_) return nullptr;
+  auto* const owner = dynamic_cast<CView*>(callback);
+  if (owner && owner->getFrame() == this && focusView_ != owner) {
+    setFocusView(nullptr);
+    focusView_ = owner;  // it is taking the focus already
+  }
+  textField_ = new TextField(*this, callback, owner);
+  updateWantsKeyboard();
+  return textField_;
+}
+
+void CFrame::textFieldClosed(const TextField* field) {
+  if (field != textField_) return;
+  if (focusView_ && focusView_ == textField_->getOwner()) focusView_ = nullptr;
+  textField_ = nullptr;
+  updateWantsKeyboard();
+}
+
+bool CFrame::openMenu(COptionMenu* menu, const CRect& at, MenuDone done) {
+  if (!menu || menu->getNbEntries() == 0 || !platformFrame_ || menuPopup_) return false;
+  CPoint pointer = at.getTopLeft();
+  getCurrentMouseLocation(pointer);
+  menuDone_ = std::move(done);
+  menuPopup_ = std::make_unique<MenuPopup>(*this, menu, at, pointer);
+  updateWantsKeyboard();
+  return true;
+}
+
+bool CFrame::isMenuOpen() const { return menuPopup_ != nullptr; }
+
+void CFrame::closeMenu() {
+  if (!menuPopup_) return;
+  menuPopup_->dismiss();
+  finishMenu();
+}
+
+void CFrame::finishMenu() {
+  if (!menuPopup_ || !menuPopup_->isFinished()) return;
+  const MenuPopup::Choice choice = menuPopup_->getChoice();
+  const MenuDone done = std::exchange(menuDone_, nullptr);
+  const Counted<CFrame> alive = this;
+  menuPopup_.reset();
+  updateWantsKeyboard();
+  if (done) done(choice.menu, choice.index);
+}
+
+void CFrame::viewWillBeRemoved(CView* view) {
+  const auto leaves = [&](CView* held) {
+    for (const CView* v = held; v; v = v->getParentView())
+      if (v == view) return true;
+    return false;
+  };
+  if (menuPopup_ && leaves(menuPopup_->getMenu())) closeMenu();
+  if (focusView_ && leaves(focusView_)) setFocusView(nullptr);
+  for (CView** const held : {&mouseDownView_, &hoverView_, &dragView_})
+    if (*held && leaves(*held)) *held = nullptr;
+}
+
+void CFrame::invalidRect(const CRect& rect) {
+  CRect inside = rect;
+  if (platformFrame_ && isVisible() && !inside.bound(getViewSize()).isEmpty()) platformFrame_->invalidRect(inside);
+}
+
+void CFrame::draw(CDrawContext* context) {
+  CViewContainer::draw(context);
+  if (auto* const focused = dynamic_cast<IFocusDrawing*>(focusDrawing_ ? focusView_ : nullptr)) {
+    const auto path = Counted<CGraphicsPath>::adopt(context->createGraphicsPath());
+    if (focused->getFocusPath(*path)) {
+      CPoint origin;
+      focusView_->localToFrame(origin);
+      context->saveGlobalState();
+      context->offsetOrigin(origin.x, origin.y);
+      context->setFrameColor(kBlueCColor);
+      context->drawGraphicsPath(path, CDrawContext::kPathStroked);
+      context->restoreGlobalState();
+    }
+  }
+  if (textField_) textField_->draw(*context);
+}
+
+void CFrame::platformDraw(CDrawContext& context, const CRect& dirty) {
+  context.saveGlobalState();
+  context.limitClipRect(dirty);
+  draw(&context);
+  context.restoreGlobalState();
+}
+
+void CFrame::platformPopupDraw(PopupId popup, CDrawContext& context, const CRect& /*dirty*/) {
+  if (menuPopup_) menuPopup_->draw(popup, context);
+}
+
+void CFrame::platformScaleFactorChanged(double /*scaleFactor*/) { invalid(); }
+
+void CFrame::platformClosed() { close(); }
+
+}  // namespace VSTGUI
