@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <string_view>
 
 #include "effect/Helpers.h"
+
+#include "messages/Messages.h"
 
 namespace {
 
@@ -79,18 +80,12 @@ std::vector<TickEvent> ticksOf(std::span<const VstMidiEvent> events, double quar
   for (const VstMidiEvent& event : events) {
     const int number = static_cast<int>(converted.size());
     const int frame = event.deltaFrames;
-    if (frame < 0)
-      std::fprintf(stderr, "\n warning - MIDI Export, delta is negative for ev# %i, frames# %i, lastdelta is %i",
-                   number, frame, last);
+    if (frame < 0) messages::exportFrameBelowZero(number, frame, last);
     const int tick = integerPart(std::max(frame, 0) * ticksPerFrame + 0.5);
     int delta = tick - last;
-    if (number < kMostToldEvents)
-      std::fprintf(stderr, "\n  ev# %i, CCVal %i delta reads %i frames# %i, lastdelta is %i", number, event.midiData[2],
-                   delta, frame, last);
+    if (number < kMostToldEvents) messages::exportEvent(number, event.midiData[2], delta, frame, last);
     if (delta < 0) {
-      std::fprintf(stderr,
-                   "\n warning - MIDI export, delta reads %i - assigning to 0---   ev# %i, frames# %i, lastdelta is %i",
-                   delta, number, frame, last);
+      messages::exportOutOfOrder(delta, number, frame, last);
       delta = 0;
     }
     last = tick;

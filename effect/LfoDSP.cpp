@@ -9,6 +9,8 @@
 #include "model/PrivateCalls.h"
 #include "model/WarpTable.h"
 
+#include "messages/Messages.h"
+
 namespace {
 
 constexpr float kLowestSafeRate = 44000.0f;
@@ -25,10 +27,10 @@ constexpr std::array<std::string_view, 10> kAbilities = {
 
 struct SpeakerPair {
   VstInt32 in, out;
-  const char* message;
+  void (*tell)() noexcept;
 };
 constexpr SpeakerPair kSpeakerPairs[] = {
-    {2, 2, "\n SSA CALLED! STEREO!"}, {1, 1, "\n SSA CALLED! MONO!"}, {1, 2, "\n SSA CALLED! MONO TO  STEREO!"}};
+    {2, 2, messages::stereoTaken}, {1, 1, messages::monoTaken}, {1, 2, messages::monoToStereoTaken}};
 
 bool isSane(float rate) { return rate >= kLowestSafeRate && rate <= kHighestSafeRate; }
 
@@ -51,8 +53,7 @@ LfoDSP::LfoDSP(audioMasterCallback host) : AudioEffectX(host, 1, kHostParameters
   LfoDSP::canProcessReplacing(true);
   LfoDSP::programsAreChunks(true);
   LfoDSP::setUniqueID(model::kUniqueId);
-  if (!host)
-    for (int i = 0; i < 3; ++i) std::fputs("\n  no audioMaster", stderr);
+  if (!host) messages::noHost();
   for (auto& table : graphTable) table = std::make_unique<Shared<float>[]>(kGraphTableSize);
   sampleRateSafe = safeRate(sampleRate);
   for (CrossoverState* const state : {&xoverLeft_, &xoverRight_}) state->setFrequency(xoverMapper_.getValue());
@@ -134,11 +135,11 @@ bool LfoDSP::getOutputProperties(VstInt32 index, VstPinProperties* pin) {
 }
 
 bool LfoDSP::setSpeakerArrangement(VstSpeakerArrangement* in, VstSpeakerArrangement* out) {
-  std::fputs("\n SSA CALLED!!!!", stderr);
+  messages::speakersAsked();
   if (!in || !out) return false;
   for (const SpeakerPair& pair : kSpeakerPairs) {
     if (in->numChannels != pair.in || out->numChannels != pair.out) continue;
-    std::fputs(pair.message, stderr);
+    pair.tell();
     return true;
   }
   return false;
@@ -173,7 +174,7 @@ VstInt32 LfoDSP::canDo(char* text) {
 // Two input channels or one; the output is always a pair.
 void LfoDSP::setChannels(VstInt32 inputs) {
   constexpr VstInt32 kOutputs = 2;
-  std::fprintf(stderr, "\n VST recieved I/O setting of %i, %i", inputs, kOutputs);
+  messages::channelsSet(inputs, kOutputs);
   const AudioGate::Hold hold(gate);
   numIn = inputs == 2 ? 2 : 1;
   numOut = kOutputs;
@@ -181,6 +182,12 @@ void LfoDSP::setChannels(VstInt32 inputs) {
   lastOut = kOutputs - 1;
   setNumInputs(numIn);
   setNumOutputs(kOutputs);
+}
+
+// Of all calls through the dispatcher only events come on the audio thread.
+VstIntPtr LfoDSP::dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt) {
+  if (opcode != effProcessEvents) midiOut.tellOverflow();
+  return AudioEffectX::dispatcher(opcode, index, value, ptr, opt);
 }
 
 VstIntPtr LfoDSP::vendorSpecific(VstInt32 tag, VstIntPtr value, void* ptr, float /*opt*/) {

@@ -70,6 +70,7 @@ class LfoDSP : public AudioEffectX {
   explicit LfoDSP(audioMasterCallback audioMaster);
   ~LfoDSP() override = default;
 
+  VstIntPtr dispatcher(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt) override;
   void suspend() override;  // [any]
   void resume() override;   // [host, not during a block]; waits for a block in flight
   void processReplacing(float** inputs, float** outputs, VstInt32 sampleFrames) noexcept override;  // [audio]

@@ -4,7 +4,6 @@
 // [ui] Blocks that come while the graph plays leave the sound alone. Without a path nothing happens; a path that cannot
 // be written to changes no file and is not reported.
 #include <algorithm>
-#include <cstdio>
 #include <span>
 #include <vector>
 
@@ -12,6 +11,8 @@
 #include "effect/LfoDSP.h"
 #include "effect/ModulationLaws.h"
 #include "model/AtomicFile.h"
+
+#include "messages/Messages.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ LfoDSP::ExportClock LfoDSP::startExportClock() noexcept {
   CalculateTrigOffset();
   const ExportClock clock{quarter, integerPart(std::min<double>(frames, kMostFrames)),
                           integerPart(longQuarter / kTicksPerQuarter + 0.5)};
-  std::fprintf(stderr, "\n dQuarterInSamples %f, PPQInSamps %i", clock.quarterFrames, clock.tickFrames);
+  messages::exportClock(clock.quarterFrames, clock.tickFrames);
   return clock;
 }
 

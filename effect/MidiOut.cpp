@@ -1,8 +1,9 @@
 #include "effect/MidiOut.h"
 
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
+
+#include "messages/Messages.h"
 
 MidiOut::MidiOut(Limits limits)
     : limits_(limits), list_(std::make_unique<EventList>()), outgoing_(static_cast<std::size_t>(kMostEvents)) {
@@ -10,11 +11,11 @@ MidiOut::MidiOut(Limits limits)
   midiEvents.reserve(static_cast<std::size_t>(kMostEvents));
 }
 
-// Raises the count for one more event, or says that the block is full.
+// Raises the count for one more event, or notes that the block is full.
 bool MidiOut::hasRoom() noexcept {
   ++midiEventLast;
   if (limits_ == Limits::none || midiEventLast < kMostEvents) return true;
-  std::fprintf(stderr, "\n timeslice events exceeded: %li", midiEventLast);
+  untoldOverflow_ = midiEventLast;
   --midiEventLast;
   return false;
 }
@@ -38,6 +39,11 @@ void MidiOut::send(int status, int data1, int data2, int frame, int thinning) no
   event.midiData[1] = static_cast<char>(data1);
   event.midiData[2] = static_cast<char>(data2);
   midiEvents.push_back(event);
+}
+
+void MidiOut::tellOverflow() noexcept {
+  if (untoldOverflow_ == 0) return;
+  if (const long events = untoldOverflow_.take(0); events != 0) messages::eventsExceeded(events);
 }
 
 VstEvents* MidiOut::list() noexcept {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "threads/Shared.h"
 #include "vst2/aeffect.h"
 
 inline constexpr int kControllerOnChannel1 = 0xb0;  // status byte
@@ -21,7 +22,7 @@ class MidiOut {
 
   explicit MidiOut(Limits limits);
 
-  // Appends an event as it came; false when the block is full, which is said on standard error.
+  // Appends an event as it came; false when the block is full, which `tellOverflow` tells.
   bool passThrough(const VstMidiEvent& event) noexcept;
   // Queues a controller event at `frame`. `thinning` is the least distance in frames from the one before; below 2
   // there is none, and the first two of a block always pass. A `data1` of 0 sends nothing.
@@ -32,6 +33,8 @@ class MidiOut {
   void moveToStart() noexcept;
   // Ends the block. Capacity stays.
   void clear() noexcept;
+  // [host, ui] Says on standard error that blocks were full, once for all since the last time.
+  void tellOverflow() noexcept;
 
   std::vector<VstMidiEvent> midiEvents;  // in order of arrival
   long midiEventLast = -1;               // index of the last event, -1 for none
@@ -48,6 +51,7 @@ class MidiOut {
   bool hasRoom() noexcept;
 
   Limits limits_;
+  Shared<long> untoldOverflow_{0};  // the count of events at the last full block that nobody has told of; 0 for none
   std::unique_ptr<EventList> list_;
   std::vector<VstMidiEvent> outgoing_;
 };

@@ -1,11 +1,12 @@
 // Preset and shape files. Failures are silent: nothing changes, in the effect or on the disk.
-#include <cstdio>
 #include <cstring>
 
 #include "effect/LfoDSP.h"
 #include "model/AtomicFile.h"
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
+
+#include "messages/Messages.h"
 
 bool LfoDSP::setLoadPath(const char* path) noexcept {
   const std::size_t length = path ? std::strlen(path) : 0;
@@ -44,7 +45,7 @@ void LfoDSP::LoadPreset() {
   if (!chunk) return;
   std::vector<std::byte> copy(chunk->begin(), chunk->end());
   setChunk(copy.data(), static_cast<VstInt32>(copy.size()), true);
-  std::fprintf(stderr, "\n called Setchunk on path %s", path);
+  messages::presetTaken(path);
 }
 
 void LfoDSP::SaveShape(const char* path) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <nanosvg.h>
 #include <string_view>
@@ -10,6 +9,8 @@
 
 #include "toolkit/drawing/VectorImage.h"
 #include "toolkit/views/CFrame.h"
+
+#include "messages/Messages.h"
 
 using namespace VSTGUI;
 
@@ -140,7 +141,7 @@ COffscreenContext* placeholderImage(const char* file, CFrame* frame, int frames,
   constexpr CColor kFace{32, 32, 32};
   constexpr CColor kEdgeOff{128, 128, 128};
   constexpr CColor kEdgeOn{1, 158, 242};  // the graph's line, for every frame but the first
-  std::fprintf(stderr, "\n image %s is missing or empty", file);
+  messages::imageMissing(file);
   const double boxHeight = std::max(1.0, height);
   COffscreenContext* context = createContext(frame, std::max(1.0, width), boxHeight * frames);
   if (!context) return nullptr;

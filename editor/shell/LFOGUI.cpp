@@ -3,13 +3,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "editor/controls/ResizeControl.h"
 #include "editor/graph/GraphLink.h"
 #include "editor/graph/GraphPalette.h"
 #include "editor/graph/LFODisplay.h"
 #include "editor/panel/SvgRender.h"
+
+#include "messages/Messages.h"
 
 using namespace VSTGUI;
 
@@ -246,10 +247,10 @@ void LFOGUI::rebuild() {
   const Counted<CFrame> window = frame;
   const CRect size = windowRect();
   if (!window->setSize(size.getWidth(), size.getHeight()) || frame != window) return;
-  std::fputs("\n about to open controls", stderr);
+  messages::controlsOpen();
   openControls(size);
   sizeWindow(size.getWidth(), size.getHeight());
-  std::fputs("\n about to getallfromprocess for resize", stderr);
+  messages::controlsFollow();
   controlsReady = frame == window;
   if (controlsReady && resizeCorner->getValue() < kRelease) renewResizeCorner();  // a dragged one stays until its end
 }

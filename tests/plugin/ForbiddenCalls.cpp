@@ -1,6 +1,8 @@
 #include "tests/plugin/ForbiddenCalls.h"
 
 #include <cerrno>
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <dlfcn.h>
@@ -85,3 +87,16 @@ INTERPOSE(int, nanosleep, (const timespec* t, timespec* rest), (t, rest))
 INTERPOSE(int, usleep, (useconds_t t), (t))
 INTERPOSE(ssize_t, write, (int file, const void* data, std::size_t size), (file, data, size))
 INTERPOSE(ssize_t, read, (int file, void* data, std::size_t size), (file, data, size))
+
+// The C library's streams reach their files by names of its own, so these are watched one by one.
+INTERPOSE(int, vfprintf, (FILE * file, const char* format, va_list values), (file, format, values))
+INTERPOSE(int, fputs, (const char* text, FILE* file), (text, file))
+INTERPOSE(int, fputc, (int character, FILE* file), (character, file))
+INTERPOSE(std::size_t, fwrite, (const void* data, std::size_t size, std::size_t n, FILE* file), (data, size, n, file))
+IN_FRONT int fprintf(FILE* file, const char* format, ...) {
+  va_list values;
+  va_start(values, format);
+  const int written = vfprintf(file, format, values);
+  va_end(values);
+  return written;
+}

@@ -1,4 +1,5 @@
-// Counts what an audio thread must not do: this program's own malloc, mutexes and waits stand in front of the system's.
+// Counts what an audio thread must not do: this program's own malloc, mutexes, waits and streams stand in front of the
+// system's.
 #pragma once
 
 #include <string>
