@@ -9,6 +9,8 @@
 #include "effect/ParameterTable.h"
 #include "model/CurveLaw.h"
 
+using namespace effect;
+
 namespace bench {
 namespace {
 
@@ -25,12 +27,12 @@ ClockSettings onBeat() {
 ClockSettings bent() {
   ClockSettings s = onBeat();
   s.phase = 0.3;
-  s.bSwing = true;
+  s.hasSwing = true;
   s.swing = static_cast<double>(0.6f);
   s.swingFirst = floatReciprocal(0.6f);
   s.swingSecond = floatReciprocal(1.0f - 0.6f);
-  s.bPwm = true;
-  s.bPwmLate = true;
+  s.hasPwm = true;
+  s.pwmLate = true;
   s.pwmAmount = 0.5;
   return s;
 }

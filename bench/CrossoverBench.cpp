@@ -3,6 +3,8 @@
 #include "bench/Subjects.h"
 #include "effect/Crossover.h"
 
+using namespace effect;
+
 namespace bench {
 namespace {
 

@@ -6,6 +6,8 @@
 #include "effect/FilterStage.h"
 #include "effect/ModulationLaws.h"
 
+using namespace effect;
+
 namespace bench {
 namespace {
 

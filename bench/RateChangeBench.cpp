@@ -5,6 +5,8 @@
 #include "filters/Downsampler2Flt.h"
 #include "filters/StereoRateChange.h"
 
+using namespace effect;
+
 namespace bench {
 namespace {
 

@@ -8,6 +8,8 @@
 #include "model/CurveLaw.h"
 #include "threads/Shared.h"
 
+using namespace model;
+
 namespace bench {
 namespace {
 

@@ -5,6 +5,9 @@
 #include "effect/LfoDSP.h"
 #include "effect/ModulationLaws.h"
 
+using namespace model;
+using namespace effect;
+
 namespace {
 
 // Longer calls are cut into slices of whole ticks, so that they sound like one long block.
@@ -77,15 +80,15 @@ void LfoDSP::followXoverFrequency() noexcept {
 }
 
 void LfoDSP::splitBands(const float* left, const float* right, const Slice& slice) noexcept {
-  const bool bMono = lastIn == 0;
+  const bool mono = lastIn == 0;
   if (!bSplit_) {
     copySamples(left, slice.left, slice.frames);
-    if (!bMono) copySamples(right, slice.right, slice.frames);
+    if (!mono) copySamples(right, slice.right, slice.frames);
     return;
   }
   const std::size_t n = at(slice.frames);
   const Bands bands{{slice.left, n}, {slice.right, n}, {asideLeft_.data(), n}, {asideRight_.data(), n}};
-  if (bMono) {
+  if (mono) {
     splitMono(xoverLeft_, {left, n}, bXoverInvert, bands);
   } else {
     splitStereo(xoverLeft_, xoverRight_, {left, n}, {right, n}, bXoverInvert, bands);
@@ -181,12 +184,12 @@ void LfoDSP::applyGains(TickBuffer& tick, int frames, std::span<const double> tr
 void LfoDSP::applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept {
   const GraphReader panGraph = graphReader(routePan);
   const GraphReader volGraph = graphReader(routeVol);
-  const bool bPan = activePan;
-  const bool bVol = activeVol;
+  const bool panActive = activePan;
+  const bool volActive = activeVol;
   const float knob = padLFO.depthKnob;
   const float depthVol = padLFO.depthVol;
   const double panDepth = depthOf(padLFO.depthPan, knob);
-  const bool bAtOnce = lfoSmooth <= 0.0f;
+  const bool atOnce = lfoSmooth <= 0.0f;
   const double smoothing = gainSmoothing_;
   float panValue = padLFO.graphOut[at(routePan)];
   float volValue = padLFO.graphOut[at(routeVol)];
@@ -198,15 +201,15 @@ void LfoDSP::applyMovingGains(TickBuffer& tick, int frames, std::span<const doub
       panValue = panGraph.read(track[at(j)]);
       volValue = volGraph.read(track[at(j)]);
     }
-    const float panTarget = bPan ? linearLaw(kCentre, panDepth, panValue) : kCentre;
+    const float panTarget = panActive ? linearLaw(kCentre, panDepth, panValue) : kCentre;
     if (pan != panTarget) {
-      pan = smoothed(pan, panTarget, bAtOnce, smoothing);
+      pan = smoothed(pan, panTarget, atOnce, smoothing);
       gains = panGains(pan);
     }
     dsp::Pair out = dsp::loadPair(&tick[at(2 * j)]) * gains;
-    if (bVol) {
+    if (volActive) {
       const float volTarget = volumeLaw(depthVol, knob, volValue);
-      if (volume != volTarget) volume = smoothed(volume, volTarget, bAtOnce, smoothing);
+      if (volume != volTarget) volume = smoothed(volume, volTarget, atOnce, smoothing);
       out *= volume;
     } else {
       volume = 1.0f;
@@ -220,13 +223,12 @@ void LfoDSP::applyMovingGains(TickBuffer& tick, int frames, std::span<const doub
 }
 
 void LfoDSP::captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept {
-  const bool bOpen = padLFO.bLfoOpen != 0;
+  const bool open = padLFO.bLfoOpen != 0;
   const double warp = warpMult[at(currentGraph)];
   ScopeTrace::Writer writer(scopeOut);
   int index = displayIndex;
   for (int j = 0; j < frames; ++j) {
-    if (at(j) < track.size())
-      index = bOpen ? GraphReader::tableIndex(track[at(j)] * warp * GraphReader::kLastEntry) : 0;
+    if (at(j) < track.size()) index = open ? GraphReader::shownIndex(track[at(j)], warp) : 0;
     writer.captureOutput(index, tick[at(2 * j)]);
   }
 }

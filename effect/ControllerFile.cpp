@@ -8,6 +8,12 @@
 
 #include "messages/Messages.h"
 
+using namespace model;
+bool MyDataSortPredicate(const VstMidiEvent& a, const VstMidiEvent& b) noexcept {
+  return a.deltaFrames < b.deltaFrames;
+}
+
+namespace effect {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -68,10 +74,6 @@ Bytes trackOf(std::span<const TickEvent> events, int controller) {
 
 }  // namespace
 
-bool MyDataSortPredicate(const VstMidiEvent& a, const VstMidiEvent& b) noexcept {
-  return a.deltaFrames < b.deltaFrames;
-}
-
 std::vector<TickEvent> ticksOf(std::span<const VstMidiEvent> events, double quarterFrames) {
   const double ticksPerFrame = kTicksPerQuarter / quarterFrames;
   std::vector<TickEvent> converted;
@@ -105,3 +107,5 @@ std::vector<std::uint8_t> controllerFile(std::span<const TickEvent> events, int 
   append(file, track);
   return file;
 }
+
+}  // namespace effect

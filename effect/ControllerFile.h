@@ -8,6 +8,11 @@
 
 #include "vst2/aeffect.h"
 
+// Earlier events first; for sorting.
+[[nodiscard]] bool MyDataSortPredicate(const VstMidiEvent& a, const VstMidiEvent& b) noexcept;
+
+namespace effect {
+
 inline constexpr int kTicksPerQuarter = 480;
 
 // A message and the ticks from the one before it.
@@ -18,9 +23,6 @@ struct TickEvent {
   std::uint8_t data2 = 0;
 };
 
-// Earlier events first; for sorting.
-[[nodiscard]] bool MyDataSortPredicate(const VstMidiEvent& a, const VstMidiEvent& b) noexcept;
-
 // From frames, rising, to ticks, `quarterFrames` being a quarter note's length. Frames below 0 count as 0, and an event
 // before its neighbour moves to it; both are told on standard error, as are the first few hundred events.
 [[nodiscard]] std::vector<TickEvent> ticksOf(std::span<const VstMidiEvent> events, double quarterFrames);
@@ -28,3 +30,5 @@ struct TickEvent {
 // The whole file. The track's name tells the controller's number; without events it is "empty! ", and one message that
 // means nothing keeps sequencers from refusing an empty track.
 [[nodiscard]] std::vector<std::uint8_t> controllerFile(std::span<const TickEvent> events, int controller);
+
+}  // namespace effect

@@ -10,11 +10,12 @@ namespace {
 using dsp::Pair;
 using dsp::Quad;
 
-// States at or above this size come out of the denormal guard as they went in: 1e-18 is less than half their last bit.
-constexpr float kGuardMatters = 0x1p-33f;
+// States at or above this size come out of the flushing of denormals as they went in: 1e-18 is less than half their
+// last bit.
+constexpr float kFlushMatters = 0x1p-33f;
 
-bool anyBelowGuard(Quad s) noexcept {
-  const auto small = (s < kGuardMatters) & (s > -kGuardMatters);
+bool flushMatters(Quad s) noexcept {
+  const auto small = (s < kFlushMatters) & (s > -kFlushMatters);
   return (small[0] | small[1] | small[2] | small[3]) != 0;
 }
 
@@ -33,14 +34,14 @@ struct FourLanes {
   Quad step(Quad x) noexcept {
     const Quad y = b0 * x + s1;
     s1 = b1 * x - a1 * y + s2;
-    if (anyBelowGuard(s1)) [[unlikely]]
+    if (flushMatters(s1)) [[unlikely]]
       s1 = dsp::collapseDenormal(s1, dsp::kDenormalOffset);
     s2 = b2 * x - a2 * y;
     last = y;
     return y;
   }
 
-  // True where a step on digital silence gives back the same state: the guard's residue feeds itself.
+  // True where a step on digital silence gives back the same state: what the flushing leaves feeds itself.
   [[nodiscard]] bool restsOnSilence() const noexcept {
     FourLanes next = *this;
     next.step(Quad{});
@@ -62,11 +63,11 @@ struct FourLanes {
 
 // What goes on and what is put aside. The high band is inverted in either case, so that the sum is an all-pass.
 struct Split {
-  Split(Quad bands, bool bHighProcessed) noexcept {
+  Split(Quad bands, bool highProcessed) noexcept {
     const Pair low = dsp::lowPair(bands);
     const Pair high = -dsp::highPair(bands);
-    processed = bHighProcessed ? high : low;
-    aside = bHighProcessed ? low : high;
+    processed = highProcessed ? high : low;
+    aside = highProcessed ? low : high;
   }
   Pair processed, aside;
 };
@@ -101,11 +102,13 @@ void CrossoverState::dropNonFinite() noexcept {
   if (!std::isfinite((lowS1 + lowS2) * 0.0f + (highS1 + highS2) * 0.0f)) clear();
 }
 
+namespace effect {
+
 void splitStereo(CrossoverState& stateLeft, CrossoverState& stateRight, std::span<const float> left,
-                 std::span<const float> right, bool bHighProcessed, const Bands& out) noexcept {
+                 std::span<const float> right, bool highProcessed, const Bands& out) noexcept {
   FourLanes lanes(stateLeft, stateRight);
   if (isSilent(left) && isSilent(right) && lanes.restsOnSilence()) {
-    const Split split(lanes.last, bHighProcessed);
+    const Split split(lanes.last, highProcessed);
     std::fill(out.processedLeft.begin(), out.processedLeft.end(), split.processed[0]);
     std::fill(out.processedRight.begin(), out.processedRight.end(), split.processed[1]);
     std::fill(out.asideLeft.begin(), out.asideLeft.end(), split.aside[0]);
@@ -113,7 +116,7 @@ void splitStereo(CrossoverState& stateLeft, CrossoverState& stateRight, std::spa
     return;
   }
   for (std::size_t i = 0; i < left.size(); ++i) {
-    const Split split(lanes.step(Quad{left[i], right[i], left[i], right[i]}), bHighProcessed);
+    const Split split(lanes.step(Quad{left[i], right[i], left[i], right[i]}), highProcessed);
     out.processedLeft[i] = split.processed[0];
     out.processedRight[i] = split.processed[1];
     out.asideLeft[i] = split.aside[0];
@@ -123,20 +126,22 @@ void splitStereo(CrossoverState& stateLeft, CrossoverState& stateRight, std::spa
   lanes.storeTo(stateRight, 1);
 }
 
-void splitMono(CrossoverState& state, std::span<const float> in, bool bHighProcessed, const Bands& out) noexcept {
+void splitMono(CrossoverState& state, std::span<const float> in, bool highProcessed, const Bands& out) noexcept {
   FourLanes lanes(state, state);
   if (isSilent(in) && lanes.restsOnSilence()) {
-    const Split split(lanes.last, bHighProcessed);
+    const Split split(lanes.last, highProcessed);
     std::fill(out.processedLeft.begin(), out.processedLeft.end(), split.processed[0]);
     std::fill(out.asideLeft.begin(), out.asideLeft.end(), split.aside[0]);
     std::fill(out.asideRight.begin(), out.asideRight.end(), split.aside[1]);
     return;
   }
   for (std::size_t i = 0; i < in.size(); ++i) {
-    const Split split(lanes.step(dsp::quadOf(in[i])), bHighProcessed);
+    const Split split(lanes.step(dsp::quadOf(in[i])), highProcessed);
     out.processedLeft[i] = split.processed[0];
     out.asideLeft[i] = split.aside[0];
     out.asideRight[i] = split.aside[1];
   }
   lanes.storeTo(state, 0);
 }
+
+}  // namespace effect

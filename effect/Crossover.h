@@ -28,15 +28,19 @@ struct CrossoverState {
 
 static_assert(sizeof(CrossoverState) == 24 * sizeof(float));
 
+namespace effect {
+
 // One band of both channels; `processed` goes on through the effect, `aside` comes back at the end of the block.
 struct Bands {
   std::span<float> processedLeft, processedRight, asideLeft, asideRight;
 };
 
-// [audio] Splits `left` and `right` (equal lengths; the processed spans may be the inputs). `bHighProcessed` chooses
+// [audio] Splits `left` and `right` (equal lengths; the processed spans may be the inputs). `highProcessed` chooses
 // the band that is processed.
 void splitStereo(CrossoverState& stateLeft, CrossoverState& stateRight, std::span<const float> left,
-                 std::span<const float> right, bool bHighProcessed, const Bands& out) noexcept;
+                 std::span<const float> right, bool highProcessed, const Bands& out) noexcept;
 
 // [audio] The same for a single channel: the right spans get the left one's aside band and are otherwise left alone.
-void splitMono(CrossoverState& state, std::span<const float> in, bool bHighProcessed, const Bands& out) noexcept;
+void splitMono(CrossoverState& state, std::span<const float> in, bool highProcessed, const Bands& out) noexcept;
+
+}  // namespace effect

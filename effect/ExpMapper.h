@@ -27,6 +27,10 @@ class CExpMapper {
 
 }  // namespace Lumbrix::Utility
 
+namespace effect {
+
 // The effect's two ranges, in hertz: the cutoff of the clean filter types, and the crossover.
 [[nodiscard]] inline Lumbrix::Utility::CExpMapper cutoffMapper() noexcept { return {21.533201f, 14700.0f, 0.9166667f}; }
 [[nodiscard]] inline Lumbrix::Utility::CExpMapper crossoverMapper() noexcept { return {20.0f, 20000.0f, 0.5f}; }
+
+}  // namespace effect

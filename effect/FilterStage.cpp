@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace effect {
+
 void FilterStage::prepare(const VGlobalCoeffs& tables, float hostRateHz) {
   if (!filter_) filter_ = std::make_unique<FilterCore<dsp::Quad>>(&tables);
   filter_->setSampleRate(2.0f * hostRateHz, 0.5f / hostRateHz);
@@ -39,3 +41,5 @@ void FilterStage::dropNonFinite() noexcept {
   up_.halfBand.dropNonFinite();
   down_.halfBand.dropNonFinite();
 }
+
+}  // namespace effect

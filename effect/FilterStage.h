@@ -10,6 +10,8 @@
 #include "filters/FilterCore.h"
 #include "filters/StereoRateChange.h"
 
+namespace effect {
+
 inline constexpr int kTickFrames = 12;  // host samples between two settings of the filter
 
 // Interleaved frames of one tick: left, right, left, right.
@@ -35,3 +37,5 @@ class FilterStage {
   rspl::StereoDownsampler2 down_;
   std::unique_ptr<FilterCore<dsp::Quad>> filter_;  // both channels
 };
+
+}  // namespace effect

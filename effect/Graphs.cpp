@@ -3,6 +3,8 @@
 #include "effect/ParameterTable.h"
 #include "model/WarpTable.h"
 
+using namespace model;
+
 namespace {
 
 std::size_t slot(int i) { return static_cast<std::size_t>(i); }

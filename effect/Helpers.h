@@ -5,6 +5,8 @@
 
 #include "model/Numbers.h"
 
+namespace effect {
+
 [[nodiscard]] inline double finiteOrZero(double value) noexcept { return std::isfinite(value) ? value : 0.0; }
 
 // x to a power of two or four in steps of squaring, rounded to float once.
@@ -19,6 +21,8 @@
   const double eighth = fourth * fourth;
   return static_cast<float>(eighth * eighth);
 }
+
+}  // namespace effect
 
 // Maximum and minimum without a branch.
 [[nodiscard]] inline float Ohmax(float a, float b) noexcept { return (std::abs(a - b) + (a - b)) * 0.5f + b; }

@@ -8,6 +8,8 @@
 
 #include "effect/Helpers.h"
 
+namespace effect {
+
 inline constexpr double kSongWrapBeats = 64.0;    // the longest cycle
 inline constexpr double kDottedFactor = 1.33333;  // not 4/3: rounding it moves every dotted cycle
 inline constexpr double kTripletFactor = 1.5;
@@ -18,16 +20,17 @@ inline constexpr double kOneShotEnd = 0.9999999999999;
 
 // `rate` 0 to 1 has 43 steps, three to an octave: straight, dotted, triplet. What is switched off falls to the step
 // below: a triplet to the dotted one, that to the straight one.
-[[nodiscard]] inline int rateStep(float rate, bool bTriplet, bool bDotted) noexcept {
-  int step = integerPart(static_cast<double>(rate * 42.0f));
-  if (!bTriplet && step % 3 == 2) --step;
-  if (!bDotted && step % 3 == 1) --step;
+inline constexpr float kRateSteps = 42.0f;
+[[nodiscard]] inline int rateStep(float rate, bool triplet, bool dotted) noexcept {
+  int step = model::integerPart(static_cast<double>(rate * kRateSteps));
+  if (!triplet && step % 3 == 2) --step;
+  if (!dotted && step % 3 == 1) --step;
   return step;
 }
 
 // A cycle takes 64 / divider beats.
-[[nodiscard]] inline double rateDivider(float rate, bool bTriplet, bool bDotted) noexcept {
-  const int step = rateStep(rate, bTriplet, bDotted);
+[[nodiscard]] inline double rateDivider(float rate, bool triplet, bool dotted) noexcept {
+  const int step = rateStep(rate, triplet, dotted);
   const int octave = step / 3;
   if (octave < 0) return 0.0;  // a whole number: below one there is none
   constexpr int kHighestOctave = 62;
@@ -49,9 +52,9 @@ struct ClockSettings {
   double swingFirst = 2.0;   // 1 / swing, a float's value
   double swingSecond = 2.0;  // 1 / (1 - swing), a float's value
   double pwmAmount = 0.0;    // 0 for none, to 0.996
-  bool bSwing = false;
-  bool bPwm = false;
-  bool bPwmLate = false;  // bends towards the cycle's end
+  bool hasSwing = false;
+  bool hasPwm = false;
+  bool pwmLate = false;  // bends towards the cycle's end
 };
 
 struct ClockState {
@@ -59,7 +62,7 @@ struct ClockState {
   double freePhase = 0.0;  // 0 to below 1
   double lfoPhase = 0.0;   // the read position after phase and PWM
   float cyclePos = 0.0f;   // the position before them
-  bool bOneShotDone = false;
+  bool oneShotDone = false;
 };
 
 // 1 / x as a float; that of a denormal number is infinite and would make 0 x infinity.
@@ -70,20 +73,20 @@ struct ClockState {
 
 // Bends a pair of cycles so that the first takes the share `swing` of the time.
 [[nodiscard]] inline double swungPosition(double cycles, const ClockSettings& s) noexcept {
-  const double pair = fraction(cycles * 0.5);
+  const double pair = model::fraction(cycles * 0.5);
   return pair >= s.swing ? (pair - s.swing) * s.swingSecond : pair * s.swingFirst;
 }
 
 // Leaves 0 and 1 in place and pushes the body of the cycle towards one end.
 [[nodiscard]] inline double pwmPosition(double x, const ClockSettings& s) noexcept {
-  const double bent = s.bPwmLate ? static_cast<double>(sixteenthPower(static_cast<float>(x)))
-                                 : 1.0 - static_cast<double>(sixteenthPower(static_cast<float>(1.0 - x)));
-  return limit01(s.pwmAmount * bent + x * (1.0 - s.pwmAmount));
+  const double bent = s.pwmLate ? static_cast<double>(sixteenthPower(static_cast<float>(x)))
+                                : 1.0 - static_cast<double>(sixteenthPower(static_cast<float>(1.0 - x)));
+  return model::limit01(s.pwmAmount * bent + x * (1.0 - s.pwmAmount));
 }
 
 inline double freePosition(ClockState& state, const ClockSettings& s) noexcept {
   double position = state.freePhase + s.freeIncrement;
-  if (position >= 1.0) position = s.oneShot ? kOneShotEnd : fraction(position);
+  if (position >= 1.0) position = s.oneShot ? kOneShotEnd : model::fraction(position);
   state.freePhase = position;
   return position;
 }
@@ -92,19 +95,19 @@ inline double freePosition(ClockState& state, const ClockSettings& s) noexcept {
 inline bool advanceClock(ClockState& state, const ClockSettings& s) noexcept {
   double position;
   if (s.onBeat) {
-    if (s.oneShotOnBeat && (state.bOneShotDone || state.beatPos >= s.oneShotLength)) {
-      state.bOneShotDone = true;
+    if (s.oneShotOnBeat && (state.oneShotDone || state.beatPos >= s.oneShotLength)) {
+      state.oneShotDone = true;
       return false;
     }
     const double cycles = std::abs(state.beatPos) * s.cyclesPerBeat;
-    position = s.bSwing ? swungPosition(cycles, s) : fraction(cycles);
+    position = s.hasSwing ? swungPosition(cycles, s) : model::fraction(cycles);
   } else {
     position = freePosition(state, s);
   }
   state.cyclePos = static_cast<float>(position);
   double x = s.phase + position;
-  if (x < 0.0 || x > 1.0) x = fraction(x);
-  state.lfoPhase = s.bPwm ? pwmPosition(x, s) : x;
+  if (x < 0.0 || x > 1.0) x = model::fraction(x);
+  state.lfoPhase = s.hasPwm ? pwmPosition(x, s) : x;
   return true;
 }
 
@@ -113,3 +116,5 @@ inline void skipSample(ClockState& state, const ClockSettings& s) noexcept {
   if (!s.onBeat) freePosition(state, s);
   state.beatPos += s.beatsPerSample;
 }
+
+}  // namespace effect

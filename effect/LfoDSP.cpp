@@ -11,6 +11,8 @@
 
 #include "messages/Messages.h"
 
+using namespace model;
+
 namespace {
 
 constexpr float kLowestSafeRate = 44000.0f;
@@ -103,9 +105,9 @@ void LfoDSP::rebuildForSampleRate() {
   const AudioGate::Hold hold(gate);
   sampleRateSafe = safeRate(sampleRate);
   setIOCount();
-  const bool bUsable = sampleRate > 0.0f && sampleRate <= kHighestSafeRate;
+  const bool usable = sampleRate > 0.0f && sampleRate <= kHighestSafeRate;
   VGlobalCoeffs::announce(kTuningHz, sampleRateSafe);
-  filterStage_.prepare(filterCoeffs_, bUsable ? sampleRate : static_cast<float>(sampleRateSafe));
+  filterStage_.prepare(filterCoeffs_, usable ? sampleRate : static_cast<float>(sampleRateSafe));
   for (CrossoverState* const state : {&xoverLeft_, &xoverRight_}) {
     state->sampleRate = sampleRateSafe;
     state->clear();

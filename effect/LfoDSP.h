@@ -21,6 +21,7 @@
 #include "effect/Crossover.h"
 #include "effect/ExpMapper.h"
 #include "effect/FilterStage.h"
+#include "effect/GraphReader.h"
 #include "effect/LfoClock.h"
 #include "effect/MidiOut.h"
 #include "effect/NoteQueue.h"
@@ -39,31 +40,6 @@ inline constexpr int kHostParameters = 70;
 inline constexpr float kTuningHz = 440.0f;   // of A4, the pitch that cutoffs count from
 inline constexpr int kAutomatedPoints = 24;  // values of the first graph's first eight points: Y, X, curve each
 inline constexpr int kLongestBlock = 16384;  // frames of the crossover's aside buffers
-
-// A copy of one graph, for copy and paste; `points.lastPoint` 0 means empty.
-struct EnvClipboard {
-  GraphPoints points;
-  float warp = 0.0f;
-};
-
-// Reads a graph's table at positions from 0 to 1, as many times a cycle as its warp says.
-struct GraphReader {
-  const Shared<float>* table;
-  double warp;
-  bool bOpen;  // a closed gate reads the first sample
-
-  [[nodiscard]] float read(double position) const noexcept {
-    const double y = bOpen ? position * kLastEntry : 0.0;
-    return table[tableIndex(y * warp)];
-  }
-
-  static constexpr double kLastEntry = kGraphTableSize - 1;  // scale of a read position
-  // And its wrap: 65535 here, 65536 there, as stored projects know it. Positions are 0 to 1 and warps at most 16, so
-  // the number fits whatever the settings are.
-  static int tableIndex(double scaledPosition) noexcept {
-    return static_cast<int>(static_cast<unsigned>(static_cast<int>(scaledPosition)) & (kGraphTableSize - 1u));
-  }
-};
 
 class LfoDSP : public AudioEffectX {
  public:
@@ -119,9 +95,9 @@ class LfoDSP : public AudioEffectX {
   void pasteEnv(int g);                                     // [ui]
   void RenderEnvsInCaseGUIClosed(bool firstOnly) noexcept;  // [any]
   void renderEnv(int g) noexcept;                           // [any]
-  [[nodiscard]] GraphPoints pointsOf(int g) const noexcept;
-  void setPoints(int g, const GraphPoints& points, int slots) noexcept;  // the first `slots` of them
-  void setWarp(int g, float value) noexcept;                             // [any] the parameter and its multiplier
+  [[nodiscard]] model::GraphPoints pointsOf(int g) const noexcept;
+  void setPoints(int g, const model::GraphPoints& points, int slots) noexcept;  // the first `slots` of them
+  void setWarp(int g, float value) noexcept;  // [any] the parameter and its multiplier
 
   // Files [ui]. Loads read the file at `loadPath`; what cannot be read changes nothing, what cannot be written leaves
   // the file that was there. A load of a shape replaces the points of the current graph; the caller renders.
@@ -191,13 +167,13 @@ class LfoDSP : public AudioEffectX {
   Shared<bool> bCCLock{false};
 
   // --- Graphs
-  std::array<Shared<std::int8_t>, kGraphs> envNumPoints{};  // index of the last point
-  Shared<double> envX[kGraphs][kGraphSlots];
-  Shared<double> envY[kGraphs][kGraphSlots];
-  Shared<double> envCurve[kGraphs][kGraphSlots];
-  std::array<std::unique_ptr<Shared<float>[]>, kGraphs> graphTable;
-  std::array<Shared<double>, kGraphs> warpMult{};
-  EnvClipboard envClipboard;
+  std::array<Shared<std::int8_t>, model::kGraphs> envNumPoints{};  // index of the last point
+  Shared<double> envX[model::kGraphs][model::kGraphSlots];
+  Shared<double> envY[model::kGraphs][model::kGraphSlots];
+  Shared<double> envCurve[model::kGraphs][model::kGraphSlots];
+  std::array<std::unique_ptr<Shared<float>[]>, model::kGraphs> graphTable;
+  std::array<Shared<double>, model::kGraphs> warpMult{};
+  effect::EnvClipboard envClipboard;
   Shared<bool> bGraphsDirty{false};  // points of graph 1 were automated; the next block renders it
 
   // --- Clock
@@ -217,15 +193,16 @@ class LfoDSP : public AudioEffectX {
   bool activeVol = false, activeVar = false, activePan = false, activeCut = false, activeRes = false;
 
   // --- Files and the editor's window
-  std::array<char, model::kLongestPath + 1> loadPath{};      // [ui] what the next load reads, zero at its end
-  Shared<std::int16_t> editorWidth{708}, editorHeight{343};  // pixels
-  int savedEditorWidth = 708, savedEditorHeight = 343;       // [ui] of new windows, as the user has chosen
-  int timerInterval = 30;                                    // [ui] ms between two turns of the editor
+  std::array<char, model::kLongestPath + 1> loadPath{};  // [ui] what the next load reads, zero at its end
+  Shared<std::int16_t> editorWidth{model::kUsualEditorWidth}, editorHeight{model::kUsualEditorHeight};  // pixels
+  // [ui] of new windows, as the user has chosen
+  int savedEditorWidth = model::kUsualEditorWidth, savedEditorHeight = model::kUsualEditorHeight;
+  int timerInterval = 30;  // [ui] ms between two turns of the editor
 
   // --- Notes and MIDI
-  NoteQueue noteQueue;
+  effect::NoteQueue noteQueue;
   int heldNotes = 0;  // 0 to 127
-  MidiOut midiOut{MidiOut::Limits::block};
+  effect::MidiOut midiOut{effect::MidiOut::Limits::block};
   std::int8_t lastCCValue = -1;  // the last controller value queued; -1 is none that a controller has
   Shared<std::int32_t> midiThinning{64};
   Shared<bool> bDontInsertMIDIEachPPQ_OnRender{false};
@@ -245,7 +222,7 @@ class LfoDSP : public AudioEffectX {
   float panSmoothed = 0.5f, volSmoothed = 1.0f;
   float gainL = 1.0003273f, gainR = 1.0003273f;  // the pan law's value at the centre
   Shared<bool> bScopeOn{false};
-  ScopeTrace scopeIn, scopeOut;
+  effect::ScopeTrace scopeIn, scopeOut;
 
  private:
   // Pointers and length of the slice that is being processed.
@@ -288,7 +265,7 @@ class LfoDSP : public AudioEffectX {
     int tickFrames;  // of one of the file's ticks, rounded
   };
   [[nodiscard]] ExportClock startExportClock() noexcept;
-  void playForExport(const ExportClock& clock, int mode, int controller, MidiOut& events) noexcept;
+  void playForExport(const ExportClock& clock, int mode, int controller, effect::MidiOut& events) noexcept;
 
   void rebuildForSampleRate();
   void processBufferSetup(bool held) noexcept;
@@ -302,33 +279,33 @@ class LfoDSP : public AudioEffectX {
 
   void blockStart() noexcept;
   void followHostTempo(double hostTempo) noexcept;
-  void standStill(bool bModulate) noexcept;
-  [[nodiscard]] ClockSettings clockSettings() const noexcept;
-  [[nodiscard]] ClockState clockState() const noexcept;
-  void storeClock(const ClockState& state) noexcept;
+  void standStill(bool modulate) noexcept;
+  [[nodiscard]] double divider() const noexcept;
+  [[nodiscard]] effect::ClockSettings clockSettings() const noexcept;
+  [[nodiscard]] effect::ClockState clockState() const noexcept;
+  void storeClock(const effect::ClockState& state) noexcept;
   void readGraphs(double position) noexcept;
-  [[nodiscard]] int displayIndexAt(double position) const noexcept;
-  [[nodiscard]] GraphReader graphReader(int g) const noexcept;
+  [[nodiscard]] effect::GraphReader graphReader(int g) const noexcept;
 
   // `track`: the clock's positions in the tick, one a sample for as long as it moved.
-  void playTick(const Slice& slice, int start, TickBuffer& tick, int frames) noexcept;
+  void playTick(const Slice& slice, int start, effect::TickBuffer& tick, int frames) noexcept;
   [[nodiscard]] bool gainsRest() const noexcept;
-  void applyGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept;
-  void applyMovingGains(TickBuffer& tick, int frames, std::span<const double> track) noexcept;
-  void captureOutput(const TickBuffer& tick, int frames, std::span<const double> track) noexcept;
+  void applyGains(effect::TickBuffer& tick, int frames, std::span<const double> track) noexcept;
+  void applyMovingGains(effect::TickBuffer& tick, int frames, std::span<const double> track) noexcept;
+  void captureOutput(const effect::TickBuffer& tick, int frames, std::span<const double> track) noexcept;
 
   VGlobalCoeffs filterCoeffs_;
   std::unique_ptr<VFilter> textFilter_;  // answers for the filter's texts and never plays
-  FilterStage filterStage_;
+  effect::FilterStage filterStage_;
   bool bFiltersWarm_ = false;
-  Lumbrix::Utility::CExpMapper xoverMapper_ = crossoverMapper();
+  Lumbrix::Utility::CExpMapper xoverMapper_ = effect::crossoverMapper();
   float xoverApplied_ = 0.5f;  // the parameter's value that the coefficients were made for
   CrossoverState xoverLeft_, xoverRight_;
   std::array<float, kLongestBlock> asideLeft_{}, asideRight_{};
-  bool bSplit_ = false;       // the crossover runs in this block
-  bool bFiltered_ = false;    // the filter stage has run since it was last looked at for non-finite states
-  ClockSettings blockClock_;  // read off the parameters once a block
-  double gainSmoothing_ = 0;  // one-pole factor of pan and volume, for this block
+  bool bSplit_ = false;               // the crossover runs in this block
+  bool bFiltered_ = false;            // the filter stage has run since it was last looked at for non-finite states
+  effect::ClockSettings blockClock_;  // read off the parameters once a block
+  double gainSmoothing_ = 0;          // one-pole factor of pan and volume, for this block
   std::array<char, 24> programName_{' '};
   std::recursive_mutex chunkLock_;  // guards the pointer; never held while the host or the editor is called
   std::unique_ptr<ChunkBuffer> chunk_;

@@ -14,6 +14,9 @@
 
 #include "messages/Messages.h"
 
+using namespace model;
+using namespace effect;
+
 namespace {
 
 constexpr double kLeastTempo = 2.0;      // below it the clock has not run, or the song stands
@@ -33,9 +36,9 @@ class Rendering {
   Rendering& operator=(const Rendering&) = delete;
 
  private:
-  void set(bool bOn) noexcept {
-    effect_.bRenderingMidi = bOn;
-    effect_.bAudioHold = bOn;
+  void set(bool on) noexcept {
+    effect_.bRenderingMidi = on;
+    effect_.bAudioHold = on;
   }
 
   LfoDSP& effect_;
@@ -70,8 +73,9 @@ LfoDSP::ExportClock LfoDSP::startExportClock() noexcept {
   if (!(tempo >= kLeastTempo)) tempo = hostTempo > 0.0 ? hostTempo : kUnknownTempo;
   const double quarter = static_cast<double>(sampleRateSafe) * 60.0 / std::max<double>(tempo, 1.0);
   const double longQuarter = std::max(quarter, 1.0);
-  const bool bShort = !padLFO.bFreeRun && integerPart(static_cast<double>(padLFO.rate * 42.0f) + 0.5) > kLastLongRate;
-  const double frames = 4.0 * quarter * (bShort ? kShortBars : kLongBars);
+  const bool isShort =
+      !padLFO.bFreeRun && integerPart(static_cast<double>(padLFO.rate * kRateSteps) + 0.5) > kLastLongRate;
+  const double frames = 4.0 * quarter * (isShort ? kShortBars : kLongBars);
   beatPos = 0.0;
   beatsPerSample = 1.0 / longQuarter;
   CalculateTrigOffset();
@@ -87,7 +91,7 @@ void LfoDSP::playForExport(const ExportClock& clock, int mode, int controller, M
   const double depth = depthOf(padLFO.depthCut, padLFO.depthKnob);
   const double scale = mode == 0 ? 2.0 * depth * depth * depth : 1.0;
   const double keep = cutoffSmoothing(lfoSmooth);
-  const bool bOnChange = bDontInsertMIDIEachPPQ_OnRender;
+  const bool onChange = bDontInsertMIDIEachPPQ_OnRender;
   int lastValue = -1;  // not the live stream's: the instrument there has heard nothing of this
   int sinceEvent = clock.tickFrames + 1;
   for (int frame = 0; frame < clock.totalFrames; ++frame) {
@@ -96,9 +100,9 @@ void LfoDSP::playForExport(const ExportClock& clock, int mode, int controller, M
     cutMod = static_cast<float>((static_cast<double>(graph) - 0.5) * scale + static_cast<double>(filterCutoff));
     cutSmoothed = smoothedCutoff(cutSmoothed, cutMod, keep);
     const int value = controllerValue(cutSmoothed);
-    const bool bTickDue = ++sinceEvent >= clock.tickFrames;
-    const bool bChangeDue = value != lastValue && (bTickDue || events.midiEventLast < kMostChanges);
-    if (bOnChange ? bChangeDue : bTickDue) {
+    const bool tickDue = ++sinceEvent >= clock.tickFrames;
+    const bool changeDue = value != lastValue && (tickDue || events.midiEventLast < kMostChanges);
+    if (onChange ? changeDue : tickDue) {
       lastValue = value;
       events.send(kControllerOnChannel1, controller, value, frame, 0);
       sinceEvent = 0;

@@ -5,6 +5,8 @@
 
 #include "messages/Messages.h"
 
+namespace effect {
+
 MidiOut::MidiOut(Limits limits)
     : limits_(limits), list_(std::make_unique<EventList>()), outgoing_(static_cast<std::size_t>(kMostEvents)) {
   static_assert(offsetof(EventList, events) == offsetof(VstEvents, events));
@@ -27,10 +29,10 @@ bool MidiOut::passThrough(const VstMidiEvent& event) noexcept {
 }
 
 void MidiOut::send(int status, int data1, int data2, int frame, int thinning) noexcept {
-  const bool bLimited = limits_ == Limits::block;
-  if (data1 == 0 || (bLimited && frame == lastMidiOffset)) return;
-  const bool bThins = thinning >= 2 && midiEventLast >= 1;
-  if (bThins && std::abs(frame - lastMidiOffset) < thinning) return;
+  const bool limited = limits_ == Limits::block;
+  if (data1 == 0 || (limited && frame == lastMidiOffset)) return;
+  const bool thins = thinning >= 2 && midiEventLast >= 1;
+  if (thins && std::abs(frame - lastMidiOffset) < thinning) return;
   if (!hasRoom()) return;
   lastMidiOffset = frame;
   VstMidiEvent event;
@@ -69,3 +71,5 @@ void MidiOut::clear() noexcept {
   midiEventLast = -1;
   lastMidiOffset = -1;
 }
+
+}  // namespace effect

@@ -9,6 +9,8 @@
 #include "threads/Shared.h"
 #include "vst2/aeffect.h"
 
+namespace effect {
+
 inline constexpr int kControllerOnChannel1 = 0xb0;  // status byte
 
 class MidiOut {
@@ -55,3 +57,5 @@ class MidiOut {
   std::unique_ptr<EventList> list_;
   std::vector<VstMidiEvent> outgoing_;
 };
+
+}  // namespace effect

@@ -10,6 +10,8 @@
 #include "effect/Helpers.h"
 #include "filters/Lanes.h"
 
+namespace effect {
+
 inline constexpr float kNoDepth = 0.5f;
 
 [[nodiscard]] inline double depthOf(float depth, float knob) noexcept {
@@ -29,12 +31,13 @@ inline constexpr float kNoDepth = 0.5f;
 }
 
 [[nodiscard]] inline float smoothedCutoff(float value, float target, double keep) noexcept {
-  return static_cast<float>(limit01(static_cast<double>(target) * (1.0 - keep) + keep * static_cast<double>(value)));
+  return static_cast<float>(
+      model::limit01(static_cast<double>(target) * (1.0 - keep) + keep * static_cast<double>(value)));
 }
 
 // The cutoff as seven bits, 0 to 127.
 [[nodiscard]] inline int controllerValue(float cutoff) noexcept {
-  return integerPart(static_cast<double>(cutoff) * 127.0 + 0.5);
+  return model::integerPart(static_cast<double>(cutoff) * 127.0 + 0.5);
 }
 
 [[nodiscard]] inline double resonanceLaw(float resonance, float depth, float knob, float graph) noexcept {
@@ -44,7 +47,7 @@ inline constexpr float kNoDepth = 0.5f;
 
 // Var and pan: `rest` is the slider, or the middle.
 [[nodiscard]] inline float linearLaw(double rest, double depth, float graph) noexcept {
-  return static_cast<float>(limit01(rest + (static_cast<double>(graph) - 0.5) * depth));
+  return static_cast<float>(model::limit01(rest + (static_cast<double>(graph) - 0.5) * depth));
 }
 
 // Full depth swings over all of 0 to 1, no depth stands at 1.
@@ -52,7 +55,7 @@ inline constexpr float kNoDepth = 0.5f;
   const double k = static_cast<double>(depth) - 0.5;
   const double knobbed = static_cast<double>(knob);
   return static_cast<float>(
-      limit01((1.0 - std::abs(k) * knobbed) + (static_cast<double>(graph) - 0.5) * 2.0 * k * knobbed));
+      model::limit01((1.0 - std::abs(k) * knobbed) + (static_cast<double>(graph) - 0.5) * 2.0 * k * knobbed));
 }
 
 // Left and right gain for a pan of 0 to 1: a quadratic near to constant power, 1.0003273 at the centre, 1.413 on the
@@ -68,16 +71,18 @@ inline constexpr float kNoDepth = 0.5f;
 
 // Factor of the one-pole smoothing of pan and volume, once a block; held to where the pole is stable.
 [[nodiscard]] inline double gainSmoothing(float lfoSmooth) noexcept {
-  const double open = limit01(1.0 - static_cast<double>(lfoSmooth));
+  const double open = model::limit01(1.0 - static_cast<double>(lfoSmooth));
   return open * open * open * 0.06;
 }
 
-// One step of `value` towards `target`; takes it at once when `bAtOnce`, and when it has come within 1e-8.
-[[nodiscard]] inline float smoothed(float value, float target, bool bAtOnce, double a) noexcept {
+// One step of `value` towards `target`; takes it at once when `atOnce`, and when it has come within 1e-8.
+[[nodiscard]] inline float smoothed(float value, float target, bool atOnce, double a) noexcept {
   constexpr double kArrived = 1e-8;
-  if (bAtOnce) return target;
+  if (atOnce) return target;
   const auto next = static_cast<float>(static_cast<double>(value) * (1.0 - a) + a * static_cast<double>(target));
   if (std::abs(static_cast<double>(next) - static_cast<double>(target)) < kArrived) [[unlikely]]
     return target;
   return next;
 }
+
+}  // namespace effect

@@ -5,6 +5,9 @@
 #include "effect/ModulationLaws.h"
 #include "effect/ParameterTable.h"
 
+using namespace model;
+using namespace effect;
+
 namespace {
 
 constexpr int kNoteOff = 0x8;
@@ -13,7 +16,6 @@ constexpr int kControlChange = 0xb;
 constexpr int kAllNotesOff = 123;
 
 constexpr int kFirstSmoothTypes = 3;  // filter types whose cutoff is laid out by pitch in another way
-constexpr int kLastFilterType = 92;
 constexpr int kLowestRateNote = 48;
 constexpr int kFirstNoteOfNoGraph = 60;  // five octaves choose the graphs of the five routes
 constexpr int kNotesAnOctave = 12;
@@ -79,7 +81,7 @@ void LfoDSP::ProcessWaitingNote(char note, char /*unused*/, char velocity, int f
 bool LfoDSP::selectsGraph(int note) {
   if (!bNoteSelectsGraphs || bVelToPwm || bNoteToCutoff || bRetrig || note >= kFirstNoteOfNoGraph) return false;
   const int octave = note / kNotesAnOctave;
-  setParameter(kRouteCut + octave, static_cast<float>((note % kNotesAnOctave) / 11.0));
+  setParameter(kRouteCut + octave, valueOfGraph(note % kNotesAnOctave));
   return true;
 }
 
@@ -92,8 +94,7 @@ void LfoDSP::retrigger(int frame) noexcept {
   trigOffset = position - timingBeats;
   bOneShotDone = false;
   if (bOneShot) {
-    const double divider = rateDivider(padLFO.rate, padLFO.bTriplet != 0, padLFO.bDotted != 0);
-    oneShotLength = 0.25 / (divider * kDividerScale);
+    oneShotLength = 0.25 / (divider() * kDividerScale);
   }
   beatPos = 0.0;
   if (!bAnchor || padLFO.bFreeRun) freePhase = 0.0;

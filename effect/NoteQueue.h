@@ -13,6 +13,8 @@ struct WaitingNote {
   std::uint8_t channel = 0;
 };
 
+namespace effect {
+
 // [audio] Filled before the block, walked in it, emptied at its end.
 class NoteQueue {
  public:
@@ -73,3 +75,5 @@ class NoteQueue {
   std::int64_t nextFrame_ = kNever;  // no note waits before it
   long dropped_ = 0;
 };
+
+}  // namespace effect

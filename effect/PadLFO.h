@@ -15,8 +15,8 @@
 struct PadLFO {
   Shared<std::uint8_t> bLfoOpen{1};  // the gate: closed, all routes read the first sample of their graph
   std::array<Shared<std::uint8_t>, 3> reserved1{};
-  std::array<Shared<float>, kGraphs> graphOut{};   // last value read from each graph, 0 to 1
-  std::array<Shared<float>, kGraphs> graphWarp{};  // warp parameter of each graph, 0 to 1
+  std::array<Shared<float>, model::kGraphs> graphOut{};   // last value read from each graph, 0 to 1
+  std::array<Shared<float>, model::kGraphs> graphWarp{};  // warp parameter of each graph, 0 to 1
   std::array<Shared<std::uint8_t>, 4> reserved100{};
   Shared<float> rate{0.5f};
   Shared<float> pwm{0.5f};

@@ -8,9 +8,9 @@
 #include "effect/Helpers.h"
 #include "effect/LfoDSP.h"
 
-namespace {
+using namespace model;
 
-constexpr int kLastGraph = kGraphs - 1;
+namespace {
 
 void tellClock(LfoDSP& effect) { effect.setParameter(kNoticeClock, kNoticeClockValue); }
 
@@ -119,27 +119,21 @@ void setFilterOn(LfoDSP& effect, int, float value) {
 
 // --- Graphs and routes
 
-std::int8_t nearestGraph(float value) {
-  return static_cast<std::int8_t>(
-      std::clamp(integerPart(static_cast<double>(value) * kLastGraph + 0.5), 0, kLastGraph));
-}
-
 template <auto Field>
 void setRoute(LfoDSP& effect, int, float value) {
-  field<Field>(effect) = nearestGraph(value);
+  field<Field>(effect) = static_cast<std::int8_t>(nearestGraph(value));
 }
 
 template <auto Field>
 float getGraphNumber(LfoDSP& effect, int) {
-  return static_cast<float>(field<Field>(effect)) / static_cast<float>(kLastGraph);
+  return valueOfGraph(field<Field>(effect));
 }
 
 template <auto Field>
 void stepRoute(LfoDSP& effect, int index, float value) {
   const int stepped = std::clamp(
       field<Field>(effect) + std::clamp(integerPart(static_cast<double>(value)), -kGraphs, kGraphs), 0, kLastGraph);
-  effect.setParameter(kRouteCut + (index - kStepRouteCut),
-                      static_cast<float>(stepped) / static_cast<float>(kLastGraph));
+  effect.setParameter(kRouteCut + (index - kStepRouteCut), valueOfGraph(stepped));
 }
 
 // The graph on show takes its warp by the editor's own number, so that the editor follows.
@@ -164,7 +158,7 @@ float getCurrentWarp(LfoDSP& effect, int) {
 
 void setCurrentGraph(LfoDSP& effect, int, float value) {
   const std::int8_t before = effect.currentGraph;
-  effect.currentGraph = nearestGraph(value);
+  effect.currentGraph = static_cast<std::int8_t>(nearestGraph(value));
   if (effect.currentGraph == before) return;
   effect.setParameter(kNoticeGraph, 0.0f);
   effect.RenderEnvsInCaseGUIClosed(false);

@@ -14,10 +14,12 @@
 #include "filters/FilterSetup.h"
 #include "model/WarpTable.h"
 
+using namespace model;
+using namespace effect;
+
 namespace {
 
 constexpr std::size_t kTextBytes = 24;  // what hosts give at the least in practice, closing zero included
-constexpr int kLastGraph = kGraphs - 1;
 
 double asDouble(float x) noexcept { return static_cast<double>(x); }
 
@@ -62,8 +64,8 @@ void warpName(double entry, char* text) noexcept {
   const int i = integerPart(entry);
   std::strcpy(text, i >= 0 && i < kWarps ? WarpNames[static_cast<std::size_t>(i)] : "??");
 }
-void warp(float v, char* text) noexcept { warpName(asDouble(v) * 16.9999 + 0.5, text); }
-void nearestWarp(float v, char* text) noexcept { warpName(std::round(asDouble(v) * 16.9999), text); }
+void warp(float v, char* text) noexcept { warpName(asDouble(v) * kWarpScale + 0.5, text); }
+void nearestWarp(float v, char* text) noexcept { warpName(std::round(asDouble(v) * kWarpScale), text); }
 
 void offsetSamples(float samples, char* text) noexcept { asInteger(4, std::floor(asDouble(samples)), text); }
 void timing(float v, char* text) noexcept { wholeNumber(asDouble(v) * 8192.0 - 4096.0 + 0.5, text); }

@@ -6,6 +6,9 @@
 #include "effect/ModulationLaws.h"
 #include "model/WarpTable.h"
 
+using namespace model;
+using namespace effect;
+
 namespace {
 
 // What the effect reads of the host's clock.
@@ -29,8 +32,8 @@ void LfoDSP::blockStart() noexcept {
   const double hostTempo = timeInfo ? finiteOrZero(timeInfo->tempo) : 0.0;
   lastHostTempo = hostTempo;
   if (!timeInfo) return standStill(false);
-  const bool bFirstBlock = beatsPerSample > 1.0;
-  if (hostTempo != tempo || bFirstBlock) followHostTempo(hostTempo);
+  const bool firstBlock = beatsPerSample > 1.0;
+  if (hostTempo != tempo || firstBlock) followHostTempo(hostTempo);
   beatPos = wrapAboveZero(finiteOrZero(timeInfo->ppqPos) - trigOffset);
   tempo = hostTempo;
   activeVol = moves(padLFO.depthVol);
@@ -49,20 +52,22 @@ void LfoDSP::followHostTempo(double hostTempo) noexcept {
   CalculateTrigOffset();
 }
 
-// The song stands, or there is none: the beat clock rests at 0. `bModulate` leaves the free clock its destinations.
-void LfoDSP::standStill(bool bModulate) noexcept {
+// The song stands, or there is none: the beat clock rests at 0. `modulate` leaves the free clock its destinations.
+void LfoDSP::standStill(bool modulate) noexcept {
   trigPos = 0.0;
   padLFO.cyclePos = 0.0f;
   tempo = 0.0;
   heldNotes = 0;
   beatsPerSample = 0.0;
   beatPos = 0.0;
-  if (!bModulate) activeVol = activeVar = activePan = activeCut = activeRes = false;
+  if (!modulate) activeVol = activeVar = activePan = activeCut = activeRes = false;
 }
 
 void LfoDSP::CalculateTrigOffset() noexcept {
   trigOffset = trigPos - static_cast<double>(timingOffset) * beatsPerSample;
 }
+
+double LfoDSP::divider() const noexcept { return rateDivider(padLFO.rate, padLFO.bTriplet != 0, padLFO.bDotted != 0); }
 
 void LfoDSP::setFreeLFOTime() noexcept {
   const double perTable = static_cast<double>(kGraphTableSize) / static_cast<double>(sampleRateSafe);
@@ -70,8 +75,7 @@ void LfoDSP::setFreeLFOTime() noexcept {
   if (padLFO.bFreeRun) {
     increment = static_cast<double>(fourthPower(padLFO.rate)) * 440.0 * perTable * 1.52587890625e-05;
   } else {
-    const double divider = rateDivider(padLFO.rate, padLFO.bTriplet != 0, padLFO.bDotted != 0);
-    increment = (tempo / 60.0) * perTable * (divider * kDividerScale) * 6.103515625e-05;
+    increment = (tempo / 60.0) * perTable * (divider() * kDividerScale) * 6.103515625e-05;
   }
   freePhase = static_cast<double>(padLFO.cyclePos);  // so that a rate change does not jump
   if (!(increment >= kSlowestIncrement)) increment = kSlowestIncrement;
@@ -88,22 +92,21 @@ ClockSettings LfoDSP::clockSettings() const noexcept {
   s.freeIncrement = freeIncrement;
   s.phase = static_cast<double>(padLFO.phase);
   if (s.onBeat) {
-    const double divider = rateDivider(padLFO.rate, padLFO.bTriplet != 0, padLFO.bDotted != 0);
-    s.cyclesPerBeat = divider * kDividerScale * 4.0;
+    s.cyclesPerBeat = divider() * kDividerScale * 4.0;
   }
   const float swing = padLFO.swing;
-  s.bSwing = swing != 0.5f;
-  if (s.bSwing) {
+  s.hasSwing = swing != 0.5f;
+  if (s.hasSwing) {
     s.swing = static_cast<double>(swing);
     s.swingFirst = floatReciprocal(s.swing);
     s.swingSecond = floatReciprocal(1.0 - s.swing);
   }
   const float pwm = padLFO.pwm;
-  s.bPwm = pwm != 0.5f;
-  if (s.bPwm) {
+  s.hasPwm = pwm != 0.5f;
+  if (s.hasPwm) {
     const double w = (static_cast<double>(pwm) - 0.5) * 1.992;
     s.pwmAmount = std::abs(w);
-    s.bPwmLate = w >= 0.0;
+    s.pwmLate = w >= 0.0;
   }
   return s;
 }
@@ -115,7 +118,7 @@ void LfoDSP::storeClock(const ClockState& state) noexcept {
   freePhase = state.freePhase;
   lfoPhase = state.lfoPhase;
   padLFO.cyclePos = state.cyclePos;
-  bOneShotDone = state.bOneShotDone;
+  bOneShotDone = state.oneShotDone;
 }
 
 GraphReader LfoDSP::graphReader(int g) const noexcept {
@@ -123,18 +126,14 @@ GraphReader LfoDSP::graphReader(int g) const noexcept {
   return {graphTable[i].get(), warpMult[i], padLFO.bLfoOpen != 0};
 }
 
-int LfoDSP::displayIndexAt(double position) const noexcept {
-  return GraphReader::tableIndex(position * warpMult[static_cast<std::size_t>(currentGraph)] * GraphReader::kLastEntry);
-}
-
 void LfoDSP::readGraphs(double position) noexcept {
   const auto shown = static_cast<std::size_t>(currentGraph);
-  const int index = displayIndexAt(position);
+  const int index = GraphReader::shownIndex(position, warpMult[shown]);
   padLFO.graphOut[shown] = static_cast<float>(graphTable[shown][static_cast<std::size_t>(index)]);
-  const bool bOpen = padLFO.bLfoOpen != 0;
-  displayIndex = bOpen ? index : 0;
+  const bool open = padLFO.bLfoOpen != 0;
+  displayIndex = open ? index : 0;
   displayPos = static_cast<float>(displayIndex * 1.5258789e-5);
-  if (!bOpen) lfoPhase = 0.0;
+  if (!open) lfoPhase = 0.0;
   int last = -1;  // routes that share a graph read the same value
   for (const int g : routes()) {
     if (g == last) continue;
@@ -145,7 +144,7 @@ void LfoDSP::readGraphs(double position) noexcept {
 
 void LfoDSP::ProcessPadLFO() noexcept {
   ClockState state = clockState();
-  const bool bMoved = advanceClock(state, clockSettings());
+  const bool moved = advanceClock(state, clockSettings());
   storeClock(state);
-  if (bMoved) readGraphs(lfoPhase);
+  if (moved) readGraphs(lfoPhase);
 }

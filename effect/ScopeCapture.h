@@ -6,9 +6,11 @@
 #include "model/CurveLaw.h"
 #include "threads/Shared.h"
 
+namespace effect {
+
 // One trace, written by the audio thread and read by the editor without a lock.
 struct ScopeTrace {
-  std::unique_ptr<Shared<float>[]> samples = std::make_unique<Shared<float>[]>(kGraphTableSize);
+  std::unique_ptr<Shared<float>[]> samples = std::make_unique<Shared<float>[]>(model::kGraphTableSize);
   int mark = 0;  // the last written index
 
   Shared<float>& operator[](int index) noexcept { return samples[static_cast<std::size_t>(index)]; }
@@ -38,3 +40,5 @@ struct ScopeTrace {
     int mark_;
   };
 };
+
+}  // namespace effect

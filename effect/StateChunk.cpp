@@ -6,6 +6,8 @@
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
 
+using namespace model;
+
 namespace {
 
 constexpr float kFirstFilterTypes = 0.98f;  // version: before it the filter's switch chose the type
@@ -138,7 +140,7 @@ void LfoDSP::repeatParameters(std::initializer_list<VstInt32> indices) {
 
 // The stored byte counts to 128, which the signed field keeps as -128.
 void LfoDSP::repeatController(const model::Locks& locks) {
-  if (locks.bController) return;
+  if (locks.controller) return;
   constexpr float kStep = 0.0078125f;
   setParameter(kCcNumber, static_cast<float>(static_cast<std::uint8_t>(ccNumber)) * kStep);
 }

@@ -8,12 +8,14 @@
 
 #include "messages/Messages.h"
 
+using namespace model;
+
 bool LfoDSP::setLoadPath(const char* path) noexcept {
   const std::size_t length = path ? std::strlen(path) : 0;
-  const bool bFits = length < loadPath.size();
+  const bool fits = length < loadPath.size();
   loadPath.fill(0);
-  if (bFits && path) std::memcpy(loadPath.data(), path, length);
-  return bFits;
+  if (fits && path) std::memcpy(loadPath.data(), path, length);
+  return fits;
 }
 
 // Null when the buffer holds no path, or one without an end.

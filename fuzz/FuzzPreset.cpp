@@ -8,6 +8,8 @@
 #include "model/StateChunk.h"
 #include "model/StateFields.h"
 
+using namespace model;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto file = std::as_bytes(std::span(data, size));
   const auto chunk = model::chunkOfPreset(file);

@@ -8,6 +8,8 @@
 #include "model/CurveLaw.h"
 #include "model/ShapeFile.h"
 
+using namespace model;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto points = model::readShape(std::as_bytes(std::span(data, size)));
   if (!points) return 0;

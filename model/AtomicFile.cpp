@@ -36,10 +36,10 @@ class Descriptor {
 // A file that nobody has seen yet; gone with the object unless it was renamed.
 struct Draft {
   fs::path path;
-  bool bKeep = false;
+  bool keep = false;
 
   ~Draft() {
-    if (!bKeep && !path.empty()) unlink(path.c_str());
+    if (!keep && !path.empty()) unlink(path.c_str());
   }
 };
 
@@ -94,17 +94,17 @@ std::error_code replaceFile(const fs::path& path, std::span<const std::byte> byt
   if (!error) target = fs::absolute(target, error);
   if (error) return error;
   struct stat before {};
-  const bool bExists = stat(target.c_str(), &before) == 0;
-  if (bExists && !S_ISREG(before.st_mode)) return std::make_error_code(std::errc::not_supported);
+  const bool exists = stat(target.c_str(), &before) == 0;
+  if (exists && !S_ISREG(before.st_mode)) return std::make_error_code(std::errc::not_supported);
 
   const fs::path folder = target.parent_path();
   Draft draft;
   Descriptor file(createDraft(folder, draft));
   if (file.get() < 0) return lastError();
-  if (bExists && fchmod(file.get(), before.st_mode & 0777) != 0) return lastError();
+  if (exists && fchmod(file.get(), before.st_mode & 0777) != 0) return lastError();
   if (!writeAll(file.get(), bytes) || fsync(file.get()) != 0 || !file.close()) return lastError();
   if (std::rename(draft.path.c_str(), target.c_str()) != 0) return lastError();
-  draft.bKeep = true;
+  draft.keep = true;
   syncFolder(folder);
   return {};
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+namespace model {
 namespace {
 
 // Keeps the law off its poles: at 0 and 1 the exponential is infinitely bent, at 0.5 infinitely long.
@@ -37,3 +38,5 @@ int segmentLength(double from, double to) noexcept {
   if (!(length > 0.0)) return 0;
   return static_cast<int>(std::min(length, 2.0 * kGraphTableSize));
 }
+
+}  // namespace model

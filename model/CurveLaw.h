@@ -7,6 +7,8 @@
 
 #include "model/Graph.h"
 
+namespace model {
+
 inline constexpr int kGraphTableSize = 65536;  // samples of a rendered graph
 
 // A segment as a piece of an exponential: position 1 at its left end falls by the factor `ratio` a sample and reaches
@@ -85,3 +87,5 @@ void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> tab
   };
   walkGraph(points, segment, [&](int i, int) { repeatSample(table, i); });
 }
+
+}  // namespace model

@@ -1,6 +1,8 @@
 // Conversions that hold for any number, however wild: stored files and automation bring them all.
 #pragma once
 
+namespace model {
+
 // Truncates towards zero; values beyond an int (wild parameters reach any number) give the nearest one, NaN gives 0.
 [[nodiscard]] inline int integerPart(double value) noexcept {
   constexpr double kLimit = 2147483647.0;
@@ -21,3 +23,5 @@
   const double raised = value > 0.0 ? value : 0.0;
   return raised < 1.0 ? raised : 1.0;
 }
+
+}  // namespace model

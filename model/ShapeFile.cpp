@@ -65,13 +65,13 @@ std::array<std::byte, kShapeBytes> writeShape(const GraphPoints& points) noexcep
 
 std::optional<GraphPoints> readShape(std::span<const std::byte> file) noexcept {
   if (file.size() == kShapeBytes) {
-    const bool bPixels = load<std::int8_t>(file, kMarkOffset) < kMark;
-    const float xScale = bPixels ? kXPerPixel : 1.0f, yScale = bPixels ? kYPerPixel : 1.0f;
+    const bool inPixels = load<std::int8_t>(file, kMarkOffset) < kMark;
+    const float xScale = inPixels ? kXPerPixel : 1.0f, yScale = inPixels ? kYPerPixel : 1.0f;
     return readPoints(file, kToday, [=](RawPoint p) { return RawPoint{p.curve, p.x * xScale, p.y * yScale}; });
   }
   if (file.size() < kSmallestOldShape || file.size() > kLargestShapeFile) return std::nullopt;
   return readPoints(file, kOld, [](RawPoint p) {
-    return RawPoint{p.curve, p.x / kPixelWidth * 65536.0f, p.y / kPixelHeight};
+    return RawPoint{p.curve, p.x / kPixelWidth * static_cast<float>(kGraphWidth), p.y / kPixelHeight};
   });
 }
 

@@ -15,6 +15,11 @@ namespace model {
 // The version that is written: 1.2401, the last one that a reader of stored states has to know.
 inline constexpr float kStateVersion = std::bit_cast<float>(0x3F9EBB99u);
 
+// Of the window, in pixels.
+inline constexpr std::int16_t kUsualEditorWidth = 708;
+inline constexpr std::int16_t kUsualEditorHeight = 343;
+inline constexpr int kLastFilterType = 92;  // of the list that `filterType` goes over from 0 to 1
+
 template <class T>
 using PerGraph = std::array<T, kGraphs>;
 
@@ -96,8 +101,8 @@ struct State {
   bool bNoteToRate = false;
   bool bNoteToCutoff = false;
   bool bScopeOn = false;
-  std::int16_t editorWidth = 708;  // pixels
-  std::int16_t editorHeight = 343;
+  std::int16_t editorWidth = kUsualEditorWidth;
+  std::int16_t editorHeight = kUsualEditorHeight;
 
   bool operator==(const State&) const = default;
 };

@@ -63,12 +63,10 @@ constexpr float kAnyVersion = std::numeric_limits<float>::infinity();
 
 constexpr float justAbove(float x) { return std::bit_cast<float>(std::bit_cast<std::uint32_t>(x) + 1u); }
 
-constexpr double kFilterTypes = 92.0;  // steps between the first and the last filter type
-
 // The switch chose one of three filters, which were the first of the later list.
 void splitFilterSwitch(State& state) {
   const int position = integerPart(static_cast<double>(state.filterOn) * 3.0 + 0.5);
-  state.filterType = position >= 1 ? static_cast<float>((position - 1) / kFilterTypes) : 0.0f;
+  state.filterType = position >= 1 ? static_cast<float>(static_cast<double>(position - 1) / kLastFilterType) : 0.0f;
   if (position >= 1) {
     state.filterMix = 1.0f;
     state.filterVar = 0.5f;
@@ -88,12 +86,12 @@ void resetWildGrid(State& state) {
 }
 
 void snapGrid(State& state) {
-  state.gridSize = static_cast<float>(integerPart(static_cast<double>(state.gridSize) * 15.0 + 0.5)) / 15.0f;
+  state.gridSize = static_cast<float>(gridStep(state.gridSize)) / static_cast<float>(kGridSteps);
 }
 
 struct Upgrade {
   float from, below;  // versions: the first one, and the one behind the last
-  bool bOldLayoutToo;
+  bool oldLayoutToo;
   void (*apply)(State& state);
 };
 
@@ -123,11 +121,11 @@ class Reader {
     State state;
     for (const Field& field : stateFields()) take(field, state);
     for (const Upgrade& upgrade : kUpgrades) {
-      const bool bMeant = version_ >= upgrade.from && version_ < upgrade.below;
-      if (bMeant && (layout_ == Layout::current || upgrade.bOldLayoutToo)) upgrade.apply(state);
+      const bool meant = version_ >= upgrade.from && version_ < upgrade.below;
+      if (meant && (layout_ == Layout::current || upgrade.oldLayoutToo)) upgrade.apply(state);
     }
-    if (locks_.bController) state.ccNumber = present_.ccNumber;
-    if (locks_.bTiming) state.timing = present_.timing;
+    if (locks_.controller) state.ccNumber = present_.ccNumber;
+    if (locks_.timing) state.timing = present_.timing;
     return state;
   }
 
@@ -136,7 +134,7 @@ class Reader {
     return layout_ == Layout::current ? field.now : field.old;
   }
 
-  // What is no number counts as written today.
+  // A NaN counts as written today.
   [[nodiscard]] float chunkVersion() const noexcept {
     const Field& field = *findField("version");
     const double stored = numberAt(chunk_, field.type, static_cast<std::size_t>(placeOf(field).offset));

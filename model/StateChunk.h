@@ -17,8 +17,8 @@ enum class Layout { current, old };
 
 // What a load leaves as it is.
 struct Locks {
-  bool bController = false;  // ccNumber
-  bool bTiming = false;
+  bool controller = false;  // ccNumber
+  bool timing = false;
 };
 
 struct LoadedState {

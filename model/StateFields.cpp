@@ -91,8 +91,6 @@ consteval Row lfo(std::string_view name, int offset, float since = 0.0f, float s
   return row<Member>(name, {kBlock + offset, since}, {kOldBlock + offset, sinceOld});
 }
 
-constexpr double kLastGraph = kGraphs - 1;
-
 using S = State;
 constexpr auto kRows = std::to_array<Row>({
     row<&S::envCurve>("envCurve", {0}, {40}).within(0.0, 1.0),

@@ -6,6 +6,8 @@
 
 #include "model/Numbers.h"
 
+namespace model {
+
 inline constexpr int kWarps = 18;
 inline constexpr float kWarpOne = 0.46666667f;  // the parameter's default; lands on 1x
 
@@ -17,11 +19,15 @@ inline constexpr std::array<const char*, kWarps> WarpNames = {"1/16", "1/8", "1/
                                                               "2/3",  "3/4", "1x ", "1.25", "1.33", "1.5x",
                                                               "1.66", "2x ", "3x ", "4x ",  "8x ",  "16x"};
 
-// 16.9999 and not 17: the scale that stored projects rely on. Values outside 0 to 1 get the nearest end.
+inline constexpr double kWarpScale = 16.9999;  // and not 17: stored projects rely on it
+
+// Values outside 0 to 1 get the nearest end.
 [[nodiscard]] inline int warpEntry(float warp) noexcept {
-  return std::clamp(integerPart(static_cast<double>(warp) * 16.9999 + 0.5), 0, kWarps - 1);
+  return std::clamp(integerPart(static_cast<double>(warp) * kWarpScale + 0.5), 0, kWarps - 1);
 }
 
 [[nodiscard]] inline double warpMultiplier(float warp) noexcept {
   return multtimes[static_cast<std::size_t>(warpEntry(warp))];
 }
+
+}  // namespace model

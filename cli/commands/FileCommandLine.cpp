@@ -4,6 +4,8 @@
 #include "cli/terminal/Errors.h"
 #include "model/Graph.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

@@ -15,6 +15,8 @@
 #include "cli/values/Numbers.h"
 #include "model/StateFields.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 
@@ -128,7 +130,7 @@ std::string valueText(const Field& field, double value) {
   if (field.type == FieldType::flag) return value != 0.0 ? "on" : "off";
   if (field.type == FieldType::f32) return fmt::format("{}", static_cast<float>(value));
   const std::string number = fmt::format("{}", value);
-  return field.high == kGraphs - 1 ? fmt::format("{} (graph {})", number, value + 1.0) : number;
+  return field.high == kLastGraph ? fmt::format("{} (graph {})", number, value + 1.0) : number;
 }
 
 std::string valuesText(const Field& field, const model::State& state) {

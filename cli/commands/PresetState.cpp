@@ -10,6 +10,8 @@
 #include "cli/terminal/Errors.h"
 #include "cli/values/Numbers.h"
 
+using namespace model;
+
 namespace modrift::cli {
 
 void applyPreset(host::Plugin& plugin, const std::string& path) {
@@ -44,7 +46,7 @@ void applyShape(host::Plugin& plugin, const ShapeFile& shape) {
   setModriftPath(plugin, shape.path, "--shape");
   (void)readGraph(shape.path, std::nullopt);  // the plug-in says nothing of a file that it cannot use
   const float shown = plugin.unlistedParameter(static_cast<VstInt32>(Command::currentGraph));
-  command(plugin, Command::currentGraph, static_cast<float>(shape.graph - 1) / static_cast<float>(kGraphs - 1));
+  command(plugin, Command::currentGraph, valueOfGraph(shape.graph - 1));
   command(plugin, Command::loadShape, 1.0f);
   command(plugin, Command::currentGraph, shown);
 }

@@ -7,6 +7,8 @@
 #include "cli/files/StoredFiles.h"
 #include "cli/pictures/GraphPicture.h"
 
+using namespace model;
+
 namespace modrift::cli {
 
 void runShapePlot(const ShapePlotOptions& options) {

@@ -7,6 +7,8 @@
 #include "cli/terminal/Errors.h"
 #include "cli/values/GraphText.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

@@ -6,6 +6,8 @@
 #include "cli/terminal/Table.h"
 #include "cli/values/GraphText.h"
 
+using namespace model;
+
 namespace modrift::cli {
 
 void runShapeShow(const ShapeShowOptions& options) {

@@ -10,6 +10,8 @@
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

@@ -19,10 +19,10 @@ namespace modrift::cli {
 [[nodiscard]] model::LoadedState readPreset(const std::string& path);
 
 // A graph from 1 to 12 of a preset file, or, without a number, a shape file. Throws RunError.
-[[nodiscard]] GraphPoints readGraph(const std::string& path, std::optional<int> graph);
+[[nodiscard]] model::GraphPoints readGraph(const std::string& path, std::optional<int> graph);
 
 // The old file stays until the new one is whole. Throws RunError.
 void writePresetFile(const std::string& path, std::span<const std::byte> chunk);
-void writeShapeFile(const std::string& path, const GraphPoints& points);
+void writeShapeFile(const std::string& path, const model::GraphPoints& points);
 
 }  // namespace modrift::cli

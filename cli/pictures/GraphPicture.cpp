@@ -11,6 +11,8 @@
 #include "cli/values/GraphText.h"
 #include "model/CurveLaw.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

@@ -10,6 +10,6 @@
 namespace modrift::cli {
 
 // Writes straight to `png`, so callers pass the path of a PendingFile. Throws RunError.
-void writeGraphPicture(const std::filesystem::path& png, const GraphPoints& points, const std::string& title);
+void writeGraphPicture(const std::filesystem::path& png, const model::GraphPoints& points, const std::string& title);
 
 }  // namespace modrift::cli

@@ -11,6 +11,8 @@
 #include "cli/values/Numbers.h"
 #include "model/Bytes.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

@@ -15,15 +15,15 @@ struct TextPoint {
 };
 
 // Of point `index`, from 0 to the graph's last one.
-[[nodiscard]] TextPoint textPoint(const GraphPoints& points, int index) noexcept;
+[[nodiscard]] TextPoint textPoint(const model::GraphPoints& points, int index) noexcept;
 
 // "x y [curve]; x y [curve]; ...", or a sentence part saying what was expected instead. Numbers get the precision that
 // graphs have in the plug-in. Pure.
-[[nodiscard]] std::variant<GraphPoints, std::string> parsePoints(const std::string& text);
+[[nodiscard]] std::variant<model::GraphPoints, std::string> parsePoints(const std::string& text);
 
 // With a heading; rounded to what an eye can use, so that lines can be typed again.
-[[nodiscard]] Rows pointRows(const GraphPoints& points);
+[[nodiscard]] Rows pointRows(const model::GraphPoints& points);
 // Exact.
-[[nodiscard]] nlohmann::ordered_json pointsJson(const GraphPoints& points);
+[[nodiscard]] nlohmann::ordered_json pointsJson(const model::GraphPoints& points);
 
 }  // namespace modrift::cli

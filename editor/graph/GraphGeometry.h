@@ -38,13 +38,13 @@ namespace graphgeometry {
 
 // Stored X and Y of a pixel position, and back. The right end of the graph meets exactly.
 [[nodiscard]] inline double storedX(double x, double width) noexcept {
-  return x >= width ? kGraphWidth : x * static_cast<double>(static_cast<float>(kGraphWidth / width));
+  return x >= width ? model::kGraphWidth : x * static_cast<double>(static_cast<float>(model::kGraphWidth / width));
 }
 [[nodiscard]] inline double storedY(double y, double height) noexcept {
   return y * static_cast<double>(static_cast<float>(1.0 / height));
 }
 [[nodiscard]] inline double pixelX(double x, double width) noexcept {
-  return x >= kGraphWidth ? width : x * static_cast<double>(static_cast<float>(width / kGraphWidth));
+  return x >= model::kGraphWidth ? width : x * static_cast<double>(static_cast<float>(width / model::kGraphWidth));
 }
 [[nodiscard]] inline double pixelY(double y, double height) noexcept {
   return y * static_cast<double>(static_cast<float>(height));

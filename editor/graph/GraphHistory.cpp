@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace model;
+
 namespace {
 
 // Rounding on the way through pixels of any window, floats and back; far below what a gesture can move.

@@ -11,7 +11,7 @@
 
 // A graph as the editor knows it.
 struct GraphState {
-  GraphPoints points;
+  model::GraphPoints points;
   int loopPoint = 512;  // 512 for none
   int startPoint = -1;  // -1 for none
 };
@@ -36,7 +36,7 @@ class GraphHistory {
     std::deque<GraphState> past, future;
   };
 
-  std::array<Steps, kGraphs> steps_;
+  std::array<Steps, model::kGraphs> steps_;
   int run_ = 0;
   int runGraph_ = 0;
 };

@@ -9,6 +9,8 @@
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
 
+using namespace model;
+
 namespace {
 
 static_assert(kAutomatedPointCount == kAutomatedPoints / 3);

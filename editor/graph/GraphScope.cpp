@@ -7,6 +7,8 @@
 #include "editor/graph/LFODisplay.h"
 #include "effect/LfoDSP.h"
 
+using namespace model;
+
 using VSTGUI::CGraphicsPath;
 using VSTGUI::Counted;
 

@@ -9,6 +9,8 @@
 #include "effect/LfoDSP.h"
 
 using namespace VSTGUI;
+using namespace model;
+using namespace effect;
 using graphgeometry::around;
 using graphgeometry::grown;
 using graphgeometry::wholePixels;

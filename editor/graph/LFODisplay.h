@@ -98,7 +98,7 @@ class LFODisplay : public VSTGUI::CParamDisplay {
   void RenderShape();
   void createBG();
   void drawEnvStuff(VSTGUI::CDrawContext* context);
-  [[nodiscard]] static CurveCoef CalcCurveCoef(double curve, int length) noexcept;
+  [[nodiscard]] static model::CurveCoef CalcCurveCoef(double curve, int length) noexcept;
 
   // The graph as stored graphs have it, with the markers; and back, which renders but doesn't report.
   [[nodiscard]] GraphState graphState() const;

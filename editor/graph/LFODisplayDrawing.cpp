@@ -9,6 +9,8 @@
 #include "toolkit/views/CFrame.h"
 
 using namespace VSTGUI;
+using namespace model;
+using namespace effect;
 using graphgeometry::grown;
 using graphgeometry::wholePixels;
 
@@ -122,7 +124,7 @@ void LFODisplay::drawLFOEdit(CDrawContext* context, int columns) {
   const double bend = (static_cast<double>(pwmValue) - 0.5) * 1.992;
   ClockSettings clock;  // the law that plays the graph
   clock.pwmAmount = std::abs(bend);
-  clock.bPwmLate = bend >= 0.0;
+  clock.pwmLate = bend >= 0.0;
   const bool bends = pwmValue != 0.5f;
   const double phase = static_cast<double>(phaseValue);
   for (int i = 0; i < columns; ++i) {

@@ -11,6 +11,7 @@
 #include "effect/LfoDSP.h"
 
 using namespace VSTGUI;
+using namespace effect;
 
 namespace {
 

@@ -5,16 +5,10 @@
 #include "editor/graph/GraphScope.h"
 #include "editor/graph/LFODisplay.h"
 #include "editor/shell/LFOGUI.h"
-#include "model/Numbers.h"
+#include "model/Graph.h"
 
 using namespace VSTGUI;
-
-namespace {
-
-// Cells an axis of the snap grid, from the parameter of 0 to 1.
-int gridCells(float value) { return integerPart(static_cast<double>(value) * 15.0 + 0.5) + 1; }
-
-}  // namespace
+using namespace model;
 
 // [any] A new window size counts at once, since a window may be opened next.
 void LFOGUI::setParameter(VstInt32 index, float value) {

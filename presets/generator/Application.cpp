@@ -2,6 +2,8 @@
 
 #include "vst2/aeffect.h"
 
+using namespace model;
+
 namespace modrift::factory {
 namespace {
 

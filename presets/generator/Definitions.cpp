@@ -9,6 +9,8 @@
 
 #include "presets/generator/Outline.h"
 
+using namespace model;
+
 namespace modrift::factory {
 namespace {
 

@@ -18,7 +18,7 @@ namespace modrift::factory {
 
 struct Shape {
   std::string folder, name;
-  GraphPoints points;
+  model::GraphPoints points;
 };
 
 // What moves, as a preset promises it and the tests measure it at 120 beats a minute.
@@ -39,8 +39,8 @@ struct Setting {
 
 struct Preset {
   std::string folder, name, about;
-  std::vector<Setting> settings;      // in the order of the file; all others stay as a new effect has them
-  std::map<int, GraphPoints> graphs;  // by graph, from 0
+  std::vector<Setting> settings;             // in the order of the file; all others stay as a new effect has them
+  std::map<int, model::GraphPoints> graphs;  // by graph, from 0
   std::vector<Movement> movements;
 };
 

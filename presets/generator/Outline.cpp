@@ -5,6 +5,8 @@
 #include <numbers>
 #include <string>
 
+using namespace model;
+
 namespace modrift::factory {
 namespace {
 

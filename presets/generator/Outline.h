@@ -21,7 +21,7 @@ class Outline {
   void begin(double y);
   // To a place further right; a line to the place where the outline stands is a jump. `curve` below 0.5 leaves fast
   // and arrives slowly, above 0.5 the other way.
-  void lineTo(double x, double y, double curve = kStraightCurve);
+  void lineTo(double x, double y, double curve = model::kStraightCurve);
   // Level until `x`, there at once to `y`.
   void jumpTo(double x, double y);
 
@@ -41,7 +41,7 @@ class Outline {
 
   [[nodiscard]] bool begun() const { return !points_.empty(); }
   // As the effect keeps them: X to 65536, Y from the top down; the slots behind the last point rest at the end.
-  [[nodiscard]] GraphPoints graphPoints() const;
+  [[nodiscard]] model::GraphPoints graphPoints() const;
 
  private:
   struct Point {

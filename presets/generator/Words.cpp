@@ -12,6 +12,9 @@
 #include "filters/FilterTypes.h"
 #include "model/WarpTable.h"
 
+using namespace model;
+using namespace effect;
+
 namespace modrift::factory {
 namespace {
 

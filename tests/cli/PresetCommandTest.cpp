@@ -9,6 +9,8 @@
 #include "tests/cli/TemporaryFolder.h"
 #include "tests/model/ChunkBuilder.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

@@ -4,6 +4,8 @@
 #include "model/WarpTable.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 TEST(FreshEffect, HasTwelveGraphsThatFallToTheBottomAndRiseAgain) {

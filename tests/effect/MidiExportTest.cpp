@@ -11,6 +11,8 @@
 #include "effect/ControllerFile.h"
 #include "tests/effect/TestHost.h"
 
+using namespace effect;
+
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;

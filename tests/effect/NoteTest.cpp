@@ -4,6 +4,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace effect;
+
 namespace {
 
 constexpr int kOn = 0x90, kOff = 0x80, kControl = 0xb0;

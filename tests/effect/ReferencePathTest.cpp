@@ -7,6 +7,8 @@
 #include "tests/effect/ReferencePath.h"
 #include "tests/effect/TestHost.h"
 
+using namespace effect;
+
 namespace {
 
 constexpr VstInt32 kChannelSetUp = 0x7341494F;  // "sAIO"

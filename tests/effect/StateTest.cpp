@@ -16,6 +16,8 @@
 #include "tests/effect/TestHost.h"
 #include "tests/model/ChunkBuilder.h"
 
+using namespace model;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -7,6 +7,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 void expectShortAndFinite(EffectRig& rig, const std::string& what) {

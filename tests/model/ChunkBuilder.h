@@ -82,11 +82,11 @@ inline model::State randomState(std::uint32_t seed) {
       model::store(state, f, i, bFraction ? unit() : whole);
     }
   }
-  for (int g = 0; g < kGraphs; ++g) {
-    GraphPoints points = model::pointsOf(state, g);
+  for (int g = 0; g < model::kGraphs; ++g) {
+    model::GraphPoints points = model::pointsOf(state, g);
     const auto last = static_cast<std::size_t>(points.lastPoint);
     for (std::size_t i = 0; i < points.x.size(); ++i)
-      points.x[i] = i < last ? static_cast<double>(i) * 1000.0 : kGraphWidth;
+      points.x[i] = i < last ? static_cast<double>(i) * 1000.0 : model::kGraphWidth;
     model::setPoints(state, g, points);
   }
   state.version = model::kStateVersion;

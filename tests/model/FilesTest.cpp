@@ -14,6 +14,8 @@
 #include "model/ShapeFile.h"
 #include "tests/model/ChunkBuilder.h"
 
+using namespace model;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -9,6 +9,9 @@
 #include "presets/generator/Application.h"
 #include "presets/generator/Definitions.h"
 
+using namespace model;
+using namespace effect;
+
 namespace {
 
 using namespace modrift::factory;

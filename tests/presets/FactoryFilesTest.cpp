@@ -15,6 +15,8 @@
 #include "presets/generator/Definitions.h"
 #include "presets/generator/Listing.h"
 
+using namespace model;
+
 namespace {
 
 namespace fs = std::filesystem;

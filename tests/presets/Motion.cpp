@@ -12,6 +12,8 @@
 #include "effect/ParameterTable.h"
 #include "presets/generator/Application.h"
 
+using namespace effect;
+
 namespace {
 
 using namespace modrift::factory;

@@ -6,6 +6,8 @@
 
 #include "tests/editor/x11/EditorDesktop.h"
 
+using namespace model;
+
 namespace {
 
 using VSTGUI::CPoint;
