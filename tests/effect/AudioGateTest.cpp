@@ -39,26 +39,28 @@ TEST(AudioGate, NeverLetsABlockAndAHoldInTogether) {
 TEST(AudioGate, WaitsForTheBlockInFlightAndTurnsTheNextOneAway) {
   AudioGate gate;
   std::atomic<int> step{0};
-  std::atomic<bool> bBlockEnded{false};
+  std::atomic<bool> blockEnded{false};
   std::thread audio([&] {
     {
       const AudioGate::Block block(gate);
       EXPECT_FALSE(block.held());
       step = 1;
-      std::this_thread::sleep_for(std::chrono::milliseconds(20));
-      bBlockEnded = true;
+      while (step < 2) std::this_thread::yield();  // the holder is about to knock
+      for (int turn = 0; turn < 1000; ++turn) std::this_thread::yield();
+      blockEnded = true;
     }
-    while (step < 2) std::this_thread::yield();
+    while (step < 3) std::this_thread::yield();
     const AudioGate::Block late(gate);
     EXPECT_TRUE(late.held());
-    step = 3;
+    step = 4;
   });
   while (step < 1) std::this_thread::yield();
+  step = 2;
   {
     const AudioGate::Hold hold(gate);
-    EXPECT_TRUE(bBlockEnded);
-    step = 2;
-    while (step < 3) std::this_thread::yield();
+    EXPECT_TRUE(blockEnded);
+    step = 3;
+    while (step < 4) std::this_thread::yield();
   }
   audio.join();
   const AudioGate::Block after(gate);

@@ -1,5 +1,5 @@
 // The clock's stated edges: one sample at a known beat, and the position it reads. Expected positions are worked out by
-// hand from the cycle's length; what the formulas give in between is ReferencePathTest's.
+// hand from the cycle's length; what the formulas give in between is GoldenTest's.
 #include <gtest/gtest.h>
 
 #include "tests/effect/TestHost.h"
@@ -50,55 +50,6 @@ TEST(BeatClock, ReadsThePositionOfTheBeat) {
     EXPECT_NEAR(index, expected * 65535.0, 1.02) << name;
     EXPECT_FLOAT_EQ(rig.fx().displayPos, static_cast<float>(index) * 1.5258789e-5f) << name;
   }
-}
-
-TEST(FreeClock, RunsAtTheFourthPowerOfTheRateOrAtTheBeatsOwnSpeed) {
-  struct Row {
-    double rate, tempo, cyclesPerSecond;
-    bool freeRun;
-  };
-  for (const auto& row : {Row{1.0, 120, 440.0, true}, {0.5, 120, 27.5, true}, {0.5, 90, 3.0, false}}) {
-    EffectRig rig(48000.0f);
-    rig.at(0.0, row.tempo, false);  // also on a stopped song
-    rig.set(0, row.rate);
-    rig.set(9, row.freeRun ? 0.0 : 1.0);
-    rig.set(74, 0.0);
-    const double turns = row.cyclesPerSecond * 500.0 / 48000.0;
-    rig.playOnes(500);
-    EXPECT_NEAR(rig.fx().lfoPhase, turns - std::floor(turns), 1e-6);
-  }
-}
-
-TEST(StoppedTransport, StopsModulationWhileAnchored) {
-  EffectRig rig;
-  for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 1.0);
-  const auto& fx = rig.fx();
-  const auto active = [&] {
-    rig.playOnes(1);
-    return fx.activeCut + fx.activeRes + fx.activeVol + fx.activePan + fx.activeVar;
-  };
-  EXPECT_EQ(active(), 5);
-  EXPECT_EQ(rig.host.timeFilter, 0x60d);
-  rig.at(7.0, 120.0, false);
-  EXPECT_EQ(active(), 0);
-  rig.set(74, 0.0);
-  EXPECT_EQ(active(), 5);
-  rig.host.givesTime = false;
-  EXPECT_EQ(active(), 0);
-}
-
-TEST(OneShot, RestsAtTheEndOfTheCycleUntilANoteComes) {
-  EffectRig rig;
-  rig.draw(5, {{0.0, 0.0}, {65536.0, 0.75}});
-  rig.set(23, 5.0 / 11);
-  rig.set(17, 1.0);
-  rig.at(0.2, 120.0);
-  rig.playOnes(100);
-  EXPECT_NEAR(rig.fx().padLFO.graphOut[5], 0.25f, 1e-4f);
-  rig.set(74, 0.0);  // the free clock goes round once and stays there
-  rig.set(0, 1.0);
-  rig.playOnes(44100);
-  EXPECT_EQ(rig.fx().freePhase, 0.9999999999999);
 }
 
 }  // namespace

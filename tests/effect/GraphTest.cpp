@@ -8,18 +8,6 @@ using namespace model;
 
 namespace {
 
-TEST(FreshEffect, HasTwelveGraphsThatFallToTheBottomAndRiseAgain) {
-  EffectRig rig;
-  for (const auto& table : rig.fx().graphTable) {
-    EXPECT_EQ(table[0], 1.0f);
-    EXPECT_NEAR(table[16384], 0.5f, 1e-4f);
-    EXPECT_NEAR(table[32768], 0.0f, 1e-6f);
-    EXPECT_NEAR(table[65535], 1.0f, 1e-4f);
-  }
-  EXPECT_EQ(rig.fx().envX[11][63], 65536.0);  // a slot without a point
-  EXPECT_EQ(rig.fx().envCurve[11][64], 0.4999999701976776);
-}
-
 TEST(CurveLaw, StaysFiniteRisesAllTheWayAndMeetsBothEnds) {
   EffectRig rig;
   float previousMiddle = 1.0f;

@@ -81,14 +81,6 @@ TEST(ControllerFile, NamesTheControllerAndWritesDeltasInAsManyBytesAsTheyNeed) {
   EXPECT_EQ(file[21], file.size() - 22);
 }
 
-TEST(Ticks, AreTheNearestOfTheEventsFrames) {
-  const std::vector<VstMidiEvent> frames = {controllerAt(0), controllerAt(45), controllerAt(46), controllerAt(22050)};
-  const auto events = ticksOf(frames, 22050.0);
-  EXPECT_EQ(events[1].delta, 1);  // 0.98 ticks
-  EXPECT_EQ(events[2].delta, 0);  // 1.001
-  EXPECT_EQ(events[3].delta, 479);
-}
-
 TEST(Ticks, TakeWrongFramesAndSayItOnStandardError) {
   const std::vector<VstMidiEvent> frames = {controllerAt(-5), controllerAt(22050), controllerAt(11025)};
   testing::internal::CaptureStderr();
@@ -209,36 +201,6 @@ TEST(Export, IsBoundedAtWildTemposAndRates) {
     EXPECT_GE(file.size(), 41u) << bpm;
     EXPECT_LT(file.size(), 8u << 20) << bpm;
   }
-}
-
-TEST(Export, WritesAllOrNothing) {
-  ExportRig rig;
-  const std::string folder = testing::TempDir(), nowhere = folder + "no-such-folder/x.mid";
-  for (const std::string& path : {folder, nowhere}) {
-    EXPECT_TRUE(rig.fx().setLoadPath(path.c_str()));
-    rig.set(105, 1.0);
-  }
-  EXPECT_FALSE(std::filesystem::exists(nowhere));
-  for (const auto& entry : std::filesystem::directory_iterator(folder))
-    EXPECT_EQ(entry.path().string().find("modrift-export-" + std::to_string(getpid()) + ".mid."), std::string::npos);
-}
-
-// Blocks and notes go on while another thread exports; mostly the thread sanitizer's to judge.
-TEST(Export, RunsBesideBlocksAndNotes) {
-  ExportRig rig;
-  rig.playOnes(64);
-  std::atomic<bool> bDone{false};
-  std::thread exporter([&] {
-    for (int i = 0; i < 5; ++i) rig.fx().saveMIDIFile(1);
-    bDone = true;
-  });
-  rig.set(17, 0.5);
-  while (!bDone) {
-    rig.send({{3, 0x90, 60, 100}, {9, 0x80, 60, 0}, {9, 0xb0, 123, 0}});
-    rig.playOnes(64);
-  }
-  exporter.join();
-  EXPECT_GT(std::filesystem::file_size(rig.path), 4000u);
 }
 
 }  // namespace

@@ -35,13 +35,6 @@ TEST(Controller, IsWellFormedAndCarriesTheSmoothedCutoff) {
   EXPECT_EQ(std::string_view(event.midiData, 4), std::string_view("\xb0\x4a\x5c\0", 4));  // 0.725 of 127
 }
 
-TEST(Controller, IsOffAtZeroAndAtTheTop) {
-  for (const int off : {0, 128}) {
-    MovingRig rig(off);
-    EXPECT_TRUE(rig.framesOf(512).empty()) << off;
-  }
-}
-
 TEST(Thinning, LetsTwoPassAndThenKeepsItsDistance) {
   MovingRig rig;
   const std::vector<int> expected = {11, 23, 95, 167, 239, 311, 383, 455};
@@ -53,25 +46,6 @@ TEST(Thinning, LetsTwoPassAndThenKeepsItsDistance) {
     rig.fx().midiThinning = off;
     EXPECT_EQ(rig.framesOf(512).size(), 43u) << off;  // every tick
   }
-}
-
-TEST(Thinning, CountsTheEventsThatPassThrough) {
-  MovingRig rig;
-  rig.send({{7, 0x90, 60, 1}, {500, 0x80, 60, 1}});
-  // In order of arrival, not of frames.
-  EXPECT_EQ(rig.framesOf(168), (std::vector<int>{7, 500, 71, 143}));
-}
-
-TEST(Controller, IsSentAtTheStartAndWhenItChangesButNotLateAfterThinning) {
-  EffectRig rig;
-  rig.set(80, 1.0 / 128.0);
-  rig.set(12, 1.0);  // glides for two ticks and a bit
-  rig.playOnes(128);
-  ASSERT_EQ(rig.host.sent.size(), 2u);
-  EXPECT_EQ(rig.host.sent[1].midiData[2], 126);
-  rig.playOnes(512);
-  EXPECT_EQ(rig.host.sent.size(), 2u);
-  EXPECT_EQ(rig.host.eventLists, 1);
 }
 
 TEST(Cap, IsTwoThousandAndFortyEightOfBothKinds) {

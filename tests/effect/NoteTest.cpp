@@ -41,51 +41,6 @@ TEST(Retrigger, IsHeardFromTheFirstSampleOfTheNotesTickAndCountsFromItsExactFram
   }
 }
 
-TEST(Retrigger, ActsBeyondTheLongestSliceOfABlockToo) {
-  PulseRig rig;
-  rig.draw(0, {{0.0, 0.0}, {100.0, 0.0}, {100.0, 1.0}, {65536.0, 1.0}});  // loud for 17 samples
-  rig.set(17, 0.5);
-  rig.set(0, 0.2);  // a cycle of two bars
-  rig.send({{16500, kOn, 60, 100}});
-  EXPECT_EQ(firstLoud(rig.playOnes(20000)), 16500u / 12 * 12);
-}
-
-TEST(Retrigger, StartsTheFreeClockAnewAndTakesPositionZeroWithoutASong) {
-  EffectRig rig;
-  rig.set(17, 0.5);
-  rig.set(9, 0.0);
-  rig.host.givesTime = false;
-  rig.playOnes(500);
-  rig.send({{0, kOn, 60, 100}});
-  rig.playOnes(1);
-  EXPECT_EQ(rig.fx().freePhase, rig.fx().freeIncrement);
-  EXPECT_EQ(rig.fx().trigPos, 0.0);
-  rig.host.givesTime = true;
-  rig.host.time.ppqPos = NAN;
-  rig.send({{0, kOn, 60, 100}});
-  rig.playOnes(1);
-  EXPECT_TRUE(std::isfinite(rig.fx().trigOffset));
-}
-
-TEST(OneShot, PlaysOneCycleFromTheNoteAndHolds) {
-  EffectRig rig;
-  rig.draw(0, {{0.0, 1.0}, {65536.0, 0.0}});  // rising
-  rig.set(6, 1.0);
-  rig.at(0.3, 120.0);
-  rig.set(17, 1.0);
-  EXPECT_NEAR(rig.playOnes(50).left[49], kCentreGain, 1e-4);  // rests at the end until a note comes
-  rig.send({{24, kOn, 60, 100}});
-  const Stereo out = rig.playOnes(12000);
-  EXPECT_NEAR(out.left[24], 0.0f, 1e-4);
-  EXPECT_NEAR(out.left[24 + 5512], 0.5f, 1e-3);
-  const std::size_t end = 24 + 11025;
-  for (std::size_t i = end; i < out.size(); ++i) ASSERT_EQ(out.left[i], out.left[end]) << i;
-  EXPECT_NEAR(out.left[end], kCentreGain, 1e-3);
-  EXPECT_TRUE(rig.fx().bOneShotDone);
-  rig.send({{0, kOn, 61, 100}});
-  EXPECT_NEAR(rig.playOnes(12).left[0], 0.0f, 1e-4);
-}
-
 TEST(Gate, OpensWithTheFirstNoteAndClosesWithTheLast) {
   PulseRig rig;
   rig.draw(0, {{0.0, 1.0}, {100.0, 1.0}, {100.0, 0.0}, {65536.0, 0.0}});  // silent where a closed gate reads
@@ -98,16 +53,6 @@ TEST(Gate, OpensWithTheFirstNoteAndClosesWithTheLast) {
   rig.send({{0, kOff, 60, 0}, {0, kOff, 61, 0}, {12, kOn, 62, 100}});
   EXPECT_EQ(firstLoud(rig.playOnes(24)), 12u);
   EXPECT_EQ(rig.fx().heldNotes, 1);
-}
-
-TEST(Gate, AloneLeavesNotesToPassAndStaysClosed) {
-  EffectRig rig;
-  rig.set(18, 1.0);
-  rig.set(20, 1.0);
-  rig.send({{3, kOn, 60, 100}, {5, kOff | 3, 60, 7}});
-  rig.playOnes(12);
-  EXPECT_EQ(rig.fx().padLFO.bLfoOpen, 0);
-  EXPECT_EQ(rig.host.sent.size(), 2u);
 }
 
 TEST(HeldNotes, AreForgottenInAPanicWhichPassesOnAndWhenTheSongStops) {
@@ -157,15 +102,6 @@ TEST(Notes, SetRateCutoffAndPwmAndTellTheHost) {
   }
 }
 
-TEST(Notes, OfOneFrameActInTheirOrder) {
-  EffectRig rig;
-  rig.set(73, 1.0);
-  rig.set(66, 1.0);
-  rig.send({{7, kOn, 100, 9}, {7, kOn, 20, 9}, {2, kOn, 50, 9}});
-  rig.playOnes(12);
-  EXPECT_EQ(rig.get(12), 20.0f / 128.0f);
-}
-
 TEST(Notes, ChooseGraphsWhenNothingElseTakesThem) {
   EffectRig rig;
   rig.fx().bNoteSelectsGraphs = true;
@@ -193,15 +129,6 @@ TEST(NoteQueue, HoldsAHundredAndTwentyEightAndCountsTheRest) {
   rig.playOnes(12);
   EXPECT_EQ(rig.fx().heldNotes, 127);
   EXPECT_EQ(rig.host.sent.size(), 1u);
-}
-
-TEST(NoteQueue, DropsWhatLiesOutsideItsBlock) {
-  EffectRig rig;
-  rig.set(17, 0.5);
-  rig.send({{12, kOn, 60, 100}, {-1, kOn, 60, 100}, {-2000000000, kOn, 60, 100}, {2000000000, kOn, 60, 100}});
-  rig.playOnes(12);
-  rig.playOnes(24);
-  EXPECT_EQ(rig.fx().heldNotes, 0);
 }
 
 TEST(HeldBlock, KeepsItsNotesInOrderForTheNextOne) {

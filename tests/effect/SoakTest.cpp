@@ -1,7 +1,7 @@
-// Everything that loads, saves and automates in two threads while blocks run. What it proves is mostly the sanitizers'
-// to say; without them sound must stay finite, and every state that is taken out must be whole enough to load again.
-// Ten seconds; MODRIFT_SOAK_SECONDS asks for another time.
-#include <chrono>
+// Everything that loads, saves, exports, automates, suspends and resumes in threads of its own while blocks run. What
+// it proves is mostly the sanitizers' to say; without them sound must stay finite, and every state that is taken out
+// must be whole enough to load again. MODRIFT_SOAK_ROUNDS asks for more than one round.
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "effect/KorvelInDSPEdit.h"
+#include "model/ParameterIndex.h"
 #include "tests/model/ChunkBuilder.h"
 
 namespace {
@@ -25,10 +26,24 @@ VstIntPtr VSTCALLBACK hostCallback(AEffect*, VstInt32 opcode, VstInt32, VstIntPt
   return 0;
 }
 
-std::chrono::seconds soakTime() {
-  const char* const wanted = std::getenv("MODRIFT_SOAK_SECONDS");
-  return std::chrono::seconds(wanted ? std::atoi(wanted) : 10);
+int rounds() {
+  const char* const wanted = std::getenv("MODRIFT_SOAK_ROUNDS");
+  return wanted ? std::atoi(wanted) : 1;
 }
+
+// Does `act` over and over until it is destroyed, and counts the turns.
+class Worker {
+ public:
+  explicit Worker(std::function<void()> act)
+      : thread_([this, act = std::move(act)](const std::stop_token& stop) {
+          for (; !stop.stop_requested(); ++turns_) act();
+        }) {}
+  [[nodiscard]] int turns() const { return turns_; }
+
+ private:
+  std::atomic<int> turns_{0};
+  std::jthread thread_;
+};
 
 // The editor's thread: presets, shapes, exports and parameters of all kinds.
 class Loader {
@@ -43,11 +58,13 @@ class Loader {
   }
 
   void act() {
-    const std::function<void()> kActs[] = {
-        [this] { setChunk(); },           [this] { effect_.SavePreset(preset_.c_str()); },
-        [this] { command(83, preset_); }, [this] { effect_.SaveShape(shape_.c_str()); },
-        [this] { command(77, shape_); },  [this] { blast(); },
-        [this] { exportNowAndThen(); }};
+    const std::function<void()> kActs[] = {[this] { setChunk(); },
+                                           [this] { effect_.SavePreset(preset_.c_str()); },
+                                           [this] { command(kLoadPreset, preset_); },
+                                           [this] { effect_.SaveShape(shape_.c_str()); },
+                                           [this] { command(kLoadShape, shape_); },
+                                           [this] { blast(); },
+                                           [this] { exportNowAndThen(); }};
     kActs[random_() % std::size(kActs)]();
   }
 
@@ -65,13 +82,13 @@ class Loader {
   }
   // Plays up to eight bars, so that it would crowd out the rest.
   void exportNowAndThen() {
-    if (random_() % 8 == 0) command(105, midi_);
+    if (random_() % 8 == 0) command(kExportMidi, midi_);
   }
   void blast() {
     for (int n = 0; n < 100; ++n) {
-      const int index = static_cast<int>(random_() % 110);
-      const bool bFile = index == 77 || index == 83 || index == 105;
-      if (!bFile) effect_.setParameter(index, static_cast<float>(random_() % 1001) * 0.001f);
+      const int index = static_cast<int>(random_() % kParameterRows);
+      const bool file = index == kLoadShape || index == kLoadPreset || index == kExportMidi;
+      if (!file) effect_.setParameter(index, static_cast<float>(random_() % 1001) * 0.001f);
     }
   }
 
@@ -97,24 +114,20 @@ TEST(Soak, BlocksLoadsSavesAndAutomationRunTogether) {
   const fs::path folder = fs::temp_directory_path() / ("modrift-soak-" + std::to_string(getpid()));
   fs::create_directories(folder);
   KorvelInDSPEdit effect(hostCallback);
-  std::jthread loading([&](const std::stop_token& stop) {
+  {
     Loader loader(effect, folder);
-    while (!stop.stop_requested()) loader.act();
-  });
-  std::jthread saving([&](const std::stop_token& stop) {  // a host that keeps a copy now and then
-    while (!stop.stop_requested()) {
+    const Worker loading([&] { loader.act(); });
+    const Worker living([&] { effect.suspend(), effect.resume(); });
+    const Worker saving([&] {  // a host that keeps copies
       void* data = nullptr;
       const auto size = static_cast<std::size_t>(effect.getChunk(&data, false));
       const std::vector<std::byte> copy(static_cast<std::byte*>(data), static_cast<std::byte*>(data) + size);
       ASSERT_EQ(model::readChunk(copy).index(), 0u);
-      std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-  });
-  const auto end = std::chrono::steady_clock::now() + soakTime();
-  for (int turn = 0; std::chrono::steady_clock::now() < end; ++turn) playBlock(effect, turn);
-  for (std::jthread* const thread : {&loading, &saving}) {
-    thread->request_stop();
-    thread->join();
+    });
+    const auto worked = [&](int round) {
+      return loading.turns() >= 150 * round && living.turns() >= 50 * round && saving.turns() >= 50 * round;
+    };
+    for (int turn = 0; turn < 4000 * rounds() || !worked(rounds()); ++turn) playBlock(effect, turn);
   }
   fs::remove_all(folder);
 }

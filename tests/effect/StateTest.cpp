@@ -88,23 +88,6 @@ TEST(EffectState, OfTwelveGraphsIsRenderedAndWarped) {
   EXPECT_EQ(rig.fx().filterOnFlag, state.filterOn >= 0.5f);
 }
 
-TEST(EffectState, PlaysTheSameInAnotherEffect) {
-  EffectRig first;
-  for (int index = 0; index < 9; ++index) first.set(index, 0.3 + 0.07 * index);
-  // Stored points have the precision of float, as these do.
-  first.draw(3, {{0, 0.25}, {9000, 0.875, 0.25}, {40000, 0.5, 0.75}, {65536, 0.25}});
-  for (const int route : {23, 24}) first.set(route, 3.0 / 11);
-  first.set(29, 0.8);
-  first.set(67, 1.0);
-  first.set(69, 0.7);
-  EffectRig second;
-  void* data = nullptr;
-  const VstIntPtr size = first.call(effGetChunk, 0, 0, &data);
-  second.call(effSetChunk, 0, size, data);
-  const Stereo input = noise(30000, 5);
-  EXPECT_EQ(difference(first.play(input, {512}).left, second.play(input, {512}).left), "");
-}
-
 bool startsWith(const std::vector<int>& heard, std::initializer_list<int> expected) {
   return heard.size() > expected.size() && std::equal(expected.begin(), expected.end(), heard.begin());
 }

@@ -226,24 +226,3 @@ class EffectRig {
   float rate_;
   std::unique_ptr<KorvelInDSPEdit> effect_;
 };
-
-// Empty when both are the same, else where they part first and where most, for the message of a failed check.
-inline std::string difference(const std::vector<float>& expected, const std::vector<float>& actual) {
-  if (expected.size() != actual.size()) return "lengths differ";
-  std::size_t first = expected.size(), worst = 0;
-  double largest = -1.0;
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    if (expected[i] == actual[i]) continue;
-    first = std::min(first, i);
-    const double distance = std::abs(static_cast<double>(expected[i]) - static_cast<double>(actual[i]));
-    if (!(distance <= largest)) largest = distance, worst = i;
-  }
-  if (first == expected.size()) return {};
-  const auto at = [&](std::size_t i) {
-    char text[120];
-    std::snprintf(text, sizeof text, "[%zu] expected %.9g, got %.9g; ", i, static_cast<double>(expected[i]),
-                  static_cast<double>(actual[i]));
-    return std::string(text);
-  };
-  return "first " + at(first) + "largest " + at(worst);
-}

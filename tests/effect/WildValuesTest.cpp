@@ -1,20 +1,18 @@
-// Settings, positions and graphs far beyond any sense: blocks stay short, output finite, indices inside the tables (the
+// Settings, positions and graphs far beyond any sense: blocks end, output is finite, indices are inside the tables (the
 // sanitizer build watches those).
-#include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "model/ParameterIndex.h"
 #include "tests/effect/TestHost.h"
 
 using namespace model;
 
 namespace {
 
-void expectShortAndFinite(EffectRig& rig, const std::string& what) {
-  const auto start = std::chrono::steady_clock::now();
+void expectFinite(EffectRig& rig, const std::string& what) {
   const Stereo out = rig.play(noise(600, 1), {511, 12, 1});
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << what;
   for (std::size_t i = 0; i < out.size(); ++i) {
     ASSERT_TRUE(std::isfinite(out.left[i]) && std::isfinite(out.right[i])) << what << ", sample " << i;
   }
@@ -40,7 +38,7 @@ TEST(WildValues, OfParametersAndSampleRateAreHarmless) {
         rig.call(effGetParamDisplay, index, 0, text);
       }
       rig.set(14, 0.0);  // wild drives and mixes are the filter's matter
-      expectShortAndFinite(rig, "seed " + std::to_string(seed) + ", turn " + std::to_string(turn));
+      expectFinite(rig, "seed " + std::to_string(seed) + ", turn " + std::to_string(turn));
     }
   }
 }
@@ -53,10 +51,13 @@ TEST(WildValues, OfTheHostsClockAreHarmless) {
     for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 0.9);
     rig.set(1, swing);
     rig.set(74, anchor);
+    rig.set(kRetrigger, 0.5);
     for (int n = 0; n < 200; ++n) {
       const double beat = kClock[n % 10], tempo = kClock[n / 10 % 10];
       rig.at(beat, tempo, n < 100);
-      expectShortAndFinite(rig, "beat " + std::to_string(beat) + " tempo " + std::to_string(tempo));
+      if (n % 3 == 0) rig.send({{5, 0x90, 60, 100}});
+      expectFinite(rig, "beat " + std::to_string(beat) + " tempo " + std::to_string(tempo));
+      EXPECT_TRUE(std::isfinite(rig.fx().trigOffset)) << n;
     }
   }
 }
@@ -81,7 +82,7 @@ TEST(WildValues, OfGraphPointsAreHarmless) {
     rig.set(76, 1000.0);
     rig.playOnes(1);
     for (int point = 42; point <= 65; ++point) rig.set(point, 0.3);
-    expectShortAndFinite(rig, "points");
+    expectFinite(rig, "points");
   }
 }
 

@@ -190,20 +190,6 @@ TEST(StateChunk, BeforeTheResizableWindowHasPointsInPixels) {
   EXPECT_EQ(state.envY[0][1], 1.0);
 }
 
-TEST(StateChunk, KeepsWhatIsLocked) {
-  State present, stored;
-  present.ccNumber = 7;
-  present.timing = 0.75f;
-  stored.ccNumber = 11;
-  stored.timing = 0.25f;
-  const auto chunk = ChunkBuilder::current(stored);
-  EXPECT_EQ(chunk.state(present).ccNumber, 11);
-  EXPECT_EQ(chunk.state(present, {true, true}).ccNumber, 7);
-  EXPECT_EQ(chunk.state(present, {true, true}).timing, 0.75f);
-  EXPECT_EQ(chunk.state(present, {false, true}).ccNumber, 11);
-  EXPECT_EQ(ChunkBuilder::old(stored).state(present, {true, true}).ccNumber, 7);
-}
-
 // --- Hostile bytes
 
 TEST(StateChunk, IsToldApartAndRefusedBySize) {
