@@ -7,10 +7,13 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iomanip>
+#include <iterator>
 #include <sstream>
+#include <unistd.h>
 
 #include "model/ParameterIndex.h"
 #include "model/PrivateCalls.h"
@@ -74,6 +77,7 @@ class Performance {
   std::string line() {
     Stereo out(kFrames);
     for (std::size_t start = 0; start < kFrames;) {
+      if (setting_.notes && start > kFrames / 2) exportOnce();
       // Calls beyond 16384 frames are worked off in slices, which must keep to the grid of ticks of 12.
       const std::size_t size = random_.below(20) ? random_.pick<std::size_t>({1, 12, 13, 64, 511, 512, 1024}) : 20000;
       const std::size_t frames = std::min(size, kFrames - start);
@@ -165,11 +169,35 @@ class Performance {
     rig_.send(messages);
   }
 
+  // In the middle of a performance, so that what it leaves behind is heard.
+  void exportOnce() {
+    if (std::exchange(exported_, true)) return;
+    const std::string path = testing::TempDir() + "modrift-golden-" + std::to_string(getpid()) + ".mid";
+    rig_.at(3.0, 240.0);
+    rig_.playOnes(12);
+    rig_.fx().bDontInsertMIDIEachPPQ_OnRender = random_.below(2) != 0;
+    rig_.fx().setLoadPath(path.c_str());
+    set(kExportMidi, random_.pick({0.0f, 1.0f}));
+    std::ifstream file(path, std::ios::binary);
+    for (const char byte : std::string(std::istreambuf_iterator<char>(file), {})) sum_.add(static_cast<float>(byte));
+    std::filesystem::remove(path);
+  }
+
+  // A host that goes back to a state that it has kept.
+  void reloadState() {
+    void* data = nullptr;
+    const VstIntPtr size = rig_.call(effGetChunk, 0, 0, &data);
+    std::vector<char> kept(static_cast<char*>(data), static_cast<char*>(data) + size);
+    changeSettings();
+    rig_.call(effSetChunk, 0, size, kept.data());
+  }
+
   void betweenBlocks(bool first, int frames) {
     const int turn = random_.below(4);
     if (first || turn == 0) changeSettings();
     for (int n = 0; !first && turn == 1 && n < 6; ++n) set(kPoint1 + random_.below(kAutomatedPoints), value());
     if (random_.below(8) == 0) resume();
+    if (random_.below(12) == 0) reloadState();
     if (setting_.notes) sendNotes(frames);
   }
 
@@ -191,6 +219,7 @@ class Performance {
   EffectRig rig_;
   Setting setting_;
   Stereo input_;
+  bool exported_ = false;
   Checksum sum_;
 };
 

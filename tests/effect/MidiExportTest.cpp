@@ -112,29 +112,6 @@ TEST(Export, OfASteadyGraphHasOneEventOrOneATick) {
   EXPECT_EQ(rig.events(), (std::vector<ExportRig::Event>{{0, 74, 95}}));
 }
 
-TEST(Export, PlaysTheShapeAtFullHeightOrAtItsDepth) {
-  ExportRig rig;
-  rig.draw(0, {{0.0, 1.0}, {65536.0, 0.0}});  // rising over half a beat
-  rig.playOnes(512);
-  rig.fx().bDontInsertMIDIEachPPQ_OnRender = true;
-  const auto full = rig.events(1.0);
-  // The value is that of the ramp, a few samples late by the smoothing.
-  for (const auto& event : full) {
-    if (event.tick % 240 < 2) continue;  // the jump
-    ASSERT_NEAR(event.value, (event.tick % 240) / 240.0 * 127.0, 1.2) << event.tick;
-  }
-  EXPECT_GT(full.size(), 8u * 126);
-  rig.set(4, 0.75);  // c = 0.5, so a quarter of the height round the slider
-  int least = 127, most = 0;
-  for (const auto& event : rig.events(0.0)) {
-    if (event.tick < 2) continue;  // from where the last export ended
-    least = std::min(least, event.value);
-    most = std::max(most, event.value);
-  }
-  EXPECT_EQ(least, 48);
-  EXPECT_EQ(most, 79);
-}
-
 TEST(Export, LastsABarOrEightByTheRate) {
   for (const auto& [rate, sync, bars] : {std::tuple{12.0 / 42, 1.0, 1}, {11.0 / 42, 1.0, 8}, {0.5, 0.0, 8}}) {
     ExportRig rig;
@@ -158,36 +135,6 @@ TEST(Export, TakesTheSongsTempoWhetherItPlaysStandsOrIsUnknown) {
   }
   ExportRig fresh;  // before any block
   EXPECT_EQ(fresh.events().back().tick, 1920);
-}
-
-TEST(Export, OfAFreeClockGoesOnFromItsPlaceAndLeavesItAtItsEnd) {
-  ExportRig rig;
-  rig.set(9, 0.0);
-  rig.playOnes(512);
-  const double before = rig.fx().freePhase, step = rig.fx().freeIncrement;
-  rig.bytes();
-  const double turns = before + step * 8 * 88200;
-  EXPECT_NEAR(rig.fx().freePhase, turns - std::floor(turns), 1e-6);
-}
-
-TEST(Export, RaisesTheControllerToOneAndLeavesTheLiveStreamAlone) {
-  ExportRig rig;
-  rig.playOnes(512);
-  rig.set(80, 1.0);  // negative inside
-  rig.send({{5, 0xb3, 7, 7}, {5, 0x90, 60, 1}});
-  rig.fx().lastCCValue = 99;
-  const Bytes file = rig.bytes();
-  EXPECT_EQ(std::memcmp(&file[26], "cc 001 ", 7), 0);
-  EXPECT_EQ(rig.fx().ccNumber, 1);
-  EXPECT_EQ(rig.fx().lastCCValue, 99);  // the instrument there has not heard the export
-  EXPECT_EQ(rig.fx().midiThinning, 64);
-  EXPECT_FALSE(rig.fx().bAudioHold || rig.fx().bRenderingMidi);
-  rig.playOnes(12);
-  ASSERT_GE(rig.host.sent.size(), 2u);  // what waited for the block is still there
-  EXPECT_EQ(rig.host.sent[0].midiData[1], 7);
-  rig.at(1.0, 120.0);
-  rig.playOnes(10);
-  EXPECT_NEAR(rig.fx().beatPos, 1.0 + 10.0 / 22050, 1e-9);
 }
 
 TEST(Export, IsBoundedAtWildTemposAndRates) {

@@ -55,27 +55,6 @@ TEST(Gate, OpensWithTheFirstNoteAndClosesWithTheLast) {
   EXPECT_EQ(rig.fx().heldNotes, 1);
 }
 
-TEST(HeldNotes, AreForgottenInAPanicWhichPassesOnAndWhenTheSongStops) {
-  EffectRig rig;
-  rig.set(18, 1.0);
-  rig.set(17, 0.5);
-  rig.send({{0, kOn, 60, 100}});
-  rig.playOnes(12);
-  rig.at(0.0, 120.0, false);
-  rig.playOnes(12);
-  EXPECT_EQ(rig.fx().heldNotes, 0);
-  rig.send({{0, kOn, 60, 100}, {0, kOn, 64, 100}});
-  rig.playOnes(12);
-  EXPECT_EQ(rig.fx().heldNotes, 2);
-  rig.send({{0, kControl, 123, 1}, {0, kControl, 56, 0}, {0, kControl, 57, 1}});
-  EXPECT_EQ(rig.fx().heldNotes, 2);
-  rig.send({{0, kControl | 5, 123, 0}});
-  EXPECT_EQ(rig.fx().heldNotes, 0);
-  EXPECT_EQ(rig.fx().padLFO.bLfoOpen, 0);
-  rig.playOnes(12);
-  EXPECT_EQ(rig.host.sent.size(), 4u);
-}
-
 struct NoteCase {
   int note;
   double filterType, rate, cutoff;  // of the parameters before and after

@@ -180,26 +180,6 @@ TEST(EffectState, KeepsControllerAndTimingUnderTheLock) {
   }
 }
 
-TEST(EffectState, OfAOneShotRestsOnTheEndOfTheNewGraphs) {
-  EffectRig rig;
-  State state;
-  state.routeVol = 2;
-  state.bOneShot = true;
-  GraphPoints points = freshGraph();
-  points.y = {};
-  points.y[2] = 0.75;
-  model::setPoints(state, 2, points);
-  load(rig, ChunkBuilder::current(state));
-  EXPECT_EQ(rig.get(17), 1.0f);
-  EXPECT_NEAR(rig.fx().padLFO.graphOut[2], 0.25f, 0.001f);
-  state.bOneShot = false;
-  state.bRetrig = true;
-  state.bGateMode = true;
-  load(rig, ChunkBuilder::current(state));
-  EXPECT_EQ(rig.get(17), 0.5f);
-  EXPECT_EQ(rig.fx().padLFO.bLfoOpen, 0);
-}
-
 TEST(EffectState, LeavesTheHostsBufferAloneUntilTheNextChunk) {
   EffectRig rig;
   void* data = nullptr;
