@@ -59,7 +59,7 @@ void LfoDSP::processBufferSetup(bool held) noexcept {
   filterStage_.warmUp();
 }
 
-// What a broken neighbour in the host's chain sent must not circulate here for good.
+// A NaN or an infinity that another plug-in sent must not circulate here for good.
 void LfoDSP::dropNonFinite() noexcept {
   if (bSplit_) {
     xoverLeft_.dropNonFinite();

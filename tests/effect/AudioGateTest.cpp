@@ -9,29 +9,29 @@ namespace {
 
 TEST(AudioGate, NeverLetsABlockAndAHoldInTogether) {
   AudioGate gate;
-  std::atomic<bool> bStop{false};
+  std::atomic<bool> stop{false};
   long guarded = 0;  // plain on purpose: both sides write it, so any overlap is a data race and a lost count
   long blocks = 0, holds = 0;
-  std::atomic<bool> bRunning{false};
+  std::atomic<bool> running{false};
   std::thread audio([&] {
-    while (!bStop) {
+    while (!stop) {
       const AudioGate::Block block(gate);
       if (block.held()) continue;
-      bRunning = true;
+      running = true;
       const long before = guarded;
       for (int i = 0; i < 20; ++i) std::atomic_signal_fence(std::memory_order_seq_cst);
       guarded = before + 1;
       ++blocks;
     }
   });
-  while (!bRunning) std::this_thread::yield();
+  while (!running) std::this_thread::yield();
   for (holds = 0; holds < 3000; ++holds) {
     const AudioGate::Hold hold(gate);
     const long before = guarded;
     for (int i = 0; i < 20; ++i) std::atomic_signal_fence(std::memory_order_seq_cst);
     guarded = before + 1;
   }
-  bStop = true;
+  stop = true;
   audio.join();
   EXPECT_EQ(guarded, blocks + holds);
 }
@@ -45,7 +45,7 @@ TEST(AudioGate, WaitsForTheBlockInFlightAndTurnsTheNextOneAway) {
       const AudioGate::Block block(gate);
       EXPECT_FALSE(block.held());
       step = 1;
-      while (step < 2) std::this_thread::yield();  // the holder is about to knock
+      while (step < 2) std::this_thread::yield();  // the holder is about to ask
       for (int turn = 0; turn < 1000; ++turn) std::this_thread::yield();
       blockEnded = true;
     }

@@ -1,4 +1,4 @@
-// The audio path at stated numbers, with the filter off; what its formulas give in between is GoldenTest's.
+// The audio path at exact numbers, with the filter off; what its formulas give in between is GoldenTest's.
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>

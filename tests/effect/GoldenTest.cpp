@@ -98,7 +98,7 @@ class Performance {
   }
 
  private:
-  static constexpr std::size_t kFrames = 60000;
+  static constexpr std::size_t kFrames = 40000;
 
   float value() { return random_.pick({0.0f, 0.5f, 1.0f, random_.unit(), random_.unit(), random_.unit()}); }
   float flag(bool fixed) { return (setting_.mixed ? random_.below(2) != 0 : fixed) ? 1.0f : 0.0f; }
@@ -205,7 +205,8 @@ class Performance {
     const auto& fx = rig_.fx();
     sum_.add({fx.cutMod, fx.varMod, fx.resoMod, fx.cutSmoothed, fx.panSmoothed, fx.volSmoothed, fx.padLFO.cyclePos,
               static_cast<float>(fx.displayIndex), fx.displayPos, static_cast<float>(fx.heldNotes),
-              static_cast<float>(rig_.host.timeFilter)});
+              static_cast<float>(rig_.host.timeFilter), static_cast<float>(fx.lfoPhase),
+              static_cast<float>(fx.freePhase), static_cast<float>(fx.beatPos)});
     for (const auto& value : fx.padLFO.graphOut) sum_.add(value);
     for (const VstMidiEvent& event : rig_.host.sent)
       sum_.add({static_cast<float>(event.deltaFrames), static_cast<float>(event.midiData[0]),

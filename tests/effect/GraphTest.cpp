@@ -22,21 +22,6 @@ TEST(CurveLaw, StaysFiniteRisesAllTheWayAndMeetsBothEnds) {
   }
 }
 
-TEST(Rendering, JumpsWhereTwoPointsShareAnXAndIgnoresPointsAboveTheLast) {
-  EffectRig rig;
-  rig.draw(0, {{0.0, 0.0}, {1000.0, 0.0}, {1000.0, 1.0}, {65536.0, 1.0}});
-  const auto& table = rig.fx().graphTable[0];
-  for (std::size_t i = 4; i < 65; ++i) {
-    rig.fx().envX[0][i] = 17.0 * static_cast<double>(i);
-    rig.fx().envY[0][i] = 1e30;
-  }
-  rig.fx().RenderEnvsInCaseGUIClosed(true);
-  EXPECT_EQ(table[999], 1.0f);
-  EXPECT_EQ(table[1000], 1.0f);
-  EXPECT_EQ(table[1002], 0.0f);
-  EXPECT_EQ(table[65535], 0.0f);
-}
-
 TEST(Clipboard, PastesPointsTableAndWarpAtOnceAndNothingWhileItIsEmpty) {
   EffectRig rig;
   rig.drawFlat(2, 0.25);

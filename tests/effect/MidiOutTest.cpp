@@ -35,19 +35,6 @@ TEST(Controller, IsWellFormedAndCarriesTheSmoothedCutoff) {
   EXPECT_EQ(std::string_view(event.midiData, 4), std::string_view("\xb0\x4a\x5c\0", 4));  // 0.725 of 127
 }
 
-TEST(Thinning, LetsTwoPassAndThenKeepsItsDistance) {
-  MovingRig rig;
-  const std::vector<int> expected = {11, 23, 95, 167, 239, 311, 383, 455};
-  rig.fx().midiThinning = 72;  // a distance that is just kept
-  EXPECT_EQ(rig.framesOf(512), expected);
-  rig.fx().midiThinning = 64;
-  EXPECT_EQ(rig.framesOf(512), expected);  // each block counts for itself
-  for (const int off : {1, 0, -5}) {
-    rig.fx().midiThinning = off;
-    EXPECT_EQ(rig.framesOf(512).size(), 43u) << off;  // every tick
-  }
-}
-
 TEST(Cap, IsTwoThousandAndFortyEightOfBothKinds) {
   MovingRig rig;
   rig.fx().midiThinning = 0;

@@ -76,10 +76,10 @@ inline model::State randomState(std::uint32_t seed) {
   const auto unit = [&] { return static_cast<double>(random() >> 8) * 0x1p-24; };
   model::State state;
   for (const model::Field& f : model::stateFields()) {
-    const bool bFraction = f.type == model::FieldType::f32 || f.type == model::FieldType::f64;
+    const bool isFraction = f.type == model::FieldType::f32 || f.type == model::FieldType::f64;
     for (int i = 0; i < f.count; ++i) {
       const double whole = f.high < 128.0 ? f.low + unit() * (f.high - f.low + 0.99) : unit() * 2.0;
-      model::store(state, f, i, bFraction ? unit() : whole);
+      model::store(state, f, i, isFraction ? unit() : whole);
     }
   }
   for (int g = 0; g < model::kGraphs; ++g) {

@@ -91,14 +91,14 @@ struct Row {
   float version;
   std::string_view field;
   double older, younger;  // what the field reads as just below `version`, and at it
-  bool bOldLayout;        // holds there as well
+  bool oldLayout;         // holds there as well
 };
 
 State everywhereOdd() {
   State s;
   for (const model::Field& f : model::stateFields()) {
-    const bool bFraction = f.type == FieldType::f32;
-    for (int i = 0; i < f.count && f.type != FieldType::f64; ++i) model::store(s, f, i, bFraction ? 0.25 : 1.0);
+    const bool isFraction = f.type == FieldType::f32;
+    for (int i = 0; i < f.count && f.type != FieldType::f64; ++i) model::store(s, f, i, isFraction ? 0.25 : 1.0);
   }
   s.envNumPoints.fill(2);
   s.bAnchor = false;
@@ -145,7 +145,7 @@ TEST(StateChunk, OfEachOlderVersionGetsWhatThatVersionLacks) {
     EXPECT_EQ(field.get(ChunkBuilder::current(everywhereOdd(), row.version).state(present), 0), row.younger);
     if (field.old.offset < 0) continue;
     const double inOld = field.get(ChunkBuilder::old(everywhereOdd(), older).state(present), 0);
-    EXPECT_EQ(inOld, row.bOldLayout ? row.older : field.get(everywhereOdd(), 0));
+    EXPECT_EQ(inOld, row.oldLayout ? row.older : field.get(everywhereOdd(), 0));
   }
 }
 
