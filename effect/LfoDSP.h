@@ -265,6 +265,7 @@ class LfoDSP : public AudioEffectX {
   [[nodiscard]] model::Locks locksFor(bool isPreset) const noexcept;
   void repeatParameters(std::initializer_list<VstInt32> indices);
   void repeatController(const model::Locks& locks);
+  void repeatLaterParameters();
   void automateFirst(VstInt32 count);
   void announceGraphs();
   void announceCurrent(const model::LoadedState& loaded, const model::Locks& locks);
