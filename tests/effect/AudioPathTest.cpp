@@ -11,7 +11,7 @@ constexpr float kCentreGain = 1.0003273f;  // the pan law in the middle; never b
 
 TEST(AudioPath, OutputIsTheInputTimesTheCentreGainWhenNothingModulates) {
   EffectRig rig;
-  rig.set(40, 0.3);  // the mix of a filter that is off
+  rig.set(kFilterMix, 0.3);  // the mix of a filter that is off
   Stereo in = noise(5000, 1);
   const Stereo out = rig.play(in, {1, 12, 13, 511});
   for (float& x : in.left) x *= kCentreGain;
@@ -42,8 +42,8 @@ TEST(Gains, FollowTheGraphByItsDepth) {
 
 TEST(ControlTicks, ComeEveryTwelveSamplesAndAtTheEndOfABlock) {
   EffectRig rig;
-  rig.set(12, 1.0);
-  rig.set(16, 0.5);
+  rig.set(kFilterCutoff, 1.0);
+  rig.set(kSmooth, 0.5);
   double expected = 0.5;
   const std::pair<std::size_t, int> kBlocks[] = {{1, 1}, {12, 1}, {13, 2}, {24, 2}};  // frames, ticks in them
   for (const auto& [frames, ticks] : kBlocks) {
@@ -56,8 +56,8 @@ TEST(ControlTicks, ComeEveryTwelveSamplesAndAtTheEndOfABlock) {
 TEST(Crossover, IsAnAllPassWhenNothingMovesTheBands) {
   for (const double inverted : {0.0, 1.0}) {
     EffectRig rig;
-    rig.set(67, 1.0);
-    rig.set(68, inverted);
+    rig.set(kXoverOn, 1.0);
+    rig.set(kXoverInvert, inverted);
     // The 1.000327 of the pan law touches one band only, so the sum is flat to that much.
     double energy = 0.0;
     Stereo impulse(44100);
@@ -72,7 +72,13 @@ TEST(Cuts, ChangeNothingWhereTheHostsPositionsAgree) {
   const Stereo in = noise(40000, 9);
   const auto render = [&in](const std::vector<std::size_t>& cuts) {
     EffectRig rig;
-    for (const auto& [index, value] : {std::pair{6, 0.9}, {7, 0.2}, {1, 0.3}, {3, 0.7}, {26, 1.0}, {16, 0.4}, {0, 0.6}})
+    for (const auto& [index, value] : {std::pair{kDepthVol, 0.9},
+                                       {kDepthPan, 0.2},
+                                       {kSwing, 0.3},
+                                       {kPwm, 0.7},
+                                       {kWarp1, 1.0},
+                                       {kSmooth, 0.4},
+                                       {kRate, 0.6}})
       rig.set(index, value);
     rig.at(5.25, 44100.0 * 60.0 / 32768.0);
     return rig.play(in, cuts);
@@ -100,10 +106,10 @@ TEST(HeldAndEmptyBlocks, LeaveTheOutputsAlone) {
 
 TEST(Input, ThatIsNoNumberIsGoneByTheNextCleanBlock) {
   for (const float poison : {NAN, INFINITY, -INFINITY}) {
-    for (const int way : {14, 67, 6}) {  // filter, crossover, gains
+    for (const int way : {kFilterOn, kXoverOn, kDepthVol}) {  // filter, crossover, gains
       EffectRig rig;
       rig.set(way, 1.0);
-      rig.set(16, 0.5);
+      rig.set(kSmooth, 0.5);
       Stereo in = noise(256, 3);
       in.left[100] = in.right[30] = poison;
       rig.play(in);

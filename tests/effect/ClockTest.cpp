@@ -17,29 +17,30 @@ constexpr double kDottedStep = 22.5 / 42.0, kTripletStep = 23.5 / 42.0;  // rate
 constexpr double kDottedBeat = 64.0 / (128 * 1.33333) / 4, kTripletBeat = 64.0 / 192 / 4;
 
 TEST(BeatClock, ReadsThePositionOfTheBeat) {
-  const ClockCase kCases[] = {{"half a beat by default", 0.125, 0.25, {}},
-                              {"64 beats at the slowest", 16.0, 0.25, {{0, 0.0}}},
-                              {"a 256th of a beat at the fastest", 3.0 + 1.0 / 1024, 0.25, {{0, 1.0}}},
-                              {"triplet", kTripletBeat, 0.25, {{0, kTripletStep}}},
-                              {"dotted", kDottedBeat, 0.25, {{0, kDottedStep}}},
-                              {"steps are counted in float", kTripletBeat, 0.25, {{0, 0.5476190447807312}}},
-                              {"dotted where triplet is off", kDottedBeat, 0.25, {{0, kTripletStep}, {11, 0.0}}},
-                              {"no dots on a triplet step of one", 0.125, 0.25, {{0, kDottedStep}, {10, 0.0}}},
-                              {"straight", 0.125, 0.25, {{0, kTripletStep}, {10, 0.0}, {11, 0.0}}},
-                              {"phase wraps", 57.6, 0.15, {{0, 0.0}, {2, 0.25}}},
-                              {"a whole turn of phase", 0.125, 0.25, {{2, 1.0}}},
-                              {"a closed gate", 0.125, 0.0, {{18, 1.0}}},
-                              {"long before the start", -1000.0, 24.0 / 64.0, {{0, 0.0}}},
-                              {"swung early", 0.125, 0.5, {{1, 0.25}}},
-                              {"swung early, second cycle", 0.75, 0.5 + 0.5 / 3, {{1, 0.25}}},
-                              {"no swing", 0.375, 0.375, {{1, 0.0}}},
-                              {"all swing", 0.375, 0.375, {{1, 1.0}}},
-                              {"PWM up", 0.125, 0.25 * 0.004 + 0.996 / 4294967296.0, {{3, 1.0}}},
-                              {"PWM down", 0.125, 0.9870174944, {{3, 0.0}}},
-                              {"PWM half up", 0.125, 0.25 * 0.502 + 0.498 / 4294967296.0, {{3, 0.75}}},
-                              {"PWM half down", 0.125, 0.25 * 0.502 + 0.498 * 0.9899774042424, {{3, 0.25}}},
-                              {"timing late", 0.125, 0.25 + 2048.0 / 22050 * 2, {{41, 0.75}}},
-                              {"timing early", 0.125 + 2048.0 / 22050, 0.25, {{41, 0.25}}}};
+  const ClockCase kCases[] = {
+      {"half a beat by default", 0.125, 0.25, {}},
+      {"64 beats at the slowest", 16.0, 0.25, {{kRate, 0.0}}},
+      {"a 256th of a beat at the fastest", 3.0 + 1.0 / 1024, 0.25, {{kRate, 1.0}}},
+      {"triplet", kTripletBeat, 0.25, {{kRate, kTripletStep}}},
+      {"dotted", kDottedBeat, 0.25, {{kRate, kDottedStep}}},
+      {"steps are counted in float", kTripletBeat, 0.25, {{kRate, 0.5476190447807312}}},
+      {"dotted where triplet is off", kDottedBeat, 0.25, {{kRate, kTripletStep}, {kTriplet, 0.0}}},
+      {"no dots on a triplet step of one", 0.125, 0.25, {{kRate, kDottedStep}, {kDotted, 0.0}}},
+      {"straight", 0.125, 0.25, {{kRate, kTripletStep}, {kDotted, 0.0}, {kTriplet, 0.0}}},
+      {"phase wraps", 57.6, 0.15, {{kRate, 0.0}, {kPhase, 0.25}}},
+      {"a whole turn of phase", 0.125, 0.25, {{kPhase, 1.0}}},
+      {"a closed gate", 0.125, 0.0, {{kGateMode, 1.0}}},
+      {"long before the start", -1000.0, 24.0 / 64.0, {{kRate, 0.0}}},
+      {"swung early", 0.125, 0.5, {{kSwing, 0.25}}},
+      {"swung early, second cycle", 0.75, 0.5 + 0.5 / 3, {{kSwing, 0.25}}},
+      {"no swing", 0.375, 0.375, {{kSwing, 0.0}}},
+      {"all swing", 0.375, 0.375, {{kSwing, 1.0}}},
+      {"PWM up", 0.125, 0.25 * 0.004 + 0.996 / 4294967296.0, {{kPwm, 1.0}}},
+      {"PWM down", 0.125, 0.9870174944, {{kPwm, 0.0}}},
+      {"PWM half up", 0.125, 0.25 * 0.502 + 0.498 / 4294967296.0, {{kPwm, 0.75}}},
+      {"PWM half down", 0.125, 0.25 * 0.502 + 0.498 * 0.9899774042424, {{kPwm, 0.25}}},
+      {"timing late", 0.125, 0.25 + 2048.0 / 22050 * 2, {{kTiming, 0.75}}},
+      {"timing early", 0.125 + 2048.0 / 22050, 0.25, {{kTiming, 0.25}}}};
   for (const auto& [name, beat, expected, settings] : kCases) {
     EffectRig rig;
     for (const auto& [index, value] : settings) rig.set(index, value);
@@ -60,9 +61,9 @@ TEST(FreeClock, RunsAtTheFourthPowerOfTheRateOrAtTheBeatsOwnSpeed) {
   for (const auto& row : {Row{1.0, 120, 440.0, true}, {0.5, 120, 27.5, true}, {0.5, 90, 3.0, false}}) {
     EffectRig rig(48000.0f);
     rig.at(0.0, row.tempo, false);  // also on a stopped song
-    rig.set(0, row.rate);
-    rig.set(9, row.freeRun ? 0.0 : 1.0);
-    rig.set(74, 0.0);
+    rig.set(kRate, row.rate);
+    rig.set(kBpmSync, row.freeRun ? 0.0 : 1.0);
+    rig.set(kAnchor, 0.0);
     const double turns = row.cyclesPerSecond * 500.0 / 48000.0;
     rig.playOnes(500);
     EXPECT_NEAR(rig.fx().lfoPhase, turns - std::floor(turns), 1e-6);
@@ -71,7 +72,7 @@ TEST(FreeClock, RunsAtTheFourthPowerOfTheRateOrAtTheBeatsOwnSpeed) {
 
 TEST(StoppedTransport, StopsModulationWhileAnchored) {
   EffectRig rig;
-  for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 1.0);
+  for (int depth = kDepthCut; depth <= kDepthVar; ++depth) rig.set(depth, 1.0);
   const auto& fx = rig.fx();
   const auto active = [&] {
     rig.playOnes(1);
@@ -81,7 +82,7 @@ TEST(StoppedTransport, StopsModulationWhileAnchored) {
   EXPECT_EQ(rig.host.timeFilter, 0x60d);
   rig.at(7.0, 120.0, false);
   EXPECT_EQ(active(), 0);
-  rig.set(74, 0.0);
+  rig.set(kAnchor, 0.0);
   EXPECT_EQ(active(), 5);
   rig.host.givesTime = false;
   EXPECT_EQ(active(), 0);
@@ -90,13 +91,13 @@ TEST(StoppedTransport, StopsModulationWhileAnchored) {
 TEST(OneShot, RestsAtTheEndOfTheCycleUntilANoteComes) {
   EffectRig rig;
   rig.draw(5, {{0.0, 0.0}, {65536.0, 0.75}});
-  rig.set(23, 5.0 / 11);
-  rig.set(17, 1.0);
+  rig.set(kRouteVol, 5.0 / 11);
+  rig.set(kRetrigger, 1.0);
   rig.at(0.2, 120.0);
   rig.playOnes(100);
   EXPECT_NEAR(rig.fx().padLFO.graphOut[5], 0.25f, 1e-4f);
-  rig.set(74, 0.0);  // the free clock goes round once and stays there
-  rig.set(0, 1.0);
+  rig.set(kAnchor, 0.0);  // the free clock goes round once and stays there
+  rig.set(kRate, 1.0);
   rig.playOnes(44100);
   EXPECT_EQ(rig.fx().freePhase, 0.9999999999999);
 }

@@ -28,7 +28,7 @@ struct ExportRig : EffectRig {
   ExportRig& operator=(const ExportRig&) = delete;
 
   Bytes bytes(double mode = 1.0) {
-    set(105, mode);
+    set(kExportMidi, mode);
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
@@ -106,7 +106,7 @@ TEST(Export, OfASteadyGraphHasOneEventOrOneATick) {
   ExportRig rig;
   rig.drawFlat(0, 0.75);
   rig.playOnes(512);
-  rig.set(80, 74.0 / 128.0);
+  rig.set(kCcNumber, 74.0 / 128.0);
   rig.fx().cutSmoothed = 0.75f;
   // 22050 frames a quarter, 46 a tick: one bar of 88200 frames.
   const auto everyTick = rig.events();
@@ -130,7 +130,7 @@ TEST(Export, PlaysTheShapeAtFullHeightOrAtItsDepth) {
     ASSERT_NEAR(event.value, (event.tick % 240) / 240.0 * 127.0, 1.2) << event.tick;
   }
   EXPECT_GT(full.size(), 8u * 126);
-  rig.set(4, 0.75);  // c = 0.5, so a quarter of the height round the slider
+  rig.set(kDepthCut, 0.75);  // c = 0.5, so a quarter of the height round the slider
   int least = 127, most = 0;
   for (const auto& event : rig.events(0.0)) {
     if (event.tick < 2) continue;  // from where the last export ended
@@ -145,8 +145,8 @@ TEST(Export, LastsABarOrEightByTheRate) {
   for (const auto& [rate, sync, bars] : {std::tuple{12.0 / 42, 1.0, 1}, {11.0 / 42, 1.0, 8}, {0.5, 0.0, 8}}) {
     ExportRig rig;
     rig.playOnes(512);
-    rig.set(9, sync);
-    rig.set(0, rate);
+    rig.set(kBpmSync, sync);
+    rig.set(kRate, rate);
     EXPECT_EQ((rig.events().back().tick + 100) / 1920, bars) << rate;
   }
 }
@@ -168,7 +168,7 @@ TEST(Export, TakesTheSongsTempoWhetherItPlaysStandsOrIsUnknown) {
 
 TEST(Export, OfAFreeClockGoesOnFromItsPlaceAndLeavesItAtItsEnd) {
   ExportRig rig;
-  rig.set(9, 0.0);
+  rig.set(kBpmSync, 0.0);
   rig.playOnes(512);
   const double before = rig.fx().freePhase, step = rig.fx().freeIncrement;
   rig.bytes();
@@ -179,7 +179,7 @@ TEST(Export, OfAFreeClockGoesOnFromItsPlaceAndLeavesItAtItsEnd) {
 TEST(Export, RaisesTheControllerToOneAndLeavesTheLiveStreamAlone) {
   ExportRig rig;
   rig.playOnes(512);
-  rig.set(80, 1.0);  // negative inside
+  rig.set(kCcNumber, 1.0);  // negative inside
   rig.send({{5, 0xb3, 7, 7}, {5, 0x90, 60, 1}});
   rig.fx().lastCCValue = 99;
   const Bytes file = rig.bytes();
@@ -201,7 +201,7 @@ TEST(Export, IsBoundedAtWildTemposAndRates) {
     ExportRig rig(bpm < 1.0 ? 44100.0f : 1e6f);
     rig.at(0.0, bpm);
     rig.playOnes(12);
-    if (bpm == 1e-300) rig.set(0, 1.0);  // one bar at one beat a minute: 10.6 million frames
+    if (bpm == 1e-300) rig.set(kRate, 1.0);  // one bar at one beat a minute: 10.6 million frames
     rig.fx().bDontInsertMIDIEachPPQ_OnRender = bpm == 1e-300;
     const Bytes file = rig.bytes();
     EXPECT_GE(file.size(), 41u) << bpm;
@@ -214,7 +214,7 @@ TEST(Export, WritesAllOrNothing) {
   const std::string folder = testing::TempDir(), nowhere = folder + "no-such-folder/x.mid";
   for (const std::string& path : {folder, nowhere}) {
     EXPECT_TRUE(rig.fx().setLoadPath(path.c_str()));
-    rig.set(105, 1.0);
+    rig.set(kExportMidi, 1.0);
   }
   EXPECT_FALSE(std::filesystem::exists(nowhere));
   for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -230,7 +230,7 @@ TEST(Export, RunsBesideBlocksAndNotes) {
     for (int i = 0; i < 5; ++i) rig.fx().saveMIDIFile(1);
     bDone = true;
   });
-  rig.set(17, 0.5);
+  rig.set(kRetrigger, 0.5);
   while (!bDone) {
     rig.send({{3, 0x90, 60, 100}, {9, 0x80, 60, 0}, {9, 0xb0, 123, 0}});
     rig.playOnes(64);

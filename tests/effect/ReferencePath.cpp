@@ -5,6 +5,8 @@
 #include <numbers>
 #include <utility>
 
+#include "model/ParameterIndex.h"
+
 namespace {
 
 constexpr double kPi = std::numbers::pi;
@@ -139,14 +141,19 @@ void ReferencePath::setPoint(int p, int kind, float value) {
 
 void ReferencePath::set(int index, float value) {
   using Path = ReferencePath;
-  static constexpr std::pair<int, float Path::*> kNumbers[] = {
-      {0, &Path::rate},        {1, &Path::swing},      {2, &Path::phase},      {12, &Path::filterCutoff},
-      {13, &Path::filterReso}, {16, &Path::lfoSmooth}, {38, &Path::depthKnob}, {39, &Path::filterVar}};
-  static constexpr std::pair<int, bool Path::*> kSwitches[] = {{10, &Path::dotted},
-                                                               {11, &Path::triplet},
-                                                               {67, &Path::crossoverOn},
-                                                               {68, &Path::crossoverInverted},
-                                                               {74, &Path::anchor}};
+  static constexpr std::pair<int, float Path::*> kNumbers[] = {{kRate, &Path::rate},
+                                                               {kSwing, &Path::swing},
+                                                               {kPhase, &Path::phase},
+                                                               {kFilterCutoff, &Path::filterCutoff},
+                                                               {kFilterReso, &Path::filterReso},
+                                                               {kSmooth, &Path::lfoSmooth},
+                                                               {kDepthKnob, &Path::depthKnob},
+                                                               {kFilterVar, &Path::filterVar}};
+  static constexpr std::pair<int, bool Path::*> kSwitches[] = {{kDotted, &Path::dotted},
+                                                               {kTriplet, &Path::triplet},
+                                                               {kXoverOn, &Path::crossoverOn},
+                                                               {kXoverInvert, &Path::crossoverInverted},
+                                                               {kAnchor, &Path::anchor}};
   const bool on = value != 0.0f;
   for (const auto& [number, field] : kNumbers) {
     if (index == number) this->*field = value;
@@ -154,23 +161,24 @@ void ReferencePath::set(int index, float value) {
   for (const auto& [number, field] : kSwitches) {
     if (index == number) this->*field = on;
   }
-  if (index >= 4 && index <= 8) depth[std::size_t(index) - 4] = value;
-  if (index == 9) freeRun = 1.0 - double{value} != 0.0;
-  if (index == 0 || (index >= 9 && index <= 11) || (index == 74 && !on)) setFreeTime();
-  if (index == 17) setRetrigger(value);
-  if (index == 18) lfoOpen = !on;
-  if (index >= 21 && index <= 25) route[std::size_t(index) - 21] = static_cast<int>(double{value} * 11 + 0.5);
-  if (index >= 26 && index <= 37) setWarp(index - 26, value);
-  if (index == 41) {
+  if (index >= kDepthCut && index <= kDepthVar) depth[std::size_t(index - kDepthCut)] = value;
+  if (index == kBpmSync) freeRun = 1.0 - double{value} != 0.0;
+  if (index == kRate || (index >= kBpmSync && index <= kTriplet) || (index == kAnchor && !on)) setFreeTime();
+  if (index == kRetrigger) setRetrigger(value);
+  if (index == kGateMode) lfoOpen = !on;
+  if (index >= kRouteCut && index <= kRouteVar)
+    route[std::size_t(index - kRouteCut)] = static_cast<int>(double{value} * 11 + 0.5);
+  if (index >= kWarp1 && index < kDepthKnob) setWarp(index - kWarp1, value);
+  if (index == kTiming) {
     timingOffset = toFloat(double{value} * 8192 - 4096);
     trigOffset = trigPos - double{timingOffset} * beatsPerSample;
   }
-  if (index >= 42 && index <= 65) setPoint((index - 42) / 3, (index - 42) % 3, value);
-  if (index == 69) {
+  if (index >= kPoint1 && index < kFilterType) setPoint((index - kPoint1) / 3, (index - kPoint1) % 3, value);
+  if (index == kXoverFrequency) {
     crossoverValue_ = value;
     for (auto& c : crossovers_) c.tune(value, toFloat(rateHz_));
   }
-  if (index == 78) {
+  if (index == kCurrentGraph) {
     const int was = std::exchange(currentGraph, static_cast<int>(double{value} * 11 + 0.5));
     if (currentGraph != was) renderAll();
   }

@@ -36,10 +36,10 @@ class ReferenceCrossover {
 
 class ReferencePath {
  public:
-  enum Destination { cut, res, vol, pan, var };  // also the order of depths (parameters 4 on) and routes (21 on)
+  enum Destination { cut, res, vol, pan, var };  // also the order of depths and routes
 
   explicit ReferencePath(float hostRateHz);
-  void set(int index, float value);  // parameters that are audible with the filter off, and 78
+  void set(int index, float value);  // parameters that are audible with the filter off, and the graph on show
   void renderAll();
   void resume();  // the crossover starts anew, the free clock is set from the tempo; all else goes on
   // One block; `right` is null for one input, `time` for a host without a clock.

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr VstInt32 kChannelSetUp = 0x7341494F;  // "sAIO"
-
 struct Setting {
   const char* name;
   bool anchor = true, freeRun = false, playing = true, givesTime = true;
@@ -43,19 +41,21 @@ class Duel {
   }
 
   void changeSettings() {
-    for (const int index : {1, 2, 4, 5, 6, 7, 8, 12, 13, 38, 39, 41, 69}) set(index, value());
-    for (int index = 21; index <= 37; ++index) set(index, value());
-    for (const int index : {10, 11}) set(index, random.pick({0.0f, 1.0f}));
-    set(16, random.pick({0.0f, 0.0f, 1.0f, random.unit()}));
-    set(17, random.pick({0.0f, 0.0f, 0.0f, 0.5f, 1.0f}));
-    set(18, random.pick({0.0f, 0.0f, 0.0f, 1.0f}));
-    set(78, value());
-    set(67, flag(setting_.crossover));
-    set(68, flag(setting_.inverted));
-    set(74, flag(setting_.anchor));
-    set(9, flag(!setting_.freeRun));
+    for (const int index : {kSwing, kPhase, kDepthCut, kDepthRes, kDepthVol, kDepthPan, kDepthVar, kFilterCutoff,
+                            kFilterReso, kDepthKnob, kFilterVar, kTiming, kXoverFrequency})
+      set(index, value());
+    for (int index = kRouteCut; index < kDepthKnob; ++index) set(index, value());
+    for (const int index : {kDotted, kTriplet}) set(index, random.pick({0.0f, 1.0f}));
+    set(kSmooth, random.pick({0.0f, 0.0f, 1.0f, random.unit()}));
+    set(kRetrigger, random.pick({0.0f, 0.0f, 0.0f, 0.5f, 1.0f}));
+    set(kGateMode, random.pick({0.0f, 0.0f, 0.0f, 1.0f}));
+    set(kCurrentGraph, value());
+    set(kXoverOn, flag(setting_.crossover));
+    set(kXoverInvert, flag(setting_.inverted));
+    set(kAnchor, flag(setting_.anchor));
+    set(kBpmSync, flag(!setting_.freeRun));
     // Steps whose fourth power a float holds exactly, so that the free clock's rate leaves nothing to the rounding.
-    set(0, static_cast<float>(random.below(65)) / 64.0f);
+    set(kRate, static_cast<float>(random.below(65)) / 64.0f);
     rig.host.givesTime = setting_.mixed ? random.below(4) != 0 : setting_.givesTime;
     rig.at(random.pick({-100.3, -0.01, 0.0, 13.37, 100000.25}), random.pick({120.0, 87.3, 0.5, 240.0, 999.0}),
            flag(setting_.playing) != 0.0f);
@@ -64,11 +64,12 @@ class Duel {
   void resume() {
     rig.call(effMainsChanged, 0, 1);
     model.resume();
-    if (setting_.mono) rig.call(effVendorSpecific, kChannelSetUp, 1);  // such a set-up lasts until the next resume
+    if (setting_.mono)
+      rig.call(effVendorSpecific, model::kCallSetIoCount, 1);  // such a set-up lasts until the next resume
   }
 
   void movePoints() {
-    for (int n = 0; n < 6; ++n) set(42 + random.below(24), value());
+    for (int n = 0; n < 6; ++n) set(kPoint1 + random.below(kAutomatedPoints), value());
   }
 
   // Plays all of the input; empty when the two agree, else where they part.

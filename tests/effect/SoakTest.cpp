@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "effect/KorvelInDSPEdit.h"
+#include "model/ParameterIndex.h"
 #include "tests/model/ChunkBuilder.h"
 
 namespace {
@@ -43,11 +44,13 @@ class Loader {
   }
 
   void act() {
-    const std::function<void()> kActs[] = {
-        [this] { setChunk(); },           [this] { effect_.SavePreset(preset_.c_str()); },
-        [this] { command(83, preset_); }, [this] { effect_.SaveShape(shape_.c_str()); },
-        [this] { command(77, shape_); },  [this] { blast(); },
-        [this] { exportNowAndThen(); }};
+    const std::function<void()> kActs[] = {[this] { setChunk(); },
+                                           [this] { effect_.SavePreset(preset_.c_str()); },
+                                           [this] { command(kLoadPreset, preset_); },
+                                           [this] { effect_.SaveShape(shape_.c_str()); },
+                                           [this] { command(kLoadShape, shape_); },
+                                           [this] { blast(); },
+                                           [this] { exportNowAndThen(); }};
     kActs[random_() % std::size(kActs)]();
   }
 
@@ -65,13 +68,13 @@ class Loader {
   }
   // Plays up to eight bars, so that it would crowd out the rest.
   void exportNowAndThen() {
-    if (random_() % 8 == 0) command(105, midi_);
+    if (random_() % 8 == 0) command(kExportMidi, midi_);
   }
   void blast() {
     for (int n = 0; n < 100; ++n) {
-      const int index = static_cast<int>(random_() % 110);
-      const bool bFile = index == 77 || index == 83 || index == 105;
-      if (!bFile) effect_.setParameter(index, static_cast<float>(random_() % 1001) * 0.001f);
+      const int index = static_cast<int>(random_() % kParameterRows);
+      const bool isFile = index == kLoadShape || index == kLoadPreset || index == kExportMidi;
+      if (!isFile) effect_.setParameter(index, static_cast<float>(random_() % 1001) * 0.001f);
     }
   }
 

@@ -15,7 +15,7 @@ TEST(Threads, BlocksAutomationAndResumeRunTogether) {
   std::thread automation([&] {
     Random random(7);
     while (!bStop) {
-      const int index = random.below(110);
+      const int index = random.below(kParameterRows);
       rig.set(index, static_cast<double>(random.unit()));
       ASSERT_TRUE(std::isfinite(rig.get(index)));
     }
