@@ -32,6 +32,12 @@ void asInteger(int width, double n, char* text) noexcept {
   std::snprintf(text, kTextBytes, "%*i", width, integerPart(n));
 }
 
+// For texts that are cut and not rounded: the value whose product reaches the step that it was read from.
+std::optional<float> reaching(float steps, std::optional<float> v) noexcept {
+  if (!v || asDouble(*v * steps) >= std::round(asDouble(*v) * asDouble(steps))) return v;
+  return std::nextafter(*v, 1.0f);
+}
+
 void roundTheMiddle(float v, char* text) noexcept {
   wholeNumber(integerPart(asDouble(v * 200.0f) + 0.5) - 100.0, text);
 }
@@ -39,6 +45,10 @@ void roundTheMiddle(float v, char* text) noexcept {
 void pulseWidth(float v, char* text) noexcept { wholeNumber(std::floor(asDouble(v * 200.0f)) - 100.0, text); }
 std::optional<float> readRoundTheMiddle(std::string_view text) noexcept {
   return placeBetween(readNumber(text, "%"), -100.0, 100.0);
+}
+
+std::optional<float> readPulseWidth(std::string_view text) noexcept {
+  return reaching(200.0f, readRoundTheMiddle(text));
 }
 
 void degrees(float v, char* text) noexcept { wholeNumber(asDouble(v * 360.0f) + 0.5, text); }
@@ -51,6 +61,8 @@ void resonance(float v, char* text) noexcept { asInteger(3, asDouble(v * 100.0f)
 std::optional<float> readPercent(std::string_view text) noexcept {
   return placeBetween(readNumber(text, "%"), 0.0, 100.0);
 }
+
+std::optional<float> readCutPercent(std::string_view text) noexcept { return reaching(100.0f, readPercent(text)); }
 
 struct SwitchWords {
   const char* off;
@@ -120,11 +132,11 @@ std::optional<float> readGridCells(std::string_view text) noexcept {
 }  // namespace
 
 constinit const Form kRoundTheMiddle{roundTheMiddle, roundTheMiddle, readRoundTheMiddle};
-constinit const Form kPulseWidth{pulseWidth, pulseWidth, readRoundTheMiddle};
+constinit const Form kPulseWidth{pulseWidth, pulseWidth, readPulseWidth};
 constinit const Form kDegrees{degrees, degrees, readDegrees};
-constinit const Form kPercent{percent, percent, readPercent};
+constinit const Form kPercent{percent, percent, readCutPercent};
 constinit const Form kNearestPercent{nearestPercent, nearestPercent, readPercent};
-constinit const Form kResonance{resonance, resonance, readPercent};
+constinit const Form kResonance{resonance, resonance, readCutPercent};
 constinit const Form kOnOff{word<kOnOffWords>, word<kOnOffWords>, readWord<kOnOffWords>};
 constinit const Form kYesNo{word<kYesNoWords>, word<kYesNoWords>, readWord<kYesNoWords>};
 constinit const Form kFilterOnOff{word<kFilterOnOffWords>, wordOfNearest<kFilterOnOffWords>,

@@ -30,6 +30,15 @@ void LfoDSP::getParameterDisplay(VstInt32 index, char* text) {
   if (row && row->text) row->text(*this, index, text);
 }
 
+bool LfoDSP::string2parameter(VstInt32 index, char* text) {
+  constexpr std::size_t kLongestText = 64;  // of a sane host
+  const effect::ParameterRow* const row = effect::parameterRow(index);
+  if (!row || !row->read || !text) return false;
+  const std::optional<float> value = row->read(*this, index, {text, strnlen(text, kLongestText)});
+  if (value) setParameter(index, *value);
+  return value.has_value();
+}
+
 void LfoDSP::convertParameterValueToString(int index, float value, char* text) {
   const effect::ParameterRow* const row = effect::parameterRow(index);
   if (row && row->textOf) row->textOf(*this, index, value, text);

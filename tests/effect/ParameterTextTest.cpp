@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "effect/ParameterTexts.h"
+#include "effect/ParameterTable.h"
 #include "model/PrivateCalls.h"
 #include "tests/effect/TestHost.h"
 
@@ -113,6 +113,55 @@ TEST(ParameterTexts, OfTheFilterFollowItsType) {
       EXPECT_EQ(shown(rig, kTypeOfScratch), "Ring Mod");
     }
   }
+}
+
+bool typed(EffectRig& rig, int index, std::string text) { return rig.call(effString2Parameter, index, 0, text.data()); }
+
+// Under settings that reach every form of a text: each one shown is taken, and shows again.
+TEST(ParameterTexts, AreReadBackAsTheyAreShown) {
+  for (const double way : {0.0, 1.0}) {
+    EffectRig rig;
+    rig.draw(0, {{0.0, 0.0}, {20000.0, 0.5}, {65536.0, 0.0}});
+    rig.playOnes(1);
+    rig.set(kTriplet, way);
+    rig.set(kBpmSync, way);
+    rig.set(kFilterType, way);
+    for (const effect::ParameterRow& row : effect::parameterRows()) {
+      if (!row.read) continue;
+      const float before = rig.get(row.index);
+      for (int step = 0; step <= 200; ++step) {
+        rig.set(row.index, step / 200.0);
+        const std::string text = shown(rig, row.index);
+        rig.set(row.index, step % 2);
+        EXPECT_TRUE(typed(rig, row.index, text)) << row.index << " takes no " << text;
+        EXPECT_EQ(shown(rig, row.index), text) << row.index;
+      }
+      rig.set(row.index, static_cast<double>(before));
+    }
+  }
+}
+
+TEST(ParameterTexts, AreReadInAnyCaseWithUnitsAndNothingElseIs) {
+  EffectRig rig;
+  const std::tuple<int, const char*, double> kTaken[] = {
+      {kDepthVol, "-50", 0.25}, {kDepthVol, " +50 % ", 0.75}, {kGateMode, "on", 1.0},       {kRetrigger, "trig", 0.5},
+      {kRouteVol, "12", 1.0},   {kWarp1, "1/16", 0.0},        {kXoverFrequency, "20hz", 0}, {kCcNumber, "OFF", 0.0}};
+  for (const auto& [index, text, value] : kTaken) {
+    EXPECT_TRUE(typed(rig, index, text)) << text;
+    EXPECT_FLOAT_EQ(rig.get(index), static_cast<float>(value)) << text;
+  }
+  const std::pair<int, const char*> kRefused[] = {{kDepthVol, "101"},     {kDepthVol, ""},
+                                                  {kDepthVol, "5 Hz"},    {kDepthVol, "nan"},
+                                                  {kGateMode, "1"},       {kRouteVol, "1.5"},
+                                                  {kRouteVol, "13"},      {kFilterType, "Low"},
+                                                  {kRate, "5 Hz"},        {kRate, "1/3"},
+                                                  {kGridSize, "1"},       {kCcNumber, "128"},
+                                                  {kXoverFrequency, "0"}, {kLoadPreset, "1"},
+                                                  {kFilterCutoff, "-1"},  {-1, "1"},
+                                                  {kParameterRows, "1"},  {kFilterNameScratch, "SVF LP"}};
+  const auto before = rig.get(kDepthVol);
+  for (const auto& [index, text] : kRefused) EXPECT_FALSE(typed(rig, index, text)) << index << " took " << text;
+  EXPECT_EQ(rig.get(kDepthVol), before);
 }
 
 // Whatever the number is: inside the tables, inside a host's buffer, closed by a zero. The sanitizer build looks too.
