@@ -7,7 +7,7 @@
 #pragma once
 
 #include <algorithm>
-#include <type_traits>
+#include <string_view>
 
 #include "effect/Fields.h"
 #include "effect/LfoDSP.h"
@@ -88,14 +88,6 @@ void storeField(LfoDSP& effect, int, double value) {
   field<Field>(effect) = static_cast<decltype(valueOf(field<Field>(effect)))>(value);
 }
 
-inline double loadWarp(const LfoDSP& effect, int index) {
-  return static_cast<double>(valueOf(effect.padLFO.graphWarp[static_cast<std::size_t>(index - kWarp1)]));
-}
-
-inline void storeWarp(LfoDSP& effect, int index, double value) {
-  effect.padLFO.graphWarp[static_cast<std::size_t>(index - kWarp1)] = static_cast<float>(value);
-}
-
 // --- A row in the making
 
 struct Row : ParameterRow {
@@ -119,7 +111,7 @@ struct Row : ParameterRow {
     row.read = reader;
     return row;
   }
-  // The text is that of another field.
+  // By a form: the text of the field, of which the parameter may show another one than it sets.
   template <auto Field, const Form& Words>
   [[nodiscard]] consteval Row shows() const {
     return says(textOfField<Field, Words>, textOfValue<Words>, readByForm<Words>);
@@ -152,7 +144,8 @@ struct Row : ParameterRow {
 consteval Row named(int index, std::string_view name = "") {
   Row row;
   row.index = index;
-  std::copy(name.begin(), name.end(), row.name.begin());  // too long a name does not compile
+  if (name.size() >= row.name.size()) throw "too long a name";  // which then does not compile
+  std::copy(name.begin(), name.end(), row.name.begin());
   return row;
 }
 

@@ -105,6 +105,13 @@ float getWarpOf(const LfoDSP& effect, int index) {
   return effect.padLFO.graphWarp[static_cast<std::size_t>(index - kWarp1)];
 }
 
+double loadWarp(const LfoDSP& effect, int index) { return static_cast<double>(getWarpOf(effect, index)); }
+
+// Its multiplier follows once the whole state is there.
+void storeWarp(LfoDSP& effect, int index, double value) {
+  effect.padLFO.graphWarp[static_cast<std::size_t>(index - kWarp1)] = static_cast<float>(value);
+}
+
 void setCurrentWarp(LfoDSP& effect, int, float value) {
   effect.setWarp(effect.currentGraph, std::clamp(value, 0.0f, 1.0f));
 }

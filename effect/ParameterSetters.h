@@ -34,6 +34,8 @@ void setFilterOn(LfoDSP& effect, int index, float value);
 // Graphs.
 void setWarpOf(LfoDSP& effect, int index, float value);
 float getWarpOf(const LfoDSP& effect, int index);
+double loadWarp(const LfoDSP& effect, int index);
+void storeWarp(LfoDSP& effect, int index, double value);
 void setCurrentWarp(LfoDSP& effect, int index, float value);
 float getCurrentWarp(const LfoDSP& effect, int index);
 void setCurrentGraph(LfoDSP& effect, int index, float value);

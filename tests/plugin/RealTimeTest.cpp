@@ -15,11 +15,11 @@ namespace {
 constexpr int kLongest = 20000;  // beyond what one slice takes
 
 VstTimeInfo timeNow;
-bool bGivesTime = true;
+bool givesTime = true;
 
 VstIntPtr VSTCALLBACK hostCallback(AEffect*, VstInt32 opcode, VstInt32, VstIntPtr, void*, float) {
   if (opcode == audioMasterVersion) return kVstVersion;
-  if (opcode == audioMasterGetTime && bGivesTime) return reinterpret_cast<VstIntPtr>(&timeNow);
+  if (opcode == audioMasterGetTime && givesTime) return reinterpret_cast<VstIntPtr>(&timeNow);
   return 0;
 }
 
@@ -72,7 +72,7 @@ TEST(RealTime, BlocksEventsAndAutomationNeitherAllocateNorWait) {
   Events events;
   forbidden::reset();
   for (int block = 0; block < 1500; ++block) {
-    bGivesTime = random() % 8 != 0;
+    givesTime = random() % 8 != 0;
     timeNow.flags = random() % 4 ? kVstTransportPlaying : 0;
     timeNow.ppqPos = static_cast<double>(random() % 4000) * 0.01 - 4.0;
     timeNow.tempo = static_cast<double>(60 + random() % 120);
