@@ -1,14 +1,20 @@
 // The parameters' fields by pointer to member, of the effect or of its LFO record: tables name them as template
-// arguments. Internal to the parameter tables.
+// arguments. Internal to the parameter table.
 #pragma once
 
 #include "effect/LfoDSP.h"
 
-template <auto Field, class Effect>
-[[nodiscard]] auto& field(Effect& effect) noexcept {
+namespace effect {
+
+using namespace model;
+
+template <auto Field, class AnyEffect>
+[[nodiscard]] auto& field(AnyEffect& effect) noexcept {
   if constexpr (requires { effect.*Field; }) {
     return effect.*Field;
   } else {
     return effect.padLFO.*Field;
   }
 }
+
+}  // namespace effect

@@ -58,6 +58,9 @@ class LfoDSP : public AudioEffectX {
   void getParameterLabel(VstInt32 index, char* label) override;
   void getParameterDisplay(VstInt32 index, char* text) override;
   void getParameterName(VstInt32 index, char* text) override;
+  // Sets the parameter to what its display would show as `text`; false, and nothing happens, when it shows no such
+  // text [host, ui].
+  bool string2parameter(VstInt32 index, char* text) override;
   // The state as bytes, the effect's until the next call or its end; hosts keep them in their projects [host].
   VstInt32 getChunk(void** data, bool isPreset) override;
   // Takes a state; a block in flight ends first, the next one plays the new state whole [host, ui]. Meanwhile the host
@@ -243,6 +246,7 @@ class LfoDSP : public AudioEffectX {
   [[nodiscard]] model::Locks locksFor(bool isPreset) const noexcept;
   void repeatParameters(std::initializer_list<VstInt32> indices);
   void repeatController(const model::Locks& locks);
+  void repeatLaterParameters();
   void automateFirst(VstInt32 count);
   void announceGraphs();
   void announceCurrent(const model::LoadedState& loaded, const model::Locks& locks);

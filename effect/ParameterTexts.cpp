@@ -6,17 +6,18 @@
 #include <cstring>
 
 #include "effect/ExpMapper.h"
-#include "effect/Fields.h"
 #include "effect/Helpers.h"
 #include "effect/LfoClock.h"
 #include "effect/LfoDSP.h"
-#include "effect/ParameterTable.h"
+#include "effect/ParameterReading.h"
 #include "filters/FilterSetup.h"
+#include "filters/FilterTypes.h"
+#include "model/ParameterIndex.h"
 #include "model/WarpTable.h"
 
-using namespace model;
-using namespace effect;
+namespace effect {
 
+using namespace model;
 namespace {
 
 constexpr std::size_t kTextBytes = 24;  // what hosts give at the least in practice, closing zero included
@@ -32,33 +33,69 @@ void asInteger(int width, double n, char* text) noexcept {
   std::snprintf(text, kTextBytes, "%*i", width, integerPart(n));
 }
 
-// -100 to 100.
+// For texts that are cut and not rounded: the value whose product reaches the step that it was read from.
+std::optional<float> reaching(float steps, std::optional<float> v) noexcept {
+  if (!v || asDouble(*v * steps) >= std::round(asDouble(*v) * asDouble(steps))) return v;
+  return std::nextafter(*v, 1.0f);
+}
+
 void roundTheMiddle(float v, char* text) noexcept {
   wholeNumber(integerPart(asDouble(v * 200.0f) + 0.5) - 100.0, text);
 }
 // The same, but the floor: a value just below a step reads as the step below.
 void pulseWidth(float v, char* text) noexcept { wholeNumber(std::floor(asDouble(v * 200.0f)) - 100.0, text); }
+std::optional<float> readRoundTheMiddle(std::string_view text) noexcept {
+  return placeBetween(readNumber(text, "%"), -100.0, 100.0);
+}
+
+std::optional<float> readPulseWidth(std::string_view text) noexcept {
+  return reaching(200.0f, readRoundTheMiddle(text));
+}
+
 void degrees(float v, char* text) noexcept { wholeNumber(asDouble(v * 360.0f) + 0.5, text); }
+std::optional<float> readDegrees(std::string_view text) noexcept { return placeBetween(readNumber(text), 0.0, 360.0); }
+
 void percent(float v, char* text) noexcept { wholeNumber(asDouble(v * 100.0f), text); }
 void nearestPercent(float v, char* text) noexcept { wholeNumber(asDouble(v * 100.0f) + 0.5, text); }
 void percentFromTop(double y, char* text) noexcept { wholeNumber(100.0 - integerPart(y * 100.0 + 0.5), text); }
 void resonance(float v, char* text) noexcept { asInteger(3, asDouble(v * 100.0f), text); }
-
-void yesNo(float v, char* text) noexcept { std::strcpy(text, v != 0.0f ? "Yes " : "No  "); }
-void onOff(float v, char* text) noexcept { std::strcpy(text, v != 0.0f ? "ON " : "OFF"); }
-void beatOrFree(float v, char* text) noexcept { std::strcpy(text, v != 0.0f ? "Beat" : "Free"); }
-void freeOrBeat(float v, char* text) noexcept { beatOrFree(v != 0.0f ? 0.0f : 1.0f, text); }
-void highOrLow(float v, char* text) noexcept { std::strcpy(text, v != 0.0f ? "HF_PROC" : "LF_PROC"); }
-void filterOn(float v, char* text) noexcept { std::strcpy(text, v != 0.0f ? "FILT ON" : "FILT OFF"); }
-void filterOnNearest(float v, char* text) noexcept {
-  filterOn(static_cast<float>(integerPart(asDouble(v) + 0.5)), text);
+std::optional<float> readPercent(std::string_view text) noexcept {
+  return placeBetween(readNumber(text, "%"), 0.0, 100.0);
 }
 
-void graphNumber(float graph, char* text) noexcept { wholeNumber(asDouble(graph) + 1.0, text); }
+std::optional<float> readCutPercent(std::string_view text) noexcept { return reaching(100.0f, readPercent(text)); }
+
+struct SwitchWords {
+  const char* off;
+  const char* on;
+};
+constexpr SwitchWords kOnOffWords{"OFF", "ON "}, kYesNoWords{"No  ", "Yes "}, kFilterOnOffWords{"FILT OFF", "FILT ON"},
+    kFreeOrBeatWords{"Free", "Beat"}, kHighOrLowWords{"LF_PROC", "HF_PROC"};
+
+template <const SwitchWords& Words>
+void word(float v, char* text) noexcept {
+  std::strcpy(text, v != 0.0f ? Words.on : Words.off);
+}
+template <const SwitchWords& Words>
+void wordOfOpposite(float v, char* text) noexcept {
+  std::strcpy(text, v != 0.0f ? Words.off : Words.on);
+}
+template <const SwitchWords& Words>
+void wordOfNearest(float v, char* text) noexcept {
+  word<Words>(static_cast<float>(integerPart(asDouble(v) + 0.5)), text);
+}
+template <const SwitchWords& Words>
+std::optional<float> readWord(std::string_view text) noexcept {
+  if (sameText(text, Words.on)) return 1.0f;
+  return sameText(text, Words.off) ? std::optional(0.0f) : std::nullopt;
+}
+
 double graphOf(float v) noexcept { return std::round(asDouble(v) * kLastGraph); }
-void nearestGraph(float v, char* text) noexcept { wholeNumber(graphOf(v) + 1.0, text); }
+void graphNumber(float graph, char* text) noexcept { wholeNumber(asDouble(graph) + 1.0, text); }
+void graphNumberOf(float v, char* text) noexcept { wholeNumber(graphOf(v) + 1.0, text); }
 void currentGraph(float graph, char* text) noexcept { asInteger(1, asDouble(graph) + 1.0, text); }
-void nearestCurrentGraph(float v, char* text) noexcept { asInteger(1, graphOf(v) + 1.0, text); }
+void currentGraphOf(float v, char* text) noexcept { asInteger(1, graphOf(v) + 1.0, text); }
+std::optional<float> readGraphNumber(std::string_view text) noexcept { return readCount(text, 1, kGraphs); }
 
 void warpName(double entry, char* text) noexcept {
   const int i = integerPart(entry);
@@ -66,25 +103,65 @@ void warpName(double entry, char* text) noexcept {
 }
 void warp(float v, char* text) noexcept { warpName(asDouble(v) * kWarpScale + 0.5, text); }
 void nearestWarp(float v, char* text) noexcept { warpName(std::round(asDouble(v) * kWarpScale), text); }
+std::optional<float> readWarp(std::string_view text) noexcept {
+  const auto entry = placeOf(text, WarpNames);
+  return entry ? std::optional(static_cast<float>(*entry) / static_cast<float>(kWarps - 1)) : std::nullopt;
+}
 
 void offsetSamples(float samples, char* text) noexcept { asInteger(4, std::floor(asDouble(samples)), text); }
 void timing(float v, char* text) noexcept { wholeNumber(asDouble(v) * 8192.0 - 4096.0 + 0.5, text); }
+std::optional<float> readOffsetSamples(std::string_view text) noexcept {
+  return placeBetween(readNumber(text), -4096.0, 4096.0);
+}
 
 void crossoverHz(float v, char* text) noexcept {
   asInteger(1, asDouble(crossoverMapper().setAndGetValue(v)) + 0.5, text);
 }
-void mappedCutoffHz(float v, char* text) noexcept { asInteger(5, asDouble(cutoffMapper().setAndGetValue(v)), text); }
+std::optional<float> readCrossoverHz(std::string_view text) noexcept {
+  return ratioBetween(readNumber(text, "Hz"), 20.0, 20000.0);
+}
 
 void gridCells(float v, char* text) noexcept {
   asInteger(2, std::max(integerPart(asDouble(v * 15.0f) + 0.5) + 1.0, 2.0), text);
 }
+// One cell is shown as two.
+std::optional<float> readGridCells(std::string_view text) noexcept {
+  const auto cells = readCount(text, 1, 16);
+  return cells && *cells > 0.0f ? cells : std::nullopt;
+}
 
-// --- Texts that more than one field goes into
+}  // namespace
+
+constinit const Form kRoundTheMiddle{roundTheMiddle, roundTheMiddle, readRoundTheMiddle};
+constinit const Form kPulseWidth{pulseWidth, pulseWidth, readPulseWidth};
+constinit const Form kDegrees{degrees, degrees, readDegrees};
+constinit const Form kPercent{percent, percent, readCutPercent};
+constinit const Form kNearestPercent{nearestPercent, nearestPercent, readPercent};
+constinit const Form kResonance{resonance, resonance, readCutPercent};
+constinit const Form kOnOff{word<kOnOffWords>, word<kOnOffWords>, readWord<kOnOffWords>};
+constinit const Form kYesNo{word<kYesNoWords>, word<kYesNoWords>, readWord<kYesNoWords>};
+constinit const Form kFilterOnOff{word<kFilterOnOffWords>, wordOfNearest<kFilterOnOffWords>,
+                                  readWord<kFilterOnOffWords>};
+constinit const Form kFreeOrBeat{wordOfOpposite<kFreeOrBeatWords>, word<kFreeOrBeatWords>, readWord<kFreeOrBeatWords>};
+constinit const Form kHighOrLow{word<kHighOrLowWords>, word<kOnOffWords>, readWord<kHighOrLowWords>};
+constinit const Form kGraphNumber{graphNumber, graphNumberOf, readGraphNumber};
+constinit const Form kCurrentGraphNumber{currentGraph, currentGraphOf, readGraphNumber};
+constinit const Form kWarpName{warp, nearestWarp, readWarp};
+constinit const Form kOffsetSamples{offsetSamples, timing, readOffsetSamples};
+constinit const Form kCrossoverHz{crossoverHz, crossoverHz, readCrossoverHz};
+constinit const Form kGridCells{gridCells, gridCells, readGridCells};
+
+// --- The rate
+
+namespace {
+
+constexpr double kHighestRateHz = 440.0;
+constexpr char kBeyondTheNames[] = "fast";
 
 // With so many decimals, and the unit behind it.
 void freeRate(int decimals, const char* unit, float value, char* text) noexcept {
   constexpr double kFastestHz = 1e6;
-  const double hertz = asDouble(fourthPower(value)) * 440.0;
+  const double hertz = asDouble(fourthPower(value)) * kHighestRateHz;
   if (hertz < kFastestHz) {
     std::snprintf(text, kTextBytes, "%.*f%s", decimals, hertz, unit);
   } else {
@@ -92,38 +169,105 @@ void freeRate(int decimals, const char* unit, float value, char* text) noexcept 
   }
 }
 
+int stepOf(const PadLFO& lfo, float value) noexcept { return rateStep(value, lfo.bTriplet != 0, lfo.bDotted != 0); }
+
 void beatRate(const PadLFO& lfo, float value, char* text) noexcept {
-  const auto step = static_cast<std::size_t>(std::max(rateStep(value, lfo.bTriplet != 0, lfo.bDotted != 0), 0));
-  std::strcpy(text, step < LFOTimes.size() ? LFOTimes[step] : "fast");
+  const auto step = static_cast<std::size_t>(std::max(stepOf(lfo, value), 0));
+  std::strcpy(text, step < LFOTimes.size() ? LFOTimes[step] : kBeyondTheNames);
 }
 
-void rate(const LfoDSP& effect, int, char* text) noexcept {
+// The middle of the step, so that no rounding moves it to its neighbour. A step that is switched off has no value.
+std::optional<float> readBeatRate(const PadLFO& lfo, std::string_view text) noexcept {
+  constexpr float kSteps = 42.0f;
+  if (sameText(text, kBeyondTheNames)) return 1.0f;
+  const auto step = placeOf(text, LFOTimes);
+  if (!step) return std::nullopt;
+  const float value = (static_cast<float>(*step) + 0.5f) / kSteps;
+  return stepOf(lfo, value) == static_cast<int>(*step) ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
+
+void rateText(const LfoDSP& effect, int, char* text) {
   const PadLFO& lfo = effect.padLFO;
   lfo.bFreeRun ? freeRate(3, " Hz", lfo.rate, text) : beatRate(lfo, lfo.rate, text);
 }
-void rateOf(const LfoDSP& effect, int, float v, char* text) noexcept {
-  effect.padLFO.bFreeRun ? freeRate(1, "", v, text) : beatRate(effect.padLFO, v, text);
+
+void rateTextOf(const LfoDSP& effect, int, float value, char* text) {
+  effect.padLFO.bFreeRun ? freeRate(1, "", value, text) : beatRate(effect.padLFO, value, text);
 }
 
-// The clean state-variable types have a frequency range of their own.
-void cutoffHz(const LfoDSP& effect, int, char* text) noexcept {
+std::optional<float> readRate(const LfoDSP& effect, int, std::string_view text) {
+  if (!effect.padLFO.bFreeRun) return readBeatRate(effect.padLFO, text);
+  const auto share = placeBetween(readNumber(text, "Hz"), 0.0, kHighestRateHz);
+  return share ? std::optional(static_cast<float>(std::pow(asDouble(*share), 0.25))) : std::nullopt;
+}
+
+// --- The cutoff: the clean state-variable types have a frequency range of their own
+
+namespace {
+
+bool isCleanType(const LfoDSP& effect) noexcept {
   constexpr int kCleanTypes = 3;
+  return integerPart(asDouble(effect.filterType) * 92.0 + 0.5) < kCleanTypes;
+}
+
+void mappedCutoffHz(float v, char* text) noexcept { asInteger(5, asDouble(cutoffMapper().setAndGetValue(v)), text); }
+
+}  // namespace
+
+void cutoffText(const LfoDSP& effect, int, char* text) {
   const float cutoff = effect.filterCutoff;
-  if (integerPart(asDouble(effect.filterType) * 92.0 + 0.5) < kCleanTypes) return mappedCutoffHz(cutoff, text);
+  if (isCleanType(effect)) return mappedCutoffHz(cutoff, text);
   const float rateHz = effect.sampleRateSafe;
   const auto cycles =
       static_cast<float>(VGlobalCoeffs::cyclesPerSample(pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
   asInteger(5, asDouble(cycles * rateHz) + 0.5, text);
 }
 
-void retrigger(const LfoDSP& effect, int, char* text) noexcept {
-  std::strcpy(text, effect.bOneShot ? "Env" : effect.bRetrig ? "Trig" : "OFF");
-}
-void retriggerOf(const LfoDSP&, int, float v, char* text) noexcept {
-  std::strcpy(text, v >= 0.75f ? "ENV" : v >= 0.25f ? "Trig" : "OFF");
+void cutoffTextOf(const LfoDSP&, int, float value, char* text) { mappedCutoffHz(value, text); }
+
+namespace {
+
+// The ends of a range are no whole numbers, so what they read as may lie a little outside.
+std::optional<float> readHertz(double shown, double meant, double low, double high) noexcept {
+  if (shown < std::floor(low) || shown > std::ceil(high)) return std::nullopt;
+  return ratioBetween(std::clamp(meant, low, high), low, high);
 }
 
-void controller(const LfoDSP& effect, int, char* text) noexcept {
+}  // namespace
+
+// The mapper's texts are cut to whole numbers, so the middle between two is meant; the pitches' are rounded.
+std::optional<float> readCutoff(const LfoDSP& effect, int, std::string_view text) {
+  const auto hertz = readNumber(text, "Hz");
+  if (!hertz) return std::nullopt;
+  if (isCleanType(effect)) {
+    auto mapper = cutoffMapper();
+    const double low = asDouble(mapper.setAndGetValue(0.0f));
+    return readHertz(*hertz, *hertz + 0.5, low, asDouble(mapper.setAndGetValue(1.0f)));
+  }
+  constexpr double kNotes = 128.0, kTuningNote = 69.0;
+  const double low = asDouble(kTuningHz) * std::exp2(-kTuningNote / 12.0);
+  return readHertz(*hertz, *hertz, low, low * std::exp2(kNotes / 12.0));
+}
+
+// --- Retrigger and controller
+
+void retriggerText(const LfoDSP& effect, int, char* text) {
+  std::strcpy(text, effect.bOneShot ? "Env" : effect.bRetrig ? "Trig" : "OFF");
+}
+
+void retriggerTextOf(const LfoDSP&, int, float value, char* text) {
+  std::strcpy(text, value >= 0.75f ? "ENV" : value >= 0.25f ? "Trig" : "OFF");
+}
+
+std::optional<float> readRetrigger(const LfoDSP&, int, std::string_view text) {
+  constexpr const char* kPositions[] = {"OFF", "Trig", "Env"};
+  const auto position = placeOf(text, kPositions);
+  return position ? std::optional(static_cast<float>(*position) * 0.5f) : std::nullopt;
+}
+
+void controllerText(const LfoDSP& effect, int, char* text) {
   const int number = effect.ccNumber;
   if (number > 0) {
     wholeNumber(number, text);
@@ -131,138 +275,66 @@ void controller(const LfoDSP& effect, int, char* text) noexcept {
     std::strcpy(text, " off ");
   }
 }
-void controllerOf(const LfoDSP& effect, int index, float, char* text) noexcept { controller(effect, index, text); }
 
-// The points of graph 1 by their three numbers each.
+void controllerTextOf(const LfoDSP& effect, int index, float, char* text) { controllerText(effect, index, text); }
+
+std::optional<float> readController(const LfoDSP&, int, std::string_view text) {
+  if (sameText(text, "off")) return 0.0f;
+  const auto number = readCount(text, 0, 128);
+  return number && *number < 1.0f ? number : std::nullopt;
+}
+
+// --- Warps and the points of graph 1, which have three numbers each
+
+void warpText(const LfoDSP& effect, int index, char* text) {
+  warp(effect.padLFO.graphWarp[static_cast<std::size_t>(index - kWarp1)], text);
+}
+
+void currentWarpText(const LfoDSP& effect, int, char* text) { warpText(effect, kWarp1 + effect.currentGraph, text); }
+
+namespace {
+
 int pointOf(int index) noexcept { return (index - kPoint1) / 3; }
 
-void pointY(const LfoDSP& effect, int index, char* text) noexcept {
-  percentFromTop(effect.envY[0][pointOf(index)], text);
-}
-void pointYOf(const LfoDSP&, int, float v, char* text) noexcept { percentFromTop(asDouble(v), text); }
-void pointX(const LfoDSP& effect, int index, char* text) noexcept {
+}  // namespace
+
+void pointYText(const LfoDSP& effect, int index, char* text) { percentFromTop(effect.envY[0][pointOf(index)], text); }
+
+void pointYTextOf(const LfoDSP&, int, float value, char* text) { percentFromTop(asDouble(value), text); }
+
+void pointXText(const LfoDSP& effect, int index, char* text) {
   wholeNumber(effect.envX[0][pointOf(index)] * 100.0 / kGraphWidth + 0.5, text);
 }
-void pointCurve(const LfoDSP& effect, int index, char* text) noexcept {
+
+void pointCurveText(const LfoDSP& effect, int index, char* text) {
   wholeNumber(effect.envCurve[0][pointOf(index)] * 100.0 + 0.5, text);
 }
 
 // --- Texts that the filter gives, by a normalised type
 
-template <long Entry>
-void filterText(const LfoDSP& effect, int, char* text) noexcept {
-  effect.writeFilterText(Entry, effect.filterType, text);
+void filterTypeText(const LfoDSP& effect, int, char* text) { effect.writeFilterText(kMode, effect.filterType, text); }
+
+void filterTypeTextOf(const LfoDSP& effect, int, float type, char* text) {
+  effect.writeFilterText(kMode, type / 92.0f, text);
 }
-template <long Entry, int Types>
-void filterTextOf(const LfoDSP& effect, int, float type, char* text) noexcept {
-  effect.writeFilterText(Entry, type / static_cast<float>(Types), text);
+
+std::optional<float> readFilterType(const LfoDSP&, int, std::string_view text) {
+  const auto types = filterTypes();
+  const auto found = std::ranges::find_if(types, [text](const FilterType& type) { return sameText(type.name, text); });
+  if (found == types.end()) return std::nullopt;
+  return static_cast<float>(found - types.begin()) / static_cast<float>(kFilterTypes - 1);
 }
-void scratchType(const LfoDSP& effect, int, char* text) noexcept {
+
+void varNameText(const LfoDSP& effect, int, char* text) { effect.writeFilterText(kVar, effect.filterType, text); }
+
+void varNameTextOf(const LfoDSP& effect, int, float type, char* text) {
+  effect.writeFilterText(kVar, type / 96.0f, text);
+}
+
+void scratchTypeText(const LfoDSP& effect, int, char* text) {
   effect.writeFilterText(kMode, effect.filterNameScratch, text);
 }
-void scratchTypeOf(const LfoDSP& effect, int index, float, char* text) noexcept { scratchType(effect, index, text); }
 
-// --- The table
+void scratchTypeTextOf(const LfoDSP& effect, int index, float, char* text) { scratchTypeText(effect, index, text); }
 
-using Format = void (*)(float v, char* text) noexcept;
-
-template <Format Form>
-void formatted(const LfoDSP&, int, float value, char* text) noexcept {
-  Form(value, text);
-}
-
-template <auto Field, Format Form>
-void formattedField(const LfoDSP& effect, int, char* text) noexcept {
-  Form(static_cast<float>(field<Field>(effect)), text);
-}
-
-template <Format Form>
-void formattedWarp(const LfoDSP& effect, int index, char* text) noexcept {
-  const int g = index == kCurrentWarp ? int{effect.currentGraph} : index - kWarp1;
-  Form(effect.padLFO.graphWarp[static_cast<std::size_t>(g)], text);
-}
-
-// A field and a value passed in, by the same form or by one each.
-template <auto Field, Format Form, Format FormOfValue = Form>
-consteval ParameterTexts row() {
-  return {formattedField<Field, Form>, formatted<FormOfValue>};
-}
-
-using Table = std::array<ParameterTexts, kParameterRows>;
-
-consteval void addNotes(Table& rows) {
-  rows[kRetrigger] = {retrigger, retriggerOf};
-  rows[kGateMode] = row<&LfoDSP::bGateMode, onOff>();
-  rows[kVelToPwm] = row<&LfoDSP::bVelToPwm, onOff>();
-  rows[kNoteToRate] = row<&LfoDSP::bNoteToRate, onOff>();
-  rows[kNoteToCutoff] = row<&LfoDSP::bNoteToCutoff, onOff>();
-}
-
-consteval void addClock(Table& rows) {
-  rows[kRate] = {rate, rateOf};
-  rows[kSwing] = row<&PadLFO::swing, roundTheMiddle>();
-  rows[kPhase] = row<&PadLFO::phase, degrees>();
-  rows[kPwm] = row<&PadLFO::pwm, pulseWidth>();
-  rows[kDepthCut] = row<&PadLFO::depthCut, roundTheMiddle>();
-  rows[kDepthRes] = row<&PadLFO::depthRes, roundTheMiddle>();
-  rows[kDepthVol] = row<&PadLFO::depthVol, roundTheMiddle>();
-  rows[kDepthPan] = row<&PadLFO::depthPan, roundTheMiddle>();
-  rows[kDepthVar] = row<&PadLFO::depthVar, roundTheMiddle>();
-  rows[kBpmSync] = row<&PadLFO::bFreeRun, freeOrBeat, beatOrFree>();
-  rows[kDotted] = row<&PadLFO::bDotted, yesNo>();
-  rows[kTriplet] = row<&PadLFO::bTriplet, yesNo>();
-  rows[kSmooth] = row<&LfoDSP::lfoSmooth, percent>();
-  rows[kDepthKnob] = row<&PadLFO::depthKnob, nearestPercent>();
-  rows[kTiming] = row<&LfoDSP::timingOffset, offsetSamples, timing>();
-}
-
-// The number of a type stands for the type where a value is passed in; for "Var", 96 of them fill the range.
-consteval void addFilter(Table& rows) {
-  rows[kFilterCutoff] = {cutoffHz, formatted<mappedCutoffHz>};
-  rows[kFilterReso] = row<&LfoDSP::filterReso, resonance>();
-  rows[kFilterOn] = row<&LfoDSP::filterOnFlag, filterOn, filterOnNearest>();
-  rows[kFilterDrive] = row<&LfoDSP::filterDrive, percent>();
-  rows[kFilterVar] = row<&LfoDSP::filterVar, percent>();
-  rows[kFilterMix] = row<&LfoDSP::filterMix, percent>();
-  rows[kFilterType] = rows[kFilterNameScratch] = {filterText<kMode>, filterTextOf<kMode, 92>};
-  rows[kVarName] = {filterText<kVar>, filterTextOf<kVar, 96>};
-  rows[kTypeOfScratch] = {scratchType, scratchTypeOf};
-  rows[kXoverOn] = row<&LfoDSP::bXoverOn, onOff>();
-  rows[kXoverInvert] = row<&LfoDSP::bXoverInvert, highOrLow, onOff>();
-  rows[kXoverFrequency] = row<&LfoDSP::xoverFrequency, crossoverHz>();
-}
-
-consteval void addGraphs(Table& rows) {
-  rows[kRouteCut] = row<&LfoDSP::routeCut, graphNumber, nearestGraph>();
-  rows[kRouteRes] = row<&LfoDSP::routeRes, graphNumber, nearestGraph>();
-  rows[kRouteVol] = row<&LfoDSP::routeVol, graphNumber, nearestGraph>();
-  rows[kRoutePan] = row<&LfoDSP::routePan, graphNumber, nearestGraph>();
-  rows[kRouteVar] = row<&LfoDSP::routeVar, graphNumber, nearestGraph>();
-  rows[kCurrentGraph] = row<&LfoDSP::currentGraph, currentGraph, nearestCurrentGraph>();
-  rows[kGridSize] = row<&LfoDSP::gridSize, gridCells>();
-  rows[kCcNumber] = {controller, controllerOf};
-  for (std::size_t g = 0; g < kGraphs; ++g) rows[kWarp1 + g] = {formattedWarp<warp>, formatted<nearestWarp>};
-  rows[kCurrentWarp] = {formattedWarp<warp>, nullptr};
-  for (std::size_t i = kPoint1; i < kPoint1 + kAutomatedPoints; i += 3) {
-    rows[i] = {pointY, pointYOf};
-    rows[i + 1] = {pointX, formatted<nearestPercent>};
-    rows[i + 2] = {pointCurve, formatted<nearestPercent>};
-  }
-}
-
-consteval Table makeTable() {
-  Table rows{};
-  addClock(rows);
-  addNotes(rows);
-  addFilter(rows);
-  addGraphs(rows);
-  return rows;
-}
-
-constexpr Table kTexts = makeTable();
-
-}  // namespace
-
-const ParameterTexts* parameterTexts(int index) noexcept {
-  return index >= 0 && index < kParameterRows ? &kTexts[static_cast<std::size_t>(index)] : nullptr;
-}
+}  // namespace effect

@@ -1,42 +1,49 @@
-// The host's view of the parameter tables.
+// The host's view of the parameter table.
 #include <cmath>
 #include <cstring>
 
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
-#include "effect/ParameterTexts.h"
 
-namespace {
-
-bool isPoint(int index) { return index >= kPoint1 && index < kPoint1 + kAutomatedPoints; }
-
-}  // namespace
+using namespace model;
 
 void LfoDSP::setParameter(VstInt32 index, float value) {
-  const ParameterRow* const row = parameterRow(index);
+  const effect::ParameterRow* const row = effect::parameterRow(index);
   if (row && row->set && std::isfinite(value)) row->set(*this, index, value);
 }
 
 float LfoDSP::getParameter(VstInt32 index) {
-  const ParameterRow* const row = parameterRow(index);
+  const effect::ParameterRow* const row = effect::parameterRow(index);
   return row && row->get ? row->get(*this, index) : 0.0f;
 }
 
 void LfoDSP::getParameterName(VstInt32 index, char* text) {
-  const ParameterRow* const row = parameterRow(index);
+  const effect::ParameterRow* const row = effect::parameterRow(index);
   if (row && row->name[0]) std::strcpy(text, row->name.data());
 }
 
-void LfoDSP::getParameterLabel(VstInt32 index, char* label) { std::strcpy(label, isPoint(index) ? "%" : "  "); }
+void LfoDSP::getParameterLabel(VstInt32 index, char* label) {
+  const effect::ParameterRow* const row = effect::parameterRow(index);
+  std::strcpy(label, row ? row->label : effect::ParameterRow{}.label);
+}
 
 void LfoDSP::getParameterDisplay(VstInt32 index, char* text) {
-  const ParameterTexts* const row = parameterTexts(index);
-  if (row && row->present) row->present(*this, index, text);
+  const effect::ParameterRow* const row = effect::parameterRow(index);
+  if (row && row->text) row->text(*this, index, text);
+}
+
+bool LfoDSP::string2parameter(VstInt32 index, char* text) {
+  constexpr std::size_t kLongestText = 64;  // of a sane host
+  const effect::ParameterRow* const row = effect::parameterRow(index);
+  if (!row || !row->read || !text) return false;
+  const std::optional<float> value = row->read(*this, index, {text, strnlen(text, kLongestText)});
+  if (value) setParameter(index, *value);
+  return value.has_value();
 }
 
 void LfoDSP::convertParameterValueToString(int index, float value, char* text) {
-  const ParameterTexts* const row = parameterTexts(index);
-  if (row && row->ofValue) row->ofValue(*this, index, value, text);
+  const effect::ParameterRow* const row = effect::parameterRow(index);
+  if (row && row->textOf) row->textOf(*this, index, value, text);
 }
 
 // Before there is a filter, "Var" has a word of its own and everything else no text.

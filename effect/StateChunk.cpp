@@ -5,6 +5,7 @@
 // fixed order that editors and hosts know: the effect's own parameters, the host's automation, the graphs, the window.
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
+#include "model/StateFields.h"
 
 using namespace model;
 
@@ -12,9 +13,10 @@ namespace {
 
 constexpr float kFirstFilterTypes = 0.98f;  // version: before it the filter's switch chose the type
 constexpr float kFirstWindowSize = 1.21f;
+constexpr float kLastOfFixedOrder = 1.24f;  // what came into the state with a later version is told behind the rest
 constexpr VstInt32 kRefused = -1;
 
-// --- One field, one way or the other
+// --- The fields that no parameter's row keeps, one way or the other
 
 template <class T>
 void copyCell(T& to, const Shared<T>& from) noexcept {
@@ -31,67 +33,22 @@ void copyCell(std::array<To, N>& to, const std::array<From, N>& from) noexcept {
   for (std::size_t i = 0; i < N; ++i) copyCell(to[i], from[i]);
 }
 
-template <class State, class Record, class Copy>
-void pairRecord(State& state, Record& lfo, Copy copy) noexcept {
+// All but the points, which lie in another order here and there.
+template <class State, class Effect, class Copy>
+void pairOtherFields(State& state, Effect& effect, Copy copy) noexcept {
+  auto& lfo = effect.padLFO;
   copy(state.bLfoOpen, lfo.bLfoOpen);
-  copy(state.reserved1, lfo.reserved1);
   copy(state.graphOut, lfo.graphOut);
-  copy(state.graphWarp, lfo.graphWarp);
+  copy(state.cyclePos, lfo.cyclePos);
+  copy(state.reserved1, lfo.reserved1);
   copy(state.reserved100, lfo.reserved100);
-  copy(state.rate, lfo.rate);
-  copy(state.pwm, lfo.pwm);
-  copy(state.swing, lfo.swing);
-  copy(state.depthPan, lfo.depthPan);
-  copy(state.depthCut, lfo.depthCut);
-  copy(state.depthVol, lfo.depthVol);
-  copy(state.depthRes, lfo.depthRes);
   copy(state.reserved132, lfo.reserved132);
   copy(state.reserved136, lfo.reserved136);
-  copy(state.depthKnob, lfo.depthKnob);
-  copy(state.depthVar, lfo.depthVar);
   copy(state.reserved148, lfo.reserved148);
-  copy(state.cyclePos, lfo.cyclePos);
-  copy(state.phase, lfo.phase);
-  copy(state.bTriplet, lfo.bTriplet);
-  copy(state.bDotted, lfo.bDotted);
   copy(state.reserved162, lfo.reserved162);
   copy(state.reserved164, lfo.reserved164);
-  copy(state.bFreeRun, lfo.bFreeRun);
   copy(state.reserved169, lfo.reserved169);
-}
-
-// All fields but the points, which lie in another order here and there.
-template <class State, class Effect, class Copy>
-void pairFields(State& state, Effect& effect, Copy copy) noexcept {
-  pairRecord(state, effect.padLFO, copy);
-  copy(state.filterType, effect.filterType);
-  copy(state.filterVar, effect.filterVar);
-  copy(state.filterMix, effect.filterMix);
-  copy(state.filterCutoff, effect.filterCutoff);
-  copy(state.filterReso, effect.filterReso);
-  copy(state.filterOn, effect.filterOn);
-  copy(state.filterDrive, effect.filterDrive);
-  copy(state.lfoSmooth, effect.lfoSmooth);
-  copy(state.xoverFrequency, effect.xoverFrequency);
-  copy(state.gridSize, effect.gridSize);
-  copy(state.timing, effect.timing);
-  copy(state.ccNumber, effect.ccNumber);
-  copy(state.currentGraph, effect.currentGraph);
-  copy(state.routeCut, effect.routeCut);
-  copy(state.routeRes, effect.routeRes);
-  copy(state.routeVol, effect.routeVol);
-  copy(state.routePan, effect.routePan);
-  copy(state.routeVar, effect.routeVar);
-  copy(state.bXoverOn, effect.bXoverOn);
-  copy(state.bXoverInvert, effect.bXoverInvert);
-  copy(state.bAnchor, effect.bAnchor);
-  copy(state.bRetrig, effect.bRetrig);
-  copy(state.bOneShot, effect.bOneShot);
-  copy(state.bGateMode, effect.bGateMode);
-  copy(state.bVelToPwm, effect.bVelToPwm);
-  copy(state.bNoteToRate, effect.bNoteToRate);
-  copy(state.bNoteToCutoff, effect.bNoteToCutoff);
-  copy(state.bScopeOn, effect.bScopeOn);
+  copy(state.bOneShot, effect.bOneShot);  // the second field of "In>Rerig"
   copy(state.editorWidth, effect.editorWidth);
   copy(state.editorHeight, effect.editorHeight);
 }
@@ -107,7 +64,9 @@ std::span<const std::byte> bytesOf(const void* data, VstInt32 size) noexcept {
 
 model::State LfoDSP::snapshot() const noexcept {
   model::State state;
-  pairFields(state, *this, [](auto& stored, const auto& live) { copyCell(stored, live); });
+  for (const effect::ParameterRow& row : effect::parameterRows())
+    if (row.stored) row.stored->put(state, row.index - row.stored->parameter, row.load(*this, row.index));
+  pairOtherFields(state, *this, [](auto& stored, const auto& live) { copyCell(stored, live); });
   for (int g = 0; g < kGraphs; ++g) model::setPoints(state, g, pointsOf(g));
   return state;
 }
@@ -124,7 +83,9 @@ VstInt32 LfoDSP::getChunk(void** data, bool /*isPreset*/) {
 // --- Loading
 
 void LfoDSP::takeState(const model::State& state) noexcept {
-  pairFields(state, *this, [](const auto& stored, auto& live) { copyCell(live, stored); });
+  for (const effect::ParameterRow& row : effect::parameterRows())
+    if (row.stored) row.store(*this, row.index, row.stored->get(state, row.index - row.stored->parameter));
+  pairOtherFields(state, *this, [](const auto& stored, auto& live) { copyCell(live, stored); });
   for (int g = 0; g < kGraphs; ++g) {
     setPoints(g, model::pointsOf(state, g), kGraphSlots);
     setWarp(g, state.graphWarp[static_cast<std::size_t>(g)]);
@@ -149,6 +110,11 @@ void LfoDSP::automateFirst(VstInt32 count) {
   for (VstInt32 index = 0; index < count; ++index) setParameterAutomated(index, getParameter(index));
 }
 
+void LfoDSP::repeatLaterParameters() {
+  for (const effect::ParameterRow& row : effect::parameterRows())
+    if (row.stored && row.stored->now.since > kLastOfFixedOrder) repeatParameters({row.index});
+}
+
 // The effect always comes back with the first graph on show.
 void LfoDSP::announceGraphs() {
   setParameter(kNoticeGraph, 0.0f);
@@ -157,18 +123,19 @@ void LfoDSP::announceGraphs() {
 }
 
 void LfoDSP::announceCurrent(const model::LoadedState& loaded, const model::Locks& locks) {
-  const bool bSplitSwitch = loaded.version < kFirstFilterTypes;
-  if (bSplitSwitch) repeatParameters({kFilterType});
-  if (bSplitSwitch && loaded.state.filterOn >= 1.0f) repeatParameters({kFilterMix, kFilterVar});
+  const bool splitSwitch = loaded.version < kFirstFilterTypes;
+  if (splitSwitch) repeatParameters({kFilterType});
+  if (splitSwitch && loaded.state.filterOn >= 1.0f) repeatParameters({kFilterMix, kFilterVar});
   setParameter(kNoticeScope, bScopeOn ? 1.0f : 0.0f);
   repeatParameters({kFilterOn, kXoverFrequency, kXoverInvert, kXoverOn, kNoteToCutoff});
   repeatController(locks);
   repeatParameters({kRouteCut, kRouteRes, kRouteVol, kRoutePan, kRouteVar, kGridSize, kAnchor});
-  if (!bSplitSwitch) {
+  if (!splitSwitch) {
     repeatParameters({kFilterType});
     setParameter(kNoticeFilterType, 1.0f);
     repeatParameters({kFilterMix, kFilterVar});
   }
+  repeatLaterParameters();
   automateFirst(kPoint1);
   announceGraphs();
   repeatParameters({kRetrigger});

@@ -153,8 +153,8 @@ class Reader {
   void take(const Field& field, State& state) const noexcept {
     const Place& place = placeOf(field);
     if (!holds(field)) {
-      const bool bKept = field.bKept || place.offset == Place::kNowhere;
-      for (int i = 0; bKept && i < field.count; ++i) field.put(state, i, field.get(present_, i));
+      const bool stays = field.staysIfAbsent || place.offset == Place::kNowhere;
+      for (int i = 0; stays && i < field.count; ++i) field.put(state, i, field.get(present_, i));
       return;
     }
     for (int i = 0; i < field.count; ++i) {

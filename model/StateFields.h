@@ -1,5 +1,7 @@
-// The stored fields as one table: name, type, place in both layouts of the chunk, limits, access. Reader, writer, tests
-// and the command line all work off it; a field that is added gets its row here and nothing else.
+// The stored fields as one table: name, type, place in both layouts of the chunk, limits, access, and the parameter
+// that shows the field. Reader, writer, tests and the command line all work off it. A field that is added gets its
+// member in State.h and its row in StateLayout.h; with `shownBy` there, the effect's row of that parameter finds it,
+// keeps it in the state and takes it back, and nothing else has to be said.
 #pragma once
 
 #include <cstddef>
@@ -31,11 +33,11 @@ struct Field {
   Place old;  // in the layout before them
   double (*get)(const State& state, int element);
   void (*put)(State& state, int element, double value);  // see `store`
-  // The first of `count` parameters that show the field, or -1. The "In>Rerig" parameter shows two fields.
+  // The first of `count` parameters that show the field, or -1. "In>Rerig" shows two fields.
   int parameter = -1;
   double low = -std::numeric_limits<double>::infinity();
   double high = std::numeric_limits<double>::infinity();
-  bool bKept = false;  // a chunk without it leaves the present value; else it takes the default
+  bool staysIfAbsent = false;  // a chunk without it leaves the present value; else it takes the default
 
   [[nodiscard]] constexpr bool isReserved() const noexcept { return name.starts_with("reserved"); }
 };

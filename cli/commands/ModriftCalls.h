@@ -5,17 +5,18 @@
 #include <string>
 
 #include "host/Plugin.h"
+#include "model/ParameterIndex.h"
 
 namespace modrift::cli {
 
 [[nodiscard]] bool isModrift(const host::Plugin& plugin) noexcept;
 
 // Numbers behind the listed parameters: settings and commands of the plug-in's own editor, up to this count.
-inline constexpr VstInt32 kModriftNumbers = 110;
+inline constexpr VstInt32 kModriftNumbers = kParameterRows;
 enum class Command : VstInt32 {
-  loadShape = 77,     // into the current graph; 1 does it
-  currentGraph = 78,  // number / 11
-  exportMidi = 105,   // 1 at full height, 0 at the cutoff's depth
+  loadShape = kLoadShape,        // into the current graph; 1 does it
+  currentGraph = kCurrentGraph,  // number / 11
+  exportMidi = kExportMidi,      // 1 at full height, 0 at the cutoff's depth
 };
 
 // The file of the next command. Throws RunError, naming `option`, for another plug-in than Modrift and for a path that

@@ -66,13 +66,13 @@ std::optional<Quantity> splitQuantity(std::string_view text) noexcept {
 
 std::string nearTexts(std::string_view typed, std::span<const std::string> texts) {
   const auto quantity = splitQuantity(typed);
-  const bool bByNumber = quantity && std::any_of(texts.begin(), texts.end(), [&](const std::string& text) {
-                           return numberDistance(*quantity, text) < HUGE_VAL;
-                         });
+  const bool byNumber = quantity && std::any_of(texts.begin(), texts.end(), [&](const std::string& text) {
+                          return numberDistance(*quantity, text) < HUGE_VAL;
+                        });
   std::vector<std::pair<double, std::string_view>> ranked;
   ranked.reserve(texts.size());
   for (const std::string& text : texts) {
-    const double distance = bByNumber ? numberDistance(*quantity, text) : letterDistance(trimmed(typed), text);
+    const double distance = byNumber ? numberDistance(*quantity, text) : letterDistance(trimmed(typed), text);
     if (distance < HUGE_VAL) ranked.emplace_back(distance, text);
   }
   std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -32,19 +32,19 @@ struct Range {
 
 std::vector<Range> rangesWhere(const std::vector<std::string>& texts, const Matches& matches) {
   std::vector<Range> ranges;
-  bool bInside = false;
+  bool inside = false;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    const bool bMatches = matches(texts[i]);
-    if (bMatches && !bInside) ranges.push_back({valueAt(i), valueAt(i)});
-    if (bMatches) ranges.back().last = valueAt(i);
-    bInside = bMatches;
+    const bool isMatch = matches(texts[i]);
+    if (isMatch && !inside) ranges.push_back({valueAt(i), valueAt(i)});
+    if (isMatch) ranges.back().last = valueAt(i);
+    inside = isMatch;
   }
   return ranges;
 }
 
 float chosen(const Range& range) {
-  const bool bFirst = range.first == 0.0f, bLast = range.last == 1.0f;
-  if (bFirst != bLast) return bFirst ? 0.0f : 1.0f;
+  const bool touchesFirst = range.first == 0.0f, touchesLast = range.last == 1.0f;
+  if (touchesFirst != touchesLast) return touchesFirst ? 0.0f : 1.0f;
   return range.first + (range.last - range.first) * 0.5f;
 }
 
@@ -59,7 +59,7 @@ float edge(const TextAt& textAt, const Matches& matches, float inside, float out
 
 // Halves the way between two values whose numbers enclose the wanted one until a text between them matches.
 std::optional<Range> rangeBetween(const TextAt& textAt, const Quantity& wanted, const Matches& matches, float low,
-                                  float high, bool bRising) {
+                                  float high, bool rising) {
   const float first = low, last = high;
   for (;;) {
     const float middle = low + (high - low) * 0.5f;
@@ -68,7 +68,7 @@ std::optional<Range> rangeBetween(const TextAt& textAt, const Quantity& wanted, 
     if (matches(text)) return Range{edge(textAt, matches, middle, first), edge(textAt, matches, middle, last)};
     const auto quantity = splitQuantity(text);
     if (!quantity || !quantity->hasUnit(wanted.unit)) return std::nullopt;
-    ((quantity->number < wanted.number) == bRising ? low : high) = middle;
+    ((quantity->number < wanted.number) == rising ? low : high) = middle;
   }
 }
 
@@ -81,10 +81,10 @@ std::vector<Range> rangesBetween(const TextAt& textAt, const std::vector<std::st
   for (std::size_t i = 0; i < texts.size(); ++i) {
     auto here = splitQuantity(texts[i]);
     if (here && !here->hasUnit(wanted->unit)) here.reset();
-    const bool bEncloses = here && before && (before->number < wanted->number) != (here->number < wanted->number);
-    if (bEncloses) {
-      const bool bRising = before->number < here->number;
-      if (const auto found = rangeBetween(textAt, *wanted, matches, valueAt(i - 1), valueAt(i), bRising))
+    const bool encloses = here && before && (before->number < wanted->number) != (here->number < wanted->number);
+    if (encloses) {
+      const bool rising = before->number < here->number;
+      if (const auto found = rangeBetween(textAt, *wanted, matches, valueAt(i - 1), valueAt(i), rising))
         ranges.push_back(*found);
     }
     before = here;
@@ -152,8 +152,8 @@ std::variant<float, std::string> ValueFinder::search(VstInt32 index, const std::
   }
   auto found = valueOfText(at, text);
   const std::string label(trimmed(scratch_->parameterLabel(index)));  // "25 %" where the text is "25"
-  const bool bHasLabel = !label.empty() && text.ends_with(label) && text.size() > label.size();
-  if (std::holds_alternative<float>(found) || !bHasLabel) return found;
+  const bool hasLabel = !label.empty() && text.ends_with(label) && text.size() > label.size();
+  if (std::holds_alternative<float>(found) || !hasLabel) return found;
   auto without = valueOfText(at, std::string_view(text).substr(0, text.size() - label.size()));
   return std::holds_alternative<float>(without) ? without : found;
 }
@@ -164,8 +164,8 @@ void ValueFinder::makeScratch() {
   constexpr double kSampleRateHz = 44100.0;
   constexpr VstInt32 kFrames = 64;
   scratch_ = std::make_unique<host::Plugin>(like_.module());
-  const bool bChunks = (like_.record().flags & effFlagsProgramChunks) != 0;
-  const std::vector<std::byte> chunk = bChunks ? like_.chunk(host::ChunkKind::program) : std::vector<std::byte>();
+  const bool hasChunks = (like_.record().flags & effFlagsProgramChunks) != 0;
+  const std::vector<std::byte> chunk = hasChunks ? like_.chunk(host::ChunkKind::program) : std::vector<std::byte>();
   if (!chunk.empty()) {
     scratch_->setChunk(host::ChunkKind::program, chunk);
   } else {

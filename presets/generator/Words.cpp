@@ -143,7 +143,7 @@ std::string_view nameOf(int index) {
     case kGridSize:
       return "Grid";
     default:
-      return parameterRow(index)->name.data();
+      return effect::parameterRow(index)->name.data();
   }
 }
 

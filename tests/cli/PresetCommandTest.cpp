@@ -4,6 +4,7 @@
 
 #include "cli/values/GraphText.h"
 #include "model/AtomicFile.h"
+#include "model/ParameterIndex.h"
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
 #include "tests/cli/TemporaryFolder.h"
@@ -58,7 +59,8 @@ class StoredFiles : public testing::Test {
 
 TEST_F(StoredFiles, PresetsKeepSettingsPointsAndShapesThroughSaveShowAndConvert) {
   expectDone("shape save -o fall.shp --points '0 1 0.25; 0.3 0.125; 1 0'");
-  expectDone("preset save -o first.fxp --set Rate=0.1 --set 'In>Gate=1' --set 45=0.75 --shape 3=fall.shp");
+  expectDone("preset save -o first.fxp --set Rate=0.1 --set 'In>Gate=1' --shape 3=fall.shp --set " +
+             std::to_string(kPoint1 + 3) + "=0.75");
   const Json first = json("preset show first.fxp");
   EXPECT_EQ(first["version"].get<float>(), model::kStateVersion);
   EXPECT_EQ(first["layout"], "current");
@@ -96,7 +98,8 @@ TEST_F(StoredFiles, ParametersTakeTheTextsThatTheyShow) {
   expectFailure(1, "preset save -o b.fxp --set 'FilType=MG Low 25'",
                 "--set: FilType: a number or a text that the plug");
   expectFailure(1, "preset save -o b.fxp --set 'CC Out=off'", "--set: CC Out: a number was expected, as 'off' stands");
-  expectFailure(1, "preset save -o b.fxp --set 105=x", "--set: a number was expected, not 'x'");
+  expectFailure(1, "preset save -o b.fxp --set " + std::to_string(kExportMidi) + "=x",
+                "--set: a number was expected, not 'x'");
 }
 
 TEST_F(StoredFiles, OldLayoutsAndVersionsAreShownAndConvertedInPlace) {

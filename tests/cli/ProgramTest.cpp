@@ -7,6 +7,7 @@
 
 #include "cli/files/AudioFile.h"
 #include "cli/files/MidiFile.h"
+#include "model/ParameterIndex.h"
 #include "tests/cli/TemporaryFolder.h"
 
 namespace modrift::cli {
@@ -129,7 +130,8 @@ TEST_F(Program, PlaysMidiFilesIntoThePluginAndWritesWhatComesOut) {
 }
 
 TEST_F(Program, WritesTheControllerStreamFromItsFirstValueOn) {
-  const std::string settings = " --set 80=0.578125 --set F.Cutoff=1 --plugin '" MODRIFT_BUNDLE "'";
+  const std::string settings =
+      " --set " + std::to_string(kCcNumber) + "=0.578125 --set F.Cutoff=1 --plugin '" MODRIFT_BUNDLE "'";
   ASSERT_EQ(run("render in.wav -o out.wav --midi-out out.mid" + settings).status, 0);
   const auto messages = songIn("out.mid").messages;
   ASSERT_FALSE(messages.empty());

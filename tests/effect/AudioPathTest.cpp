@@ -32,8 +32,8 @@ TEST(Gains, FollowTheGraphByItsDepth) {
 TEST(Crossover, IsAnAllPassWhenNothingMovesTheBands) {
   for (const double inverted : {0.0, 1.0}) {
     EffectRig rig;
-    rig.set(67, 1.0);
-    rig.set(68, inverted);
+    rig.set(kXoverOn, 1.0);
+    rig.set(kXoverInvert, inverted);
     // The 1.000327 of the pan law touches one band only, so the sum is flat to that much.
     double energy = 0.0;
     Stereo impulse(44100);
@@ -58,10 +58,10 @@ TEST(HeldAndEmptyBlocks, LeaveTheOutputsAlone) {
 
 TEST(Input, ThatIsNoNumberIsGoneByTheNextCleanBlock) {
   for (const float poison : {NAN, INFINITY, -INFINITY}) {
-    for (const int way : {14, 67, 6}) {  // filter, crossover, gains
+    for (const int way : {kFilterOn, kXoverOn, kDepthVol}) {  // filter, crossover, gains
       EffectRig rig;
       rig.set(way, 1.0);
-      rig.set(16, 0.5);
+      rig.set(kSmooth, 0.5);
       Stereo in = noise(256, 3);
       in.left[100] = in.right[30] = poison;
       rig.play(in);

@@ -17,29 +17,30 @@ constexpr double kDottedStep = 22.5 / 42.0, kTripletStep = 23.5 / 42.0;  // rate
 constexpr double kDottedBeat = 64.0 / (128 * 1.33333) / 4, kTripletBeat = 64.0 / 192 / 4;
 
 TEST(BeatClock, ReadsThePositionOfTheBeat) {
-  const ClockCase kCases[] = {{"half a beat by default", 0.125, 0.25, {}},
-                              {"64 beats at the slowest", 16.0, 0.25, {{0, 0.0}}},
-                              {"a 256th of a beat at the fastest", 3.0 + 1.0 / 1024, 0.25, {{0, 1.0}}},
-                              {"triplet", kTripletBeat, 0.25, {{0, kTripletStep}}},
-                              {"dotted", kDottedBeat, 0.25, {{0, kDottedStep}}},
-                              {"steps are counted in float", kTripletBeat, 0.25, {{0, 0.5476190447807312}}},
-                              {"dotted where triplet is off", kDottedBeat, 0.25, {{0, kTripletStep}, {11, 0.0}}},
-                              {"no dots on a triplet step of one", 0.125, 0.25, {{0, kDottedStep}, {10, 0.0}}},
-                              {"straight", 0.125, 0.25, {{0, kTripletStep}, {10, 0.0}, {11, 0.0}}},
-                              {"phase wraps", 57.6, 0.15, {{0, 0.0}, {2, 0.25}}},
-                              {"a whole turn of phase", 0.125, 0.25, {{2, 1.0}}},
-                              {"a closed gate", 0.125, 0.0, {{18, 1.0}}},
-                              {"long before the start", -1000.0, 24.0 / 64.0, {{0, 0.0}}},
-                              {"swung early", 0.125, 0.5, {{1, 0.25}}},
-                              {"swung early, second cycle", 0.75, 0.5 + 0.5 / 3, {{1, 0.25}}},
-                              {"no swing", 0.375, 0.375, {{1, 0.0}}},
-                              {"all swing", 0.375, 0.375, {{1, 1.0}}},
-                              {"PWM up", 0.125, 0.25 * 0.004 + 0.996 / 4294967296.0, {{3, 1.0}}},
-                              {"PWM down", 0.125, 0.9870174944, {{3, 0.0}}},
-                              {"PWM half up", 0.125, 0.25 * 0.502 + 0.498 / 4294967296.0, {{3, 0.75}}},
-                              {"PWM half down", 0.125, 0.25 * 0.502 + 0.498 * 0.9899774042424, {{3, 0.25}}},
-                              {"timing late", 0.125, 0.25 + 2048.0 / 22050 * 2, {{41, 0.75}}},
-                              {"timing early", 0.125 + 2048.0 / 22050, 0.25, {{41, 0.25}}}};
+  const ClockCase kCases[] = {
+      {"half a beat by default", 0.125, 0.25, {}},
+      {"64 beats at the slowest", 16.0, 0.25, {{kRate, 0.0}}},
+      {"a 256th of a beat at the fastest", 3.0 + 1.0 / 1024, 0.25, {{kRate, 1.0}}},
+      {"triplet", kTripletBeat, 0.25, {{kRate, kTripletStep}}},
+      {"dotted", kDottedBeat, 0.25, {{kRate, kDottedStep}}},
+      {"steps are counted in float", kTripletBeat, 0.25, {{kRate, 0.5476190447807312}}},
+      {"dotted where triplet is off", kDottedBeat, 0.25, {{kRate, kTripletStep}, {kTriplet, 0.0}}},
+      {"no dots on a triplet step of one", 0.125, 0.25, {{kRate, kDottedStep}, {kDotted, 0.0}}},
+      {"straight", 0.125, 0.25, {{kRate, kTripletStep}, {kDotted, 0.0}, {kTriplet, 0.0}}},
+      {"phase wraps", 57.6, 0.15, {{kRate, 0.0}, {kPhase, 0.25}}},
+      {"a whole turn of phase", 0.125, 0.25, {{kPhase, 1.0}}},
+      {"a closed gate", 0.125, 0.0, {{kGateMode, 1.0}}},
+      {"long before the start", -1000.0, 24.0 / 64.0, {{kRate, 0.0}}},
+      {"swung early", 0.125, 0.5, {{kSwing, 0.25}}},
+      {"swung early, second cycle", 0.75, 0.5 + 0.5 / 3, {{kSwing, 0.25}}},
+      {"no swing", 0.375, 0.375, {{kSwing, 0.0}}},
+      {"all swing", 0.375, 0.375, {{kSwing, 1.0}}},
+      {"PWM up", 0.125, 0.25 * 0.004 + 0.996 / 4294967296.0, {{kPwm, 1.0}}},
+      {"PWM down", 0.125, 0.9870174944, {{kPwm, 0.0}}},
+      {"PWM half up", 0.125, 0.25 * 0.502 + 0.498 / 4294967296.0, {{kPwm, 0.75}}},
+      {"PWM half down", 0.125, 0.25 * 0.502 + 0.498 * 0.9899774042424, {{kPwm, 0.25}}},
+      {"timing late", 0.125, 0.25 + 2048.0 / 22050 * 2, {{kTiming, 0.75}}},
+      {"timing early", 0.125 + 2048.0 / 22050, 0.25, {{kTiming, 0.25}}}};
   for (const auto& [name, beat, expected, settings] : kCases) {
     EffectRig rig;
     for (const auto& [index, value] : settings) rig.set(index, value);

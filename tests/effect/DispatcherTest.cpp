@@ -12,7 +12,7 @@ TEST(Record, TellsTheHostWhatItIs) {
   const AEffect& record = *rig.record();
   EXPECT_EQ(record.magic, 0x56737450);
   EXPECT_EQ(record.numPrograms, 1);
-  EXPECT_EQ(record.numParams, 70);
+  EXPECT_EQ(record.numParams, kHostParameters);
   EXPECT_EQ(record.numInputs, 2);
   EXPECT_EQ(record.numOutputs, 2);
   // The state chunk's flag belongs to the state code.
@@ -27,7 +27,7 @@ TEST(Answers, AreThoseOfTheInterface) {
       {effIdentify, 0x4E764566}, {effCanBeAutomated, 1},   {effGetPlugCategory, 1},         {effGetVendorVersion, 1100},
       {effGetTailSize, 1},       {effGetVstVersion, 2400}, {effGetNumMidiInputChannels, 1}, {effVendorSpecific, 0}};
   for (const auto& [opcode, expected] : kNumbers) EXPECT_EQ(rig.call(opcode), expected) << "opcode " << opcode;
-  EXPECT_EQ(rig.call(effVendorSpecific, 0x73486921), 1);
+  EXPECT_EQ(rig.call(effVendorSpecific, model::kCallHello), 1);
   const std::pair<VstInt32, const char*> kTexts[] = {{effGetEffectName, "Modrift"},
                                                      {effGetProductString, "Modrift"},
                                                      {effGetVendorString, "Ambrel Works"},
@@ -71,7 +71,7 @@ TEST(Pins, AreTwoStereoPairsOrWhatTheChannelSetUpSays) {
     EXPECT_EQ(pin(effGetOutputProperties, index), "none");
   }
   for (const int inputs : {1, 3, 0, -1, 10000}) {
-    EXPECT_EQ(rig.call(effVendorSpecific, 0x7341494F, inputs), 0);
+    EXPECT_EQ(rig.call(effVendorSpecific, model::kCallSetIoCount, inputs), 0);
     EXPECT_EQ(rig.record()->numInputs, 1);
     EXPECT_EQ(rig.record()->numOutputs, 2);
   }

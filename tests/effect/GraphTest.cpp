@@ -25,18 +25,18 @@ TEST(CurveLaw, StaysFiniteRisesAllTheWayAndMeetsBothEnds) {
 TEST(Clipboard, PastesPointsTableAndWarpAtOnceAndNothingWhileItIsEmpty) {
   EffectRig rig;
   rig.drawFlat(2, 0.25);
-  rig.set(28, 1.0);
-  rig.set(78, 2.0 / 11);
-  rig.set(76, 1000.0);
+  rig.set(kWarp1 + 2, 1.0);
+  rig.set(kCurrentGraph, 2.0 / 11);
+  rig.set(kPasteGraph, 1000.0);
   EXPECT_EQ(rig.fx().graphTable[6][0], 1.0f);
-  rig.set(75, 1.0);
+  rig.set(kCopyGraph, 1.0);
   rig.drawFlat(2, 0.75);
-  rig.set(28, 0.0);
-  rig.set(76, 1.0);  // back over itself
+  rig.set(kWarp1 + 2, 0.0);
+  rig.set(kPasteGraph, 1.0);  // back over itself
   EXPECT_EQ(rig.fx().graphTable[2][9], 0.25f);
-  EXPECT_EQ(rig.get(92), 1.0f);
+  EXPECT_EQ(rig.get(kCurrentWarp), 1.0f);
   EXPECT_EQ(rig.fx().graphTable[6][0], 1.0f);
-  rig.set(76, 1000.0);
+  rig.set(kPasteGraph, 1000.0);
   for (std::size_t g = 0; g < 12; ++g) {
     EXPECT_EQ(rig.fx().graphTable[g][0], 0.25f);
     EXPECT_EQ(rig.fx().warpMult[g], 16.0);
@@ -52,7 +52,7 @@ TEST(WarpTable, HoldsEighteenRatios) {
       {5.0 / 3, "1.66"}, {2.0, "2x "},   {3.0, "3x "},  {4.0, "4x "},     {8.0, "8x "},      {16.0, "16x"}};
   EffectRig rig;
   for (std::size_t n = 0; n < 18; ++n) {
-    rig.set(30, static_cast<double>(n) / 17.0);
+    rig.set(kWarp1 + 4, static_cast<double>(n) / 17.0);
     EXPECT_EQ(rig.fx().warpMult[4], kEntries[n].first);
     EXPECT_STREQ(WarpNames[n], kEntries[n].second);
   }

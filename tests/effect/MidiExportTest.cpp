@@ -30,7 +30,7 @@ struct ExportRig : EffectRig {
   ExportRig& operator=(const ExportRig&) = delete;
 
   Bytes bytes(double mode = 1.0) {
-    set(105, mode);
+    set(kExportMidi, mode);
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
@@ -100,7 +100,7 @@ TEST(Export, OfASteadyGraphHasOneEventOrOneATick) {
   ExportRig rig;
   rig.drawFlat(0, 0.75);
   rig.playOnes(512);
-  rig.set(80, 74.0 / 128.0);
+  rig.set(kCcNumber, 74.0 / 128.0);
   rig.fx().cutSmoothed = 0.75f;
   // 22050 frames a quarter, 46 a tick: one bar of 88200 frames.
   const auto everyTick = rig.events();
@@ -116,8 +116,8 @@ TEST(Export, LastsABarOrEightByTheRate) {
   for (const auto& [rate, sync, bars] : {std::tuple{12.0 / 42, 1.0, 1}, {11.0 / 42, 1.0, 8}, {0.5, 0.0, 8}}) {
     ExportRig rig;
     rig.playOnes(512);
-    rig.set(9, sync);
-    rig.set(0, rate);
+    rig.set(kBpmSync, sync);
+    rig.set(kRate, rate);
     EXPECT_EQ((rig.events().back().tick + 100) / 1920, bars) << rate;
   }
 }
@@ -142,7 +142,7 @@ TEST(Export, IsBoundedAtWildTemposAndRates) {
     ExportRig rig(bpm < 1.0 ? 44100.0f : 1e6f);
     rig.at(0.0, bpm);
     rig.playOnes(12);
-    if (bpm == 1e-300) rig.set(0, 1.0);  // one bar at one beat a minute: 10.6 million frames
+    if (bpm == 1e-300) rig.set(kRate, 1.0);  // one bar at one beat a minute: 10.6 million frames
     rig.fx().bDontInsertMIDIEachPPQ_OnRender = bpm == 1e-300;
     const Bytes file = rig.bytes();
     EXPECT_GE(file.size(), 41u) << bpm;

@@ -8,10 +8,10 @@ namespace {
 // The cutoff goes up and down so fast that its seven bits change in every tick of a block.
 struct MovingRig : EffectRig {
   explicit MovingRig(int controller = 74) {
-    set(80, controller / 128.0);
-    set(4, 0.85);
-    set(9, 0.0);
-    set(0, 0.9);
+    set(kCcNumber, controller / 128.0);
+    set(kDepthCut, 0.85);
+    set(kBpmSync, 0.0);
+    set(kRate, 0.9);
   }
   std::vector<int> framesOf(std::size_t frames) {
     host.sent.clear();
@@ -24,8 +24,8 @@ struct MovingRig : EffectRig {
 
 TEST(Controller, IsWellFormedAndCarriesTheSmoothedCutoff) {
   EffectRig rig;
-  rig.set(80, 74.0 / 128.0);
-  rig.set(12, 0.75);
+  rig.set(kCcNumber, 74.0 / 128.0);
+  rig.set(kFilterCutoff, 0.75);
   rig.playOnes(12);
   ASSERT_EQ(rig.host.sent.size(), 1u);
   const VstMidiEvent& event = rig.host.sent[0];
@@ -43,7 +43,7 @@ TEST(Cap, IsTwoThousandAndFortyEightOfBothKinds) {
   EXPECT_EQ(rig.host.sent[2046].deltaFrames, 11);
   EXPECT_EQ(rig.host.sent[2047].deltaFrames, 23);
   // The rest of an overflowing call is dropped, notes that would be taken included.
-  rig.set(17, 0.5);
+  rig.set(kRetrigger, 0.5);
   std::vector<Midi> flood(2049, {0, 0xe3, 1, 2});
   flood.push_back({0, 0x90, 60, 100});
   rig.send(flood);

@@ -15,7 +15,7 @@ constexpr float kCentreGain = 1.0003273f;
 struct PulseRig : EffectRig {
   PulseRig() {
     draw(0, {{0.0, 0.0}, {8192.0, 0.0}, {8192.0, 1.0}, {65536.0, 1.0}});
-    set(6, 1.0);
+    set(kDepthVol, 1.0);
     at(0.25, 120.0);  // in the silent half
   }
 };
@@ -29,7 +29,7 @@ std::size_t firstLoud(const Stereo& out) {
 TEST(Retrigger, IsHeardFromTheFirstSampleOfTheNotesTickAndCountsFromItsExactFrame) {
   for (const int frame : {0, 11, 12, 30, 99}) {
     PulseRig rig;
-    rig.set(17, 0.5);
+    rig.set(kRetrigger, 0.5);
     rig.send({{frame, kOn, 60, 100}});
     const Stereo out = rig.playOnes(100);
     const auto tick = static_cast<std::size_t>(frame / 12 * 12);
@@ -44,8 +44,8 @@ TEST(Retrigger, IsHeardFromTheFirstSampleOfTheNotesTickAndCountsFromItsExactFram
 TEST(Gate, OpensWithTheFirstNoteAndClosesWithTheLast) {
   PulseRig rig;
   rig.draw(0, {{0.0, 1.0}, {100.0, 1.0}, {100.0, 0.0}, {65536.0, 0.0}});  // silent where a closed gate reads
-  rig.set(18, 1.0);
-  rig.set(19, 1.0);  // the gate alone takes no notes
+  rig.set(kGateMode, 1.0);
+  rig.set(kVelToPwm, 1.0);  // the gate alone takes no notes
   rig.send({{24, kOn, 60, 100}, {36, kOn, 64, 1}, {48, kOff, 60, 64}, {60, kOn, 64, 0}});
   const Stereo out = rig.playOnes(100);
   for (std::size_t i = 0; i < 100; ++i) ASSERT_EQ(out.left[i] != 0.0f, i >= 24 && i < 60) << i;
@@ -68,13 +68,13 @@ TEST(Notes, SetRateCutoffAndPwmAndTellTheHost) {
                         {5, type2, 0.5, 0.0},
                         {127, type2, 1.0, 127.0 / 112 - 0.155}}) {
     EffectRig rig;
-    for (const int on : {19, 20, 73}) rig.set(on, 1.0);
-    rig.set(66, c.filterType);
+    for (const int on : {kVelToPwm, kNoteToRate, kNoteToCutoff}) rig.set(on, 1.0);
+    rig.set(kFilterType, c.filterType);
     rig.send({{0, kOn, c.note, 32}});
     rig.playOnes(1);
-    EXPECT_FLOAT_EQ(rig.get(0), static_cast<float>(c.rate)) << c.note;
-    EXPECT_FLOAT_EQ(rig.get(12), static_cast<float>(c.cutoff)) << c.note;
-    EXPECT_FLOAT_EQ(rig.get(3), 32.0f / 127.0f);
+    EXPECT_FLOAT_EQ(rig.get(kRate), static_cast<float>(c.rate)) << c.note;
+    EXPECT_FLOAT_EQ(rig.get(kFilterCutoff), static_cast<float>(c.cutoff)) << c.note;
+    EXPECT_FLOAT_EQ(rig.get(kPwm), 32.0f / 127.0f);
     EXPECT_EQ(rig.host.automated.size(), c.note < 48 ? 2u : 3u);
     EXPECT_EQ(rig.host.eventLists, 0);  // a note that is taken does not pass on
     EXPECT_EQ(rig.fx().trigPos, 0.0);   // and without the switch nothing is triggered
@@ -91,7 +91,7 @@ TEST(Notes, ChooseGraphsWhenNothingElseTakesThem) {
   rig.send({{0, kOn, 60, 9}});
   rig.playOnes(1);
   EXPECT_EQ(rig.fx().heldNotes, 1);
-  rig.set(17, 0.5);  // a switch that takes notes ends it
+  rig.set(kRetrigger, 0.5);  // a switch that takes notes ends it
   rig.send({{0, kOn, 0, 9}});
   rig.playOnes(1);
   EXPECT_EQ(rig.fx().routeCut, 11);
@@ -100,7 +100,7 @@ TEST(Notes, ChooseGraphsWhenNothingElseTakesThem) {
 
 TEST(NoteQueue, HoldsAHundredAndTwentyEightAndCountsTheRest) {
   EffectRig rig;
-  rig.set(17, 0.5);
+  rig.set(kRetrigger, 0.5);
   rig.send(std::vector<Midi>(130, {11, kOn, 60, 100}));
   EXPECT_EQ(rig.fx().noteQueue.count(), 128);
   EXPECT_EQ(rig.fx().noteQueue.dropped(), 2);
@@ -112,7 +112,7 @@ TEST(NoteQueue, HoldsAHundredAndTwentyEightAndCountsTheRest) {
 
 TEST(HeldBlock, KeepsItsNotesInOrderForTheNextOne) {
   EffectRig rig;
-  rig.set(17, 0.5);
+  rig.set(kRetrigger, 0.5);
   rig.fx().bAudioHold = true;
   rig.send({{300, kOn, 60, 100}, {300, kControl, 1, 1}});
   rig.playOnes(512);

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "effect/ParameterTexts.h"
+#include "effect/ParameterTable.h"
 #include "model/PrivateCalls.h"
 #include "tests/effect/TestHost.h"
 
@@ -34,34 +34,35 @@ struct Row {
 // The cutoff's middle is half way between 21.5 and 14700 by ratio; a negative offset in samples reads as its floor,
 // that of a value as what its rounding leaves; a point's height counts from the bottom, a value passed in from the top;
 // a filter type that is passed in is its number. The warp of the graph on show is limited.
-const Row kRows[] = {{0, 0, {{0.5, "1/8"}, {0.0, "16 bar"}, {1.0, "fast"}, {-7.0, "16 bar"}}},
-                     {4, 8, {{0.0, " -100"}, {1.0, "  100"}, {1e9, "Huge!"}, {-1e30, "-2147"}}},
-                     {2, 2, {{0.25, "   90"}}},
-                     {3, 3, {{0.5, "    0"}, {0.4999, "   -1"}}},
-                     {9, 9, {{0.0, "Free"}, {1.0, "Beat"}}},
-                     {10, 11, {{0.0, "No  "}, {0.2, "Yes "}}},
-                     {12, 12, {{0.5, "  562"}}},
-                     {13, 13, {{0.29, " 29"}}},
-                     {14, 14, {{0.4, "FILT OFF"}, {0.5, "FILT ON"}}},
-                     {15, 16, {{0.999, "   99"}}},
-                     {17, 17, {{1.0, "Env", "ENV"}, {0.5, "Trig"}, {0.2, "OFF"}}},
-                     {18, 20, {{1.0, "ON "}, {0.0, "OFF"}}},
-                     {21, 25, {{0.0, "    1"}, {1.0, "   12"}}},
-                     {26, 37, {{0.4666, "1x "}, {1.0, "16x"}}},
-                     {27, 37, {{1.1, "??"}, {-1.0, "??"}}},
-                     {92, 92, {{0.0, "1/16", ""}}},
-                     {38, 38, {{0.999, "  100"}}},
-                     {41, 41, {{0.5, "   0", "    0"}, {1.0, "4096", " 4096"}, {0.4999, "  -1", "    0"}}},
-                     {42, 42, {{1.0, "  100", "    0"}, {0.0, "    0", "  100"}}},
-                     {46, 46, {{0.25, "   25"}}},
-                     {47, 47, {{0.75, "   75"}}},
-                     {66, 66, {{0.0, "SVF LP"}, {6.0 / 92, "MG Low 24", "SVF LP"}, {92.0, "Bandreject"}}},
-                     {68, 68, {{1.0, "HF_PROC", "ON "}, {0.0, "LF_PROC", "OFF"}}},
-                     {69, 69, {{0.5, "632"}, {1e30, "20000"}}},
-                     {78, 78, {{1.0, "12"}}},
-                     {79, 79, {{0.0, " 2"}, {1.0, "16"}}},
-                     {80, 80, {{0.0, " off "}, {0.5, "   64"}, {1.0, " off "}}},
-                     {70, 70, {{0.5, "untouched", ""}}}};
+const Row kRows[] = {
+    {kRate, kRate, {{0.5, "1/8"}, {0.0, "16 bar"}, {1.0, "fast"}, {-7.0, "16 bar"}}},
+    {kDepthCut, kDepthVar, {{0.0, " -100"}, {1.0, "  100"}, {1e9, "Huge!"}, {-1e30, "-2147"}}},
+    {kPhase, kPhase, {{0.25, "   90"}}},
+    {kPwm, kPwm, {{0.5, "    0"}, {0.4999, "   -1"}}},
+    {kBpmSync, kBpmSync, {{0.0, "Free"}, {1.0, "Beat"}}},
+    {kDotted, kTriplet, {{0.0, "No  "}, {0.2, "Yes "}}},
+    {kFilterCutoff, kFilterCutoff, {{0.5, "  562"}}},
+    {kFilterReso, kFilterReso, {{0.29, " 29"}}},
+    {kFilterOn, kFilterOn, {{0.4, "FILT OFF"}, {0.5, "FILT ON"}}},
+    {kFilterDrive, kSmooth, {{0.999, "   99"}}},
+    {kRetrigger, kRetrigger, {{1.0, "Env", "ENV"}, {0.5, "Trig"}, {0.2, "OFF"}}},
+    {kGateMode, kNoteToRate, {{1.0, "ON "}, {0.0, "OFF"}}},
+    {kRouteCut, kRouteVar, {{0.0, "    1"}, {1.0, "   12"}}},
+    {kWarp1, kDepthKnob - 1, {{0.4666, "1x "}, {1.0, "16x"}}},
+    {kWarp1 + 1, kDepthKnob - 1, {{1.1, "??"}, {-1.0, "??"}}},
+    {kCurrentWarp, kCurrentWarp, {{0.0, "1/16", ""}}},
+    {kDepthKnob, kDepthKnob, {{0.999, "  100"}}},
+    {kTiming, kTiming, {{0.5, "   0", "    0"}, {1.0, "4096", " 4096"}, {0.4999, "  -1", "    0"}}},
+    {kPoint1, kPoint1, {{1.0, "  100", "    0"}, {0.0, "    0", "  100"}}},
+    {kPoint1 + 4, kPoint1 + 4, {{0.25, "   25"}}},
+    {kPoint1 + 5, kPoint1 + 5, {{0.75, "   75"}}},
+    {kFilterType, kFilterType, {{0.0, "SVF LP"}, {6.0 / 92, "MG Low 24", "SVF LP"}, {92.0, "Bandreject"}}},
+    {kXoverInvert, kXoverInvert, {{1.0, "HF_PROC", "ON "}, {0.0, "LF_PROC", "OFF"}}},
+    {kXoverFrequency, kXoverFrequency, {{0.5, "632"}, {1e30, "20000"}}},
+    {kCurrentGraph, kCurrentGraph, {{1.0, "12"}}},
+    {kGridSize, kGridSize, {{0.0, " 2"}, {1.0, "16"}}},
+    {kCcNumber, kCcNumber, {{0.0, " off "}, {0.5, "   64"}, {1.0, " off "}}},
+    {kXoverFrequency + 1, kXoverFrequency + 1, {{0.5, "untouched", ""}}}};
 
 TEST(ParameterTexts, SayWhatWasSet) {
   for (const auto& [first, last, cases] : kRows) {
@@ -82,44 +83,93 @@ TEST(ParameterTexts, SayWhatWasSet) {
 TEST(ParameterTexts, OfTheRateFollowItsSwitches) {
   EffectRig rig;
   const float step2 = 2.5f / 42.0f;
-  rig.set(0, static_cast<double>(step2));
+  rig.set(kRate, static_cast<double>(step2));
   for (const auto& [triplet, dotted, text] :
        {std::tuple{1.0, 1.0, "8 bar t"}, {0.0, 1.0, "12 bar"}, {1.0, 0.0, "8 bar t"}, {0.0, 0.0, "16 bar"}}) {
-    rig.set(11, triplet);
-    rig.set(10, dotted);
-    EXPECT_EQ(shown(rig, 0), text);
-    EXPECT_EQ(textOf(rig, 0, step2), text);
+    rig.set(kTriplet, triplet);
+    rig.set(kDotted, dotted);
+    EXPECT_EQ(shown(rig, kRate), text);
+    EXPECT_EQ(textOf(rig, kRate, step2), text);
   }
-  rig.set(9, 0.0);
-  rig.set(0, 1.0);
-  EXPECT_EQ(shown(rig, 0), "440.000 Hz");
-  EXPECT_EQ(textOf(rig, 0, 1.0f), "440.0");
+  rig.set(kBpmSync, 0.0);
+  rig.set(kRate, 1.0);
+  EXPECT_EQ(shown(rig, kRate), "440.000 Hz");
+  EXPECT_EQ(textOf(rig, kRate, 1.0f), "440.0");
 }
 
 // 440 Hz is MIDI note 69 of 128, the same at any rate; the clean types' range is another.
 TEST(ParameterTexts, OfTheFilterFollowItsType) {
   for (const float hertz : {44100.0f, 96000.0f}) {
     EffectRig rig(hertz);
-    rig.set(12, 69.0 / 128);
-    EXPECT_EQ(shown(rig, 12), "  725");
+    rig.set(kFilterCutoff, 69.0 / 128);
+    EXPECT_EQ(shown(rig, kFilterCutoff), "  725");
     for (const auto& [type, name, var] : {std::tuple{6, "MG Low 24", "Fat"}, {89, "Formant-I", "Formnt"}}) {
-      rig.set(66, type / 92.0);
-      rig.set(71, 79 / 92.0);
-      EXPECT_EQ(shown(rig, 12), "  440") << hertz;
-      EXPECT_EQ(shown(rig, 66), name);
-      EXPECT_EQ(shown(rig, 71), name);
-      EXPECT_EQ(shown(rig, 72), var);
-      EXPECT_EQ(shown(rig, 106), "Ring Mod");
+      rig.set(kFilterType, type / 92.0);
+      rig.set(kFilterNameScratch, 79 / 92.0);
+      EXPECT_EQ(shown(rig, kFilterCutoff), "  440") << hertz;
+      EXPECT_EQ(shown(rig, kFilterType), name);
+      EXPECT_EQ(shown(rig, kFilterNameScratch), name);
+      EXPECT_EQ(shown(rig, kVarName), var);
+      EXPECT_EQ(shown(rig, kTypeOfScratch), "Ring Mod");
     }
   }
+}
+
+bool typed(EffectRig& rig, int index, std::string text) { return rig.call(effString2Parameter, index, 0, text.data()); }
+
+// Under settings that reach every form of a text: each one shown is taken, and shows again.
+TEST(ParameterTexts, AreReadBackAsTheyAreShown) {
+  for (const double way : {0.0, 1.0}) {
+    EffectRig rig;
+    rig.draw(0, {{0.0, 0.0}, {20000.0, 0.5}, {65536.0, 0.0}});
+    rig.playOnes(1);
+    rig.set(kTriplet, way);
+    rig.set(kBpmSync, way);
+    rig.set(kFilterType, way);
+    for (const effect::ParameterRow& row : effect::parameterRows()) {
+      if (!row.read) continue;
+      const float before = rig.get(row.index);
+      for (int step = 0; step <= 200; ++step) {
+        rig.set(row.index, step / 200.0);
+        const std::string text = shown(rig, row.index);
+        rig.set(row.index, step % 2);
+        EXPECT_TRUE(typed(rig, row.index, text)) << row.index << " takes no " << text;
+        EXPECT_EQ(shown(rig, row.index), text) << row.index;
+      }
+      rig.set(row.index, static_cast<double>(before));
+    }
+  }
+}
+
+TEST(ParameterTexts, AreReadInAnyCaseWithUnitsAndNothingElseIs) {
+  EffectRig rig;
+  const std::tuple<int, const char*, double> kTaken[] = {
+      {kDepthVol, "-50", 0.25}, {kDepthVol, " +50 % ", 0.75}, {kGateMode, "on", 1.0},       {kRetrigger, "trig", 0.5},
+      {kRouteVol, "12", 1.0},   {kWarp1, "1/16", 0.0},        {kXoverFrequency, "20hz", 0}, {kCcNumber, "OFF", 0.0}};
+  for (const auto& [index, text, value] : kTaken) {
+    EXPECT_TRUE(typed(rig, index, text)) << text;
+    EXPECT_FLOAT_EQ(rig.get(index), static_cast<float>(value)) << text;
+  }
+  const std::pair<int, const char*> kRefused[] = {{kDepthVol, "101"},     {kDepthVol, ""},
+                                                  {kDepthVol, "5 Hz"},    {kDepthVol, "nan"},
+                                                  {kGateMode, "1"},       {kRouteVol, "1.5"},
+                                                  {kRouteVol, "13"},      {kFilterType, "Low"},
+                                                  {kRate, "5 Hz"},        {kRate, "1/3"},
+                                                  {kGridSize, "1"},       {kCcNumber, "128"},
+                                                  {kXoverFrequency, "0"}, {kLoadPreset, "1"},
+                                                  {kFilterCutoff, "-1"},  {-1, "1"},
+                                                  {kParameterRows, "1"},  {kFilterNameScratch, "SVF LP"}};
+  const auto before = rig.get(kDepthVol);
+  for (const auto& [index, text] : kRefused) EXPECT_FALSE(typed(rig, index, text)) << index << " took " << text;
+  EXPECT_EQ(rig.get(kDepthVol), before);
 }
 
 // Whatever the number is: inside the tables, inside a host's buffer, closed by a zero. The sanitizer build looks too.
 TEST(ParameterTexts, AreShortForAnyValue) {
   using Limits = std::numeric_limits<float>;
   EffectRig rig;
-  for (int index = -1; index < 111; ++index) {
-    if (index == 77 || index == 83 || index == 105) continue;  // files
+  for (int index = -1; index <= kParameterRows; ++index) {
+    if (index == kLoadShape || index == kLoadPreset || index == kExportMidi) continue;  // files
     for (const float value : {0.0f, 1.0f, 0.5f, -3.0f, 1e9f, -1e9f, Limits::max(), Limits::lowest(), Limits::infinity(),
                               -Limits::infinity(), Limits::quiet_NaN()}) {
       rig.set(index, static_cast<double>(value));

@@ -87,8 +87,8 @@ class Loader {
   void blast() {
     for (int n = 0; n < 100; ++n) {
       const int index = static_cast<int>(random_() % kParameterRows);
-      const bool file = index == kLoadShape || index == kLoadPreset || index == kExportMidi;
-      if (!file) effect_.setParameter(index, static_cast<float>(random_() % 1001) * 0.001f);
+      const bool isFile = index == kLoadShape || index == kLoadPreset || index == kExportMidi;
+      if (!isFile) effect_.setParameter(index, static_cast<float>(random_() % 1001) * 0.001f);
     }
   }
 

@@ -109,21 +109,31 @@ TEST(EffectState, IsToldToEditorAndHostInOrder) {
   State state = randomState(4);
   state.currentGraph = 5;
   std::string all = heardOf(ChunkBuilder::current(state));
-  EXPECT_TRUE(startsWith(editor->heard, {102, 14, 69, 68, 67, 73, 80, 21, 22, 23, 24, 25, 79, 74, 66, 72, 40, 39, 0}))
+  EXPECT_TRUE(
+      startsWith(editor->heard, {kNoticeScope, kFilterOn, kXoverFrequency, kXoverInvert, kXoverOn, kNoteToCutoff,
+                                 kCcNumber, kRouteCut, kRouteRes, kRouteVol, kRoutePan, kRouteVar, kGridSize, kAnchor,
+                                 kFilterType, kNoticeFilterType, kFilterMix, kFilterVar, kRate}))
       << all;
-  EXPECT_TRUE(endsWith(editor->heard, {40, 41, 85, 85, 78, 17, 103, 109})) << all;  // another graph comes to show
-  ASSERT_EQ(rig.host.automated.size(), 42u);
-  for (int i = 0; i < 42; ++i) EXPECT_EQ(rig.host.automated[static_cast<std::size_t>(i)].index, i);
-  EXPECT_EQ(rig.host.automated[31].value, state.graphWarp[5]);
+  EXPECT_TRUE(endsWith(editor->heard, {kFilterMix, kTiming, kNoticeGraph, kNoticeGraph, kCurrentGraph, kRetrigger,
+                                       kNoticeEditorSize, kNoticePresetTitle}))
+      << all;  // another graph comes to show
+  ASSERT_EQ(rig.host.automated.size(), std::size_t{kPoint1});
+  for (int i = 0; i < kPoint1; ++i) EXPECT_EQ(rig.host.automated[static_cast<std::size_t>(i)].index, i);
+  EXPECT_EQ(rig.host.automated[kWarp1 + 5].value, state.graphWarp[5]);
 
   all = heardOf(ChunkBuilder::current({}, 0.97f), true);  // older: the type came with the switch, no window size
-  EXPECT_TRUE(startsWith(editor->heard, {66, 102, 14, 69, 68, 67, 73, 80, 21, 22, 23, 24, 25, 79, 74, 84, 0})) << all;
-  EXPECT_EQ(std::ranges::count(editor->heard, 103), 0);
+  EXPECT_TRUE(startsWith(editor->heard, {kFilterType, kNoticeScope, kFilterOn, kXoverFrequency, kXoverInvert, kXoverOn,
+                                         kNoteToCutoff, kCcNumber, kRouteCut, kRouteRes, kRouteVol, kRoutePan,
+                                         kRouteVar, kGridSize, kAnchor, kNoticeClock, kRate}))
+      << all;
+  EXPECT_EQ(std::ranges::count(editor->heard, int{kNoticeEditorSize}), 0);
 
   all = heardOf(ChunkBuilder::old(state));
-  EXPECT_TRUE(startsWith(editor->heard, {80, 21, 22, 23, 24, 79, 74, 66, 72, 0})) << all;
-  EXPECT_TRUE(endsWith(editor->heard, {69, 85, 85, 78})) << all;
-  EXPECT_EQ(rig.host.automated.size(), 70u);
+  EXPECT_TRUE(startsWith(editor->heard, {kCcNumber, kRouteCut, kRouteRes, kRouteVol, kRoutePan, kGridSize, kAnchor,
+                                         kFilterType, kNoticeFilterType, kRate}))
+      << all;
+  EXPECT_TRUE(endsWith(editor->heard, {kXoverFrequency, kNoticeGraph, kNoticeGraph, kCurrentGraph})) << all;
+  EXPECT_EQ(rig.host.automated.size(), std::size_t{kHostParameters});
 }
 
 TEST(EffectState, OfTheOldLayoutKeepsWhatThatHasNot) {
@@ -164,13 +174,13 @@ TEST(EffectState, KeepsControllerAndTimingUnderTheLock) {
   stored.timing = 0.25f;
   for (const auto& row : rows) {
     EffectRig rig;
-    rig.set(80, 7.0 / 128);
-    rig.set(41, 0.75);
-    rig.set(100, row.lock);
+    rig.set(kCcNumber, 7.0 / 128);
+    rig.set(kTiming, 0.75);
+    rig.set(kCcLock, row.lock);
     load(rig, ChunkBuilder::current(stored), row.isPreset);
     EXPECT_EQ(rig.fx().ccNumber, row.ccNumber);
-    EXPECT_EQ(rig.get(41), row.timing);
-    EXPECT_EQ(rig.get(100), static_cast<float>(row.lock));
+    EXPECT_EQ(rig.get(kTiming), row.timing);
+    EXPECT_EQ(rig.get(kCcLock), static_cast<float>(row.lock));
   }
   EffectRig rig;
   for (const int raw : {-128, -1, 127}) {  // a number out of range comes back as it was
@@ -185,7 +195,7 @@ TEST(EffectState, LeavesTheHostsBufferAloneUntilTheNextChunk) {
   void* data = nullptr;
   rig.call(effGetChunk, 0, 0, &data);
   const std::vector<char> before(static_cast<char*>(data), static_cast<char*>(data) + 18824);
-  rig.set(0, 0.9);
+  rig.set(kRate, 0.9);
   rig.fx().SavePreset("/dev/null/nowhere");
   EXPECT_EQ(std::memcmp(data, before.data(), before.size()), 0);
   void* next = nullptr;
@@ -256,7 +266,7 @@ TEST(EffectState, LoadsUnderAHostThatWaitsForABlock) {
   });
   auto chunk = ChunkBuilder::current(randomState(8));
   EXPECT_EQ(effect.setChunk(chunk.bytes().data(), static_cast<VstInt32>(chunk.bytes().size()), false), 0);
-  EXPECT_EQ(WaitingHost::waited, 42);
+  EXPECT_EQ(WaitingHost::waited, kPoint1);
 }
 
 // --- Files
@@ -289,11 +299,11 @@ TEST_F(EffectFiles, PresetsComeBackAndKeepALockedController) {
   rig.fx().SavePreset(at("a.fxp").c_str());
   EXPECT_EQ(fs::file_size(at("a.fxp")), 18884u);
   load(rig, ChunkBuilder::current({}));
-  command(83, at("a.fxp"), 0.49);
+  command(kLoadPreset, at("a.fxp"), 0.49);
   EXPECT_EQ(firstDifference(stateOf(rig), State()), "");
-  rig.set(80, 99.0 / 128);
-  rig.set(100, 1.0);
-  command(83, at("a.fxp"));
+  rig.set(kCcNumber, 99.0 / 128);
+  rig.set(kCcLock, 1.0);
+  command(kLoadPreset, at("a.fxp"));
   State expected = state;
   expected.ccNumber = 99;
   expected.timing = 0.5f;
@@ -306,26 +316,26 @@ TEST_F(EffectFiles, PresetsThatAreNoneChangeNothing) {
   file.resize(model::kLargestPresetFile + 1);
   write("long.fxp", file);
   for (const char* name : {"torn.fxp", "long.fxp", "missing.fxp", "."}) {
-    command(83, at(name));
+    command(kLoadPreset, at(name));
     EXPECT_EQ(firstDifference(stateOf(rig), State()), "") << name;
   }
   file.pop_back();
   write("other.fxp", file);  // bytes behind the chunk
-  command(83, at("other.fxp"));
+  command(kLoadPreset, at("other.fxp"));
   EXPECT_NE(firstDifference(stateOf(rig), State()), "");
 }
 
 TEST_F(EffectFiles, ShapesReplaceTheCurrentGraphAndNothingElse) {
-  rig.set(78, 4.0 / 11);
-  rig.set(30, 0.9);
+  rig.set(kCurrentGraph, 4.0 / 11);
+  rig.set(kWarp1 + 4, 0.9);
   State expected = stateOf(rig);
   const GraphPoints points = model::pointsOf(randomState(2), 0);
   write("a.shp", model::writeShape(points));
   write("short.shp", std::vector<std::byte>(1543));
-  command(77, at("a.shp"), 0.4);
-  for (const char* name : {"short.shp", "missing.shp"}) command(77, at(name));
+  command(kLoadShape, at("a.shp"), 0.4);
+  for (const char* name : {"short.shp", "missing.shp"}) command(kLoadShape, at(name));
   EXPECT_EQ(lostBy(rig, expected), "");
-  command(77, at("a.shp"));
+  command(kLoadShape, at("a.shp"));
   model::setPoints(expected, 4, points);
   EXPECT_EQ(lostBy(rig, expected), "");
   expectTable(rig, 4, points);
@@ -344,10 +354,10 @@ TEST_F(EffectFiles, PathsOfUpTo511BytesAreTaken) {
   EXPECT_EQ(rig.fx().loadPath[0], 0) << "what does not fit must not lead to another file";
   EXPECT_EQ(rig.call(effVendorSpecific, model::kCallSetPath), 0);
   rig.fx().loadPath.fill('x');  // no end
-  for (const int command : {77, 83}) rig.set(command, 1.0);
+  for (const int command : {kLoadShape, kLoadPreset}) rig.set(command, 1.0);
   EXPECT_EQ(rig.fx().envNumPoints[0], 1);
   EXPECT_EQ(give(path), 1);
-  rig.set(77, 1.0);
+  rig.set(kLoadShape, 1.0);
   EXPECT_EQ(rig.fx().envNumPoints[0], 2);
 }
 

@@ -18,6 +18,8 @@
 #include <vector>
 
 #include "effect/KorvelInDSPEdit.h"
+#include "model/ParameterIndex.h"
+#include "model/PrivateCalls.h"
 #include "vst2/aeffect.h"
 
 struct Stereo {

@@ -31,13 +31,13 @@ TEST(WildValues, OfParametersAndSampleRateAreHarmless) {
     rig.playOnes(13);
     for (int turn = 0; turn < 20; ++turn) {
       for (int n = 0; n < 6; ++n) {
-        const int index = random.below(110);
-        if (index == 77 || index == 83 || index == 105) continue;  // files
+        const int index = random.below(kParameterRows);
+        if (index == kLoadShape || index == kLoadPreset || index == kExportMidi) continue;  // files
         rig.set(index, kWild[random.below(std::size(kWild))]);
         char text[256];
         rig.call(effGetParamDisplay, index, 0, text);
       }
-      rig.set(14, 0.0);  // wild drives and mixes are the filter's matter
+      rig.set(kFilterOn, 0.0);  // wild drives and mixes are the filter's matter
       expectFinite(rig, "seed " + std::to_string(seed) + ", turn " + std::to_string(turn));
     }
   }
@@ -48,9 +48,9 @@ TEST(WildValues, OfTheHostsClockAreHarmless) {
   const double kClock[] = {0.0, 1e300, -1e300, 1e18, -1e18, kNaN, kInf, -kInf, -1.0, 5e-324};
   for (const auto& [anchor, swing] : {std::pair{0.0, 0.5}, {0.0, 0.3}, {1.0, 0.5}, {1.0, 0.3}, {1.0, 1e-40}}) {
     EffectRig rig;
-    for (int depth = 4; depth <= 8; ++depth) rig.set(depth, 0.9);
-    rig.set(1, swing);
-    rig.set(74, anchor);
+    for (int depth = kDepthCut; depth <= kDepthVar; ++depth) rig.set(depth, 0.9);
+    rig.set(kSwing, swing);
+    rig.set(kAnchor, anchor);
     rig.set(kRetrigger, 0.5);
     for (int n = 0; n < 200; ++n) {
       const double beat = kClock[n % 10], tempo = kClock[n / 10 % 10];
@@ -78,10 +78,10 @@ TEST(WildValues, OfGraphPointsAreHarmless) {
   for (const auto& points : kGraphs) {
     EffectRig rig;
     rig.draw(0, points);
-    rig.set(75, 1.0);
-    rig.set(76, 1000.0);
+    rig.set(kCopyGraph, 1.0);
+    rig.set(kPasteGraph, 1000.0);
     rig.playOnes(1);
-    for (int point = 42; point <= 65; ++point) rig.set(point, 0.3);
+    for (int point = kPoint1; point < kPoint1 + kAutomatedPoints; ++point) rig.set(point, 0.3);
     expectFinite(rig, "points");
   }
 }

@@ -115,7 +115,7 @@ TEST_F(RealTime, BlocksEventsAndAutomationNeitherAllocateNorWait) {
     const std::array<int, 7> lengths = {0, 1, 12, 13, 64, 512, kLongest};
     const int frames = turn % 200 == 199 ? kLongest : lengths[random() % 6];
     VstEvents* const list = events.fill(random, static_cast<int>(random() % 40), frames);
-    const auto parameter = static_cast<VstInt32>(random() % 70);
+    const auto parameter = static_cast<VstInt32>(random() % static_cast<unsigned>(effect->numParams));
     const float value = static_cast<float>(random() % 1001) * 0.001f;
     const forbidden::Watch watch;
     effect->setParameter(effect, parameter, value);
