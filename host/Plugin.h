@@ -1,4 +1,4 @@
-// One instance of a VST 2 plug-in, ours or anybody's.
+// One instance of a VST 2 plug-in, ours or anybody's, loaded or linked with the program.
 //
 // Life, in the order of calls:
 //   Plugin plugin(std::make_shared<Module>(path), listener);   // entry function, effOpen

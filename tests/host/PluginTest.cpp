@@ -53,31 +53,51 @@ TEST(Module, SaysInOneSentenceWhyAFileIsNoPlugin) {
   EXPECT_EQ(errorOf(FOREIGN_OLD_ENTRY), "no error");
 }
 
-TEST(Plugin, HearsItsLifeInOrder) {
-  Plugin plugin(load(FOREIGN_GAIN));
-  plugin.setSampleRate(48000.0);
-  plugin.setBlockSize(64);
-  for (int n = 0; n < 2; ++n) plugin.activate();
-  for (int n = 0; n < 2; ++n) plugin.deactivate();
-  std::vector<std::pair<VstInt32, VstIntPtr>> told;
-  for (const foreign::Told& one : reportOf(plugin).told) told.emplace_back(one.opcode, one.value);
-  const std::vector<std::pair<VstInt32, VstIntPtr>> expected = {
-      {effOpen, 0},         {effSetSampleRate, 0}, {effSetBlockSize, 64}, {effMainsChanged, 1},
-      {effStartProcess, 0}, {effStopProcess, 0},   {effMainsChanged, 0}};
-  EXPECT_EQ(told, expected);
-  EXPECT_EQ(reportOf(plugin).told[1].opt, 48000.0f);
+TEST(Module, LinkedWithTheProgramNeedsAnEntryThatDoesNotRefuse) {
+  const auto errorOfEntry = [](EntryFunction entry) -> std::string {
+    try {
+      const Plugin plugin(std::make_shared<Module>(entry, "Linked"));
+    } catch (const Error& error) {
+      return error.what();
+    }
+    return "no error";
+  };
+  EXPECT_EQ(errorOfEntry(nullptr), "Linked: an effect with an entry function was expected");
+  EXPECT_EQ(errorOfEntry([](audioMasterCallback) -> AEffect* { return nullptr; }),
+            "Linked: a plug-in was expected, but it refused to start");
+}
+
+TEST(Plugin, HearsItsLifeInOrderLoadedOrLinked) {
+  for (const auto& module : {load(FOREIGN_GAIN), linked()}) {
+    SCOPED_TRACE(module->path());
+    Plugin plugin(module);
+    plugin.setSampleRate(48000.0);
+    plugin.setBlockSize(64);
+    for (int n = 0; n < 2; ++n) plugin.activate();
+    for (int n = 0; n < 2; ++n) plugin.deactivate();
+    std::vector<std::pair<VstInt32, VstIntPtr>> told;
+    for (const foreign::Told& one : reportOf(plugin).told) told.emplace_back(one.opcode, one.value);
+    const std::vector<std::pair<VstInt32, VstIntPtr>> expected = {
+        {effOpen, 0},         {effSetSampleRate, 0}, {effSetBlockSize, 64}, {effMainsChanged, 1},
+        {effStartProcess, 0}, {effStopProcess, 0},   {effMainsChanged, 0}};
+    EXPECT_EQ(told, expected);
+    EXPECT_EQ(reportOf(plugin).told[1].opt, 48000.0f);
+    const VstIntPtr folder = ask(plugin, {.opcode = audioMasterGetDirectory});
+    EXPECT_EQ(reinterpret_cast<const char*>(folder), module->path().parent_path());  // NOLINT
+  }
 }
 
 TEST(Plugin, KeepsInstancesOfOneModuleApart) {
-  const auto module = load(FOREIGN_GAIN);
-  Plugin first(module);
-  Plugin second(module);
-  EXPECT_EQ(reportOf(first).versionWithoutEffect, 2400);  // asked while the entry function ran
-  EXPECT_EQ(reportOf(first).blockSizeInEntry, 512);
-  first.setBlockSize(64);
-  second.setBlockSize(128);
-  EXPECT_EQ(ask(first, {.opcode = audioMasterGetBlockSize}), 64);
-  EXPECT_EQ(ask(second, {.opcode = audioMasterGetBlockSize}), 128);
+  for (const auto& module : {load(FOREIGN_GAIN), linked()}) {
+    Plugin first(module);
+    Plugin second(module);
+    EXPECT_EQ(reportOf(first).versionWithoutEffect, 2400);  // asked while the entry function ran
+    EXPECT_EQ(reportOf(first).blockSizeInEntry, 512);
+    first.setBlockSize(64);
+    second.setBlockSize(128);
+    EXPECT_EQ(ask(first, {.opcode = audioMasterGetBlockSize}), 64);
+    EXPECT_EQ(ask(second, {.opcode = audioMasterGetBlockSize}), 128);
+  }
 }
 
 TEST(Plugin, TakesTextsThatAreFarTooLongAndParametersThatDoNotExist) {
