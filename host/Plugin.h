@@ -79,6 +79,7 @@ class Plugin {
   [[nodiscard]] std::string programName(VstInt32 index) const;  // without changing to it; empty if not offered
   void setProgramName(const std::string& name);
   [[nodiscard]] std::vector<std::byte> chunk(ChunkKind kind) const;  // empty: the plug-in gave none
+  // False when the plug-in refuses, which is a negative answer; what else plug-ins answer means nothing.
   bool setChunk(ChunkKind kind, std::span<const std::byte> bytes);
 
   [[nodiscard]] std::string effectName() const;

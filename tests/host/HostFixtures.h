@@ -6,9 +6,8 @@
 #include "host/Plugin.h"
 #include "tests/host/ForeignPlugin.h"
 
-inline foreign::Report& reportOf(const modrift::host::Plugin& plugin) {
-  const VstIntPtr answer = plugin.dispatch(effVendorSpecific, foreign::askReport);
-  return *reinterpret_cast<foreign::Report*>(answer);  // NOLINT(performance-no-int-to-ptr)
+inline ForeignPlugin& foreign(const modrift::host::Plugin& plugin) {
+  return *static_cast<ForeignPlugin*>(plugin.record().object);
 }
 
 extern "C" AEffect* VSTCALLBACK linkedForeignEntry(audioMasterCallback host);

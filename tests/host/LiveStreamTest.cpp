@@ -21,7 +21,7 @@ TEST(LiveStream, PlaysLongBlocksInPiecesAndTheSongRunsOn) {
     EXPECT_EQ(outLeft, ramp);
     EXPECT_EQ(outRight, right);
   }
-  const std::vector<foreign::Block>& blocks = reportOf(plugin).blocks;
+  const std::vector<ForeignPlugin::Block>& blocks = foreign(plugin).blocks;
   const std::vector<std::pair<VstInt32, int>> expected = {{64, 0},   {64, 64},  {64, 128}, {8, 192},
                                                           {64, 200}, {64, 264}, {64, 328}, {8, 392}};
   ASSERT_EQ(blocks.size(), expected.size());
@@ -30,13 +30,13 @@ TEST(LiveStream, PlaysLongBlocksInPiecesAndTheSongRunsOn) {
     EXPECT_DOUBLE_EQ(blocks[i].time.ppqPos, expected[i].second / 48000.0) << i;
     EXPECT_EQ(blocks[i].processLevel, kVstProcessLevelRealtime);
   }
-  EXPECT_EQ(reportOf(plugin).told.back().opcode, effMainsChanged);
-  EXPECT_EQ(reportOf(plugin).told.back().value, 0);
+  EXPECT_EQ(foreign(plugin).told.back().opcode, effMainsChanged);
+  EXPECT_EQ(foreign(plugin).told.back().value, 0);
 }
 
 TEST(LiveStream, FillsChannelsThatOneSideLacks) {
   Plugin plugin(linked());
-  AEffect& record = const_cast<AEffect&>(plugin.record());
+  AEffect& record = foreign(plugin).record;
   record.numOutputs = 1;
   record.processReplacing = [](AEffect*, float** inputs, float** outputs, VstInt32) { outputs[0][0] = inputs[1][0]; };
   LiveStream stream(plugin, {}, 48000.0, 64);
@@ -46,9 +46,9 @@ TEST(LiveStream, FillsChannelsThatOneSideLacks) {
   EXPECT_EQ(outLeft, 2.0f);
   EXPECT_EQ(outRight, 2.0f);
   Plugin deaf(linked());
-  const_cast<AEffect&>(deaf.record()).numOutputs = 0;
+  foreign(deaf).record.numOutputs = 0;
   EXPECT_THROW(LiveStream(deaf, {}, 48000.0, 64), Error);
-  EXPECT_EQ(reportOf(deaf).told.back().value, 0);
+  EXPECT_EQ(foreign(deaf).told.back().value, 0);
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ constexpr VstInt32 kGain = 0;
 std::vector<float> ones(std::size_t frames) { return std::vector<float>(frames, 1.0f); }
 
 // Blocks after the silent one that comes before the settings.
-std::vector<foreign::Block> blocksOf(const Plugin& plugin) {
-  std::vector<foreign::Block> blocks = reportOf(plugin).blocks;
+std::vector<ForeignPlugin::Block> blocksOf(const Plugin& plugin) {
+  std::vector<ForeignPlugin::Block> blocks = foreign(plugin).blocks;
   VstInt32 warmUp = 64;
   while (warmUp > 0) {
     warmUp -= blocks.front().frames;
@@ -26,7 +26,7 @@ std::vector<foreign::Block> blocksOf(const Plugin& plugin) {
 
 TEST(OfflineRunner, MakesChangesAtTheirExactFramesWhateverTheBlockSize) {
   for (const VstInt32 blockFrames : {1, 64, 511, 1000, 1000000}) {
-    Plugin plugin(load(FOREIGN_GAIN));
+    Plugin plugin(linked());
     RenderJob job{.blockFrames = blockFrames, .settings = {{0, kGain, 0.5f}}};
     job.changes = {{700, kGain, 4.0f}, {-5, kGain, 2.0f}, {123, kGain, 3.0f}, {5000, kGain, 9.0f}};
     const Planar output = renderOffline(plugin, Planar{ones(1000), ones(1000)}, job);
@@ -39,12 +39,12 @@ TEST(OfflineRunner, MakesChangesAtTheirExactFramesWhateverTheBlockSize) {
 }
 
 TEST(OfflineRunner, GivesTheTimeOfEveryBlockAndKeepsTheGridAroundChangesAndLoops) {
-  Plugin plugin(load(FOREIGN_GAIN));
+  Plugin plugin(linked());
   RenderJob job{.sampleRateHz = 48000.0, .blockFrames = 400, .transport = {.startBeat = 8.0}};
   job.transport.cycle = CycleRange{0.0, 8.0 + 900.0 / 24000.0};
   job.changes = {{500, kGain, 0.0f}};
   const Planar output = renderOffline(plugin, Planar{ones(1000), ones(1000)}, job);
-  const std::vector<foreign::Block> blocks = blocksOf(plugin);
+  const std::vector<ForeignPlugin::Block> blocks = blocksOf(plugin);
   const std::vector<double> beats = {8.0, 8.0 + 400.0 / 24000.0, 8.0 + 500.0 / 24000.0, 8.0 + 800.0 / 24000.0, 0.0};
   ASSERT_EQ(blocks.size(), beats.size());
   for (std::size_t i = 0; i < blocks.size(); ++i) {
@@ -55,10 +55,10 @@ TEST(OfflineRunner, GivesTheTimeOfEveryBlockAndKeepsTheGridAroundChangesAndLoops
 }
 
 TEST(OfflineRunner, HasSettingsInPlaceBeforeActivationAndAfterTheFirstAudio) {
-  Plugin plugin(load(FOREIGN_GAIN));
+  Plugin plugin(linked());
   const RenderJob job{.blockFrames = 16, .settings = {{0, kGain, 0.25f}}};
   const Planar output = renderOffline(plugin, Planar{ones(10), ones(10)}, job);
-  EXPECT_EQ(reportOf(plugin).blocks.front().gain, 0.25f);
+  EXPECT_EQ(foreign(plugin).blocks.front().gain, 0.25f);
   EXPECT_EQ(output[0], std::vector<float>(10, 0.25f));
 }
 
@@ -74,17 +74,17 @@ TEST(OfflineRunner, TakesTheReportedLatencyOffAndRendersTheTail) {
 
 TEST(OfflineRunner, DeliversNotesAtTheirFramesAndCollectsThePluginsOwn) {
   RecordingListener listener;
-  Plugin plugin(load(FOREIGN_GAIN), &listener);
+  Plugin plugin(linked(), &listener);
   RenderJob job{.blockFrames = 100};
   job.events = {{250, {0x90, 60, 100}}, {99, {0x80, 60, 0}}};
   job.progress = [&](std::int64_t done, std::int64_t) {
     if (done != 200) return true;
     static EventBlock answer{std::vector<MidiEvent>{{7, {0xB0, 74, 64}}}};
-    plugin.dispatch(effVendorSpecific, foreign::sendNextBlock, 0, answer.list());
+    foreign(plugin).toSend = answer.list();
     return true;
   };
   const Planar output = renderOffline(plugin, Planar{ones(300), ones(300)}, job);
-  const std::vector<foreign::Block> blocks = blocksOf(plugin);
+  const std::vector<ForeignPlugin::Block> blocks = blocksOf(plugin);
   ASSERT_EQ(blocks.size(), 3U);
   ASSERT_EQ(blocks[0].notes.size(), 1U);
   EXPECT_EQ(blocks[0].notes[0].deltaFrames, 99);
@@ -96,13 +96,13 @@ TEST(OfflineRunner, DeliversNotesAtTheirFramesAndCollectsThePluginsOwn) {
 }
 
 TEST(OfflineRunner, GivesUpWhenToldAndLeavesThePluginInactive) {
-  Plugin plugin(load(FOREIGN_GAIN));
+  Plugin plugin(linked());
   RenderJob job{.blockFrames = 10};
   job.progress = [](std::int64_t done, std::int64_t) { return done < 30; };
   EXPECT_THROW(static_cast<void>(renderOffline(plugin, Planar{ones(100)}, job)), Cancelled);
   EXPECT_EQ(blocksOf(plugin).size(), 3U);
-  EXPECT_EQ(reportOf(plugin).told.back().opcode, effMainsChanged);
-  EXPECT_EQ(reportOf(plugin).told.back().value, 0);
+  EXPECT_EQ(foreign(plugin).told.back().opcode, effMainsChanged);
+  EXPECT_EQ(foreign(plugin).told.back().value, 0);
 }
 
 }  // namespace
