@@ -10,7 +10,7 @@
 #include "cli/files/Resample.h"
 #include "cli/pictures/Levels.h"
 #include "cli/terminal/Errors.h"
-#include "tests/cli/TemporaryFolder.h"
+#include "tests/TemporaryFolder.h"
 
 namespace modrift::cli {
 namespace {

@@ -131,7 +131,7 @@ TEST(PresetDefinitions, MovementsAreRead) {
   const auto presets = readPresets(kFile, "preset A\nabout it\nmoves = pan, once 3 beats, depth 40%, at 100 Hz\n", {});
   const Movement& movement = presets.at(0).movements.at(0);
   EXPECT_EQ(movement.of, Movement::Of::pan);
-  EXPECT_TRUE(movement.bOnce);
+  EXPECT_TRUE(movement.once);
   EXPECT_EQ(movement.period.beats, 3.0);
   EXPECT_EQ(movement.depth, 40.0);
   EXPECT_EQ(movement.toneHz, 100.0);

@@ -2,9 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
 #include <string>
 
@@ -12,18 +10,14 @@
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
 #include "model/StateChunk.h"
-#include "presets/generator/Definitions.h"
 #include "presets/generator/Listing.h"
+#include "tests/TemporaryFolder.h"
+#include "tests/presets/Motion.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace modrift::factory;
-
-std::string contentOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
 
 // The files with this ending below the built set, as "Folder/Name".
 std::set<std::string> builtFiles(const fs::path& folder, const std::string& ending) {
@@ -45,11 +39,6 @@ std::set<std::string> namesOf(const std::vector<T>& things) {
 const fs::path kBuilt = MODRIFT_PRESETS;
 std::vector<std::byte> bytesOf(const char* name) { return model::readFile(kBuilt / name, 100000).value(); }
 
-const FactorySet& factorySet() {
-  static const FactorySet set = readFactorySet(MODRIFT_DEFINITIONS);
-  return set;
-}
-
 TEST(FactorySet, IsBuiltWhole) {
   EXPECT_EQ(builtFiles(kBuilt / "Shapes", ".shp"), namesOf(factorySet().shapes));
   EXPECT_EQ(builtFiles(kBuilt, ".fxp"), namesOf(factorySet().presets));
@@ -61,7 +50,7 @@ TEST(FactorySet, ShapesAreDistinctCloseTheirCycleAndRunFromLeftToRight) {
   std::set<std::string> contents;
   for (const Shape& shape : factorySet().shapes) {
     SCOPED_TRACE(shape.name);
-    EXPECT_TRUE(contents.insert(contentOf(kBuilt / "Shapes" / shape.folder / (shape.name + ".shp"))).second);
+    EXPECT_TRUE(contents.insert(readText(kBuilt / "Shapes" / shape.folder / (shape.name + ".shp"))).second);
     const GraphPoints& p = shape.points;
     const auto last = static_cast<std::size_t>(p.lastPoint);
     EXPECT_EQ(p.x[last], kGraphWidth);
@@ -92,7 +81,7 @@ TEST(FactorySet, FilesHoldWhatTheirDefinitionsSay) {
 }
 
 TEST(FactorySet, IsListedInTheManual) {
-  const std::string page = contentOf(MODRIFT_PRESETS_PAGE);
+  const std::string page = readText(MODRIFT_PRESETS_PAGE);
   EXPECT_NE(page.find(listing(factorySet())), std::string::npos)
       << "put the output of modrift_factory --list into docs/presets.md";
 }
