@@ -44,11 +44,6 @@ double panOf(double left, double right) {
   return low;
 }
 
-double volumeOf(double left, double right, double pan) {
-  const dsp::Pair gains = panGains(static_cast<float>(pan));
-  return (left + right) / static_cast<double>(gains[0] + gains[1]);
-}
-
 // An effect with a preset and a steady tone of whole periods a block, so that a block's level is the gain alone.
 class Player {
  public:
@@ -86,11 +81,11 @@ class Player {
  private:
   double present(double left, double right) {
     constexpr double kSilence = 1e-6;
-    if (left + right > kSilence) pan_ = panOf(left, right);
     switch (movement_.of) {
       case Movement::Of::volume:
-        return volumeOf(left, right, pan_);
+        return std::hypot(left, right);  // which no pan changes by more than a tenth of a decibel
       case Movement::Of::pan:
+        if (left + right > kSilence) pan_ = panOf(left, right);
         return pan_ * 100.0;
       case Movement::Of::cutoff:
         return static_cast<double>(rig_.fx().cutSmoothed) * 100.0;
