@@ -173,10 +173,12 @@ TEST_F(Program, AnswersUnusableFilesWithStatusOneAndWritesNothing) {
   for (const char* result : {"out.wav", "out.mid", "out.png", "out.fxp"}) EXPECT_FALSE(exists(result)) << result;
 }
 
-// The plug-in itself raises the signal in the middle of the render; the other one comes as soon as there is a draft,
-// while the encoder, which is slow, still has most of its work before it.
+// The plug-in itself raises the signal in the middle of the render, and another that would end the process at once if
+// the render went on. The other run is ended as soon as there is a draft, while the slow encoder has its work before
+// it.
 TEST_F(Program, RemovesUnfinishedFilesAndDiesOfTheSignalWhenInterrupted) {
-  writeText(folder_ / "raise.csv", "0.1, Offbeat, " + std::to_string(SIGTERM));
+  const std::string raise = ", Offbeat, " + std::to_string(SIGTERM) + "\n";
+  writeText(folder_ / "raise.csv", "0.1" + raise + "0.15" + raise);
   for (const char* arguments :
        {"render in.wav -o out.ogg --automation raise.csv",
         "render in.wav -o out.ogg --tail 100 & until ls -A | grep -q '^[.]modrift'; do kill -0 $! || break; done; "

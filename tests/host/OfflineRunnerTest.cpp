@@ -97,6 +97,16 @@ TEST(OfflineRunner, DeliversNotesAtTheirFramesAndCollectsThePluginsOwn) {
   EXPECT_EQ(listener.midi()[0].bytes, (std::vector<std::uint8_t>{0xB0, 74, 64}));
 }
 
+TEST(OfflineRunner, PlaysOneBlockOfSilenceInASongThatStands) {
+  Plugin plugin(linked());
+  playSilence(plugin, 90.0, 48000.0, 32);
+  ASSERT_EQ(foreign(plugin).blocks.size(), 1U);
+  EXPECT_EQ(foreign(plugin).blocks[0].frames, 32);
+  EXPECT_EQ(foreign(plugin).blocks[0].time.tempo, 90.0);
+  EXPECT_FALSE(foreign(plugin).blocks[0].time.flags & kVstTransportPlaying);
+  EXPECT_EQ(foreign(plugin).told.back().opcode, effStartProcess);
+}
+
 TEST(OfflineRunner, GivesUpWhenToldAndLeavesThePluginInactive) {
   Plugin plugin(linked());
   RenderJob job{.blockFrames = 10};
