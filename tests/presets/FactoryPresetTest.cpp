@@ -41,14 +41,14 @@ const Audio& exampleLoop() {
 
 AEffect* VSTCALLBACK makeEffect(audioMasterCallback host) { return (new KorvelInDSPEdit(host))->getAeffect(); }
 
-// The loop through a preset, as a program plays it that the effect is linked with; presets that wait for notes get one
-// a bar, two beats long.
-Planar render(const Preset& preset) {
+// The loop through a state, as a program plays it that the effect is linked with; the notes come once a bar and are two
+// beats long.
+Planar render(const std::vector<std::byte>& chunk, bool withNotes) {
   constexpr std::int64_t kTwoBeats = 48000;
   Plugin plugin(std::make_shared<Module>(makeEffect, "Modrift"));
-  EXPECT_TRUE(plugin.setChunk(modrift::host::ChunkKind::program, chunkOf(preset)));
+  EXPECT_TRUE(plugin.setChunk(modrift::host::ChunkKind::program, chunk));
   RenderJob job{.sampleRateHz = kTestRateHz, .blockFrames = 500, .transport = {.tempoBpm = kTestTempo}};
-  for (std::int64_t frame = 0; takesNotes(preset) && frame < std::ssize(exampleLoop().channels[0]); frame += kTwoBeats)
+  for (std::int64_t frame = 0; withNotes && frame < std::ssize(exampleLoop().channels[0]); frame += kTwoBeats)
     job.events.push_back({frame, {0x90, 60, static_cast<std::uint8_t>(frame % (2 * kTwoBeats) == 0 ? 100 : 0)}});
   return renderOffline(plugin, exampleLoop().channels, job);
 }
@@ -80,7 +80,7 @@ TEST_P(FactoryPreset, MovesAsItsDefinitionSays) {
 TEST_P(FactoryPreset, IsHeardOnTheExampleLoopAndDoesNotClip) {
   constexpr double kLoudestDb = 6.0;
   constexpr double kLeastChangeDb = -25.0;
-  const Planar out = render(GetParam());
+  const Planar out = render(builtChunk(GetParam()), takesNotes(GetParam()));
   const auto [peak, rms, notFinite] = measureLevels(out);
   EXPECT_EQ(notFinite, 0);
   EXPECT_LE(decibels(peak), kLoudestDb);
@@ -105,6 +105,6 @@ TEST(PresetMeasurement, FindsWrongPromises) {
   EXPECT_NE(faultWith("Pluck on Note", [](Movement& m) { m.period.beats = 0.5; }), "");
 }
 
-TEST(PresetMeasurement, FindsPresetsThatDoNothing) { EXPECT_LT(changeDb(render(Preset{})), -60.0); }
+TEST(PresetMeasurement, FindsPresetsThatDoNothing) { EXPECT_LT(changeDb(render(chunkOf({}), false)), -60.0); }
 
 }  // namespace

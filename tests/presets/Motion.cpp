@@ -9,7 +9,8 @@
 
 #include "effect/ModulationLaws.h"
 #include "effect/ParameterTable.h"
-#include "presets/generator/Application.h"
+#include "model/AtomicFile.h"
+#include "model/PresetFile.h"
 #include "tests/effect/TestHost.h"
 
 namespace {
@@ -51,7 +52,7 @@ class Player {
       : movement_(movement),
         frames_(static_cast<std::size_t>(std::lround(kTestRateHz / std::min(movement.toneHz, 1000.0)))) {
     rig_.at(0.0, kTestTempo);
-    std::vector<std::byte> chunk = chunkOf(preset);
+    std::vector<std::byte> chunk = builtChunk(preset);
     rig_.fx().setChunk(chunk.data(), static_cast<VstInt32>(chunk.size()), true);
     const bool movesLevel = movement.of == Movement::Of::volume || movement.of == Movement::Of::pan;
     if (movesLevel) rig_.fx().setParameter(kFilterOn, 0.0f);  // whose own changes of level would count as volume
@@ -190,6 +191,13 @@ std::string onceFault(Player& player, const Movement& movement) {
 const FactorySet& factorySet() {
   static const FactorySet set = readFactorySet(MODRIFT_DEFINITIONS);
   return set;
+}
+
+std::vector<std::byte> builtChunk(const Preset& preset) {
+  const std::filesystem::path path = MODRIFT_PRESETS;
+  const auto file = model::readFile(path / preset.folder / (preset.name + ".fxp"), model::kLargestPresetFile);
+  const auto chunk = model::chunkOfPreset(file.value()).value();
+  return {chunk.begin(), chunk.end()};
 }
 
 bool takesNotes(const Preset& preset) { return valueOf(preset, kRetrigger) > 0.0f; }

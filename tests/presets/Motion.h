@@ -1,7 +1,10 @@
-// The factory set as its definitions say it, and a measurement of its presets: what moves, how far and how often.
+// The factory set, as its definitions say it and as the build made it, and a measurement of its presets: what moves,
+// how far and how often.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "presets/generator/Definitions.h"
 
@@ -10,6 +13,8 @@ inline constexpr double kTestTempo = 120.0;  // that of the example loop, too
 
 [[nodiscard]] const modrift::factory::FactorySet& factorySet();
 
+// The state in the file that the build made of a preset.
+[[nodiscard]] std::vector<std::byte> builtChunk(const modrift::factory::Preset& preset);
 [[nodiscard]] bool takesNotes(const modrift::factory::Preset& preset);
 
 // What is wrong with a movement that a preset promises: empty, or a sentence with what was expected and measured.
