@@ -75,17 +75,13 @@ TEST_F(Program, ListsFilterTypesAndDrawsThem) {
 }
 
 TEST_F(Program, PlaysMidiFilesIntoThePluginAndWritesWhatComesOut) {
-  const std::vector<host::MidiEvent> in = {{0, {0x93, 60, 99}}, {500, {0x93, 60, 0}}, {1500, {0xb1, 7, 100}},
-                                           {1600, {0xc5, 4}},   {4100, {0xe0, 1, 2}}, {4800, {0x93, 61, 1}}};
-  const std::vector<std::uint8_t> bytes = midiFileBytes(in, 120.0, 48000.0);
+  std::vector<host::MidiEvent> events = {{0, {0x93, 60, 99}}, {500, {0x93, 60, 0}}, {1500, {0xb1, 7, 100}},
+                                         {1600, {0xc5, 4}},   {4100, {0xe0, 1, 2}}, {4800, {0x93, 61, 1}}};
+  const std::vector<std::uint8_t> bytes = midiFileBytes(events, 120.0, 48000.0);
   writeText(folder_ / "in.mid", std::string(bytes.begin(), bytes.end()));
   done("render in.wav -o out.wav --midi-in in.mid --midi-out out.mid --block 111" + kModrift);
-  const auto out = eventsOf(songIn("out.mid"), 120.0, 48000.0);
-  ASSERT_EQ(out.size(), in.size() - 1);  // the last one lies beyond the recording's 4800 frames
-  for (std::size_t i = 0; i < out.size(); ++i) {
-    EXPECT_EQ(out[i].frame, in[i].frame);
-    EXPECT_EQ(out[i].bytes, in[i].bytes);
-  }
+  events.pop_back();  // lies beyond the recording's 4800 frames
+  EXPECT_EQ(eventsOf(songIn("out.mid"), 120.0, 48000.0), events);
 }
 
 TEST_F(Program, WritesTheControllerStreamFromItsFirstValueOnAndExportsTheGraph) {

@@ -14,6 +14,7 @@ struct ForeignPlugin {
     VstInt32 opcode = 0;
     VstIntPtr value = 0;
     float opt = 0.0f;
+    bool operator==(const Told&) const = default;
   };
   struct Block {
     VstInt32 frames = 0;

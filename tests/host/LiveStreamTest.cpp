@@ -30,8 +30,7 @@ TEST(LiveStream, PlaysLongBlocksInPiecesAndTheSongRunsOn) {
     EXPECT_DOUBLE_EQ(blocks[i].time.ppqPos, expected[i].second / 48000.0) << i;
     EXPECT_EQ(blocks[i].processLevel, kVstProcessLevelRealtime);
   }
-  EXPECT_EQ(foreign(plugin).told.back().opcode, effMainsChanged);
-  EXPECT_EQ(foreign(plugin).told.back().value, 0);
+  EXPECT_EQ(foreign(plugin).told.back(), ForeignPlugin::Told{effMainsChanged});
 }
 
 TEST(LiveStream, FillsChannelsThatOneSideLacks) {

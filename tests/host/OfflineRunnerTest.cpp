@@ -92,9 +92,7 @@ TEST(OfflineRunner, DeliversNotesAtTheirFramesAndCollectsThePluginsOwn) {
     ASSERT_EQ(blocks[block].notes.size(), 1U);
     EXPECT_EQ(blocks[block].notes[0].deltaFrames, frame);
   }
-  ASSERT_EQ(listener.midi().size(), 1U);
-  EXPECT_EQ(listener.midi()[0].frame, 207);
-  EXPECT_EQ(listener.midi()[0].bytes, (std::vector<std::uint8_t>{0xB0, 74, 64}));
+  EXPECT_EQ(listener.midi(), (std::vector<MidiEvent>{{207, {0xB0, 74, 64}}}));
 }
 
 TEST(OfflineRunner, PlaysOneBlockOfSilenceInASongThatStands) {
@@ -113,8 +111,7 @@ TEST(OfflineRunner, GivesUpWhenToldAndLeavesThePluginInactive) {
   job.progress = [](std::int64_t done, std::int64_t) { return done < 30; };
   EXPECT_THROW(static_cast<void>(render(plugin, 100, job)), Cancelled);
   EXPECT_EQ(blocksOf(plugin).size(), 3U);
-  EXPECT_EQ(foreign(plugin).told.back().opcode, effMainsChanged);
-  EXPECT_EQ(foreign(plugin).told.back().value, 0);
+  EXPECT_EQ(foreign(plugin).told.back(), ForeignPlugin::Told{effMainsChanged});
 }
 
 }  // namespace

@@ -61,13 +61,14 @@ TEST(Plugin, HearsItsLifeInOrderLoadedOrLinked) {
     plugin.setBlockSize(64);
     for (int n = 0; n < 2; ++n) plugin.activate();
     for (int n = 0; n < 2; ++n) plugin.deactivate();
-    std::vector<std::pair<VstInt32, VstIntPtr>> told;
-    for (const ForeignPlugin::Told& one : foreign(plugin).told) told.emplace_back(one.opcode, one.value);
-    const std::vector<std::pair<VstInt32, VstIntPtr>> expected = {
-        {effOpen, 0},         {effSetSampleRate, 0}, {effSetBlockSize, 64}, {effMainsChanged, 1},
-        {effStartProcess, 0}, {effStopProcess, 0},   {effMainsChanged, 0}};
-    EXPECT_EQ(told, expected);
-    EXPECT_EQ(foreign(plugin).told[1].opt, 48000.0f);
+    const std::vector<ForeignPlugin::Told> expected = {{effOpen},
+                                                       {effSetSampleRate, 0, 48000.0f},
+                                                       {effSetBlockSize, 64},
+                                                       {effMainsChanged, 1},
+                                                       {effStartProcess},
+                                                       {effStopProcess},
+                                                       {effMainsChanged, 0}};
+    EXPECT_EQ(foreign(plugin).told, expected);
     const VstIntPtr folder = foreign(plugin).ask(audioMasterGetDirectory);
     EXPECT_EQ(reinterpret_cast<const char*>(folder), module->path().parent_path());  // NOLINT
   }
@@ -144,13 +145,9 @@ TEST(EventBlock, BringsBackWhatWasPutIn) {
   const std::vector<MidiEvent> events = {
       {0, {0x90, 60, 100}}, {5, {0xC0, 3}}, {6, {}}, {7, {0xF0, 1, 2, 3, 4, 0xF7}}, {9, {0xF8}}};
   EventBlock block(events);
-  const std::vector<MidiEvent> copies = copyEvents(block.list(), 1000);
-  ASSERT_EQ(copies.size(), 4U);  // the one without bytes is gone
-  for (std::size_t i = 0; i < 4; ++i) {
-    const MidiEvent& event = events[i < 2 ? i : i + 1];
-    EXPECT_EQ(copies[i].frame, 1000 + event.frame);
-    EXPECT_EQ(copies[i].bytes, event.bytes);
-  }
+  const std::vector<MidiEvent> copies = {
+      {1000, {0x90, 60, 100}}, {1005, {0xC0, 3}}, {1007, {0xF0, 1, 2, 3, 4, 0xF7}}, {1009, {0xF8}}};
+  EXPECT_EQ(copyEvents(block.list(), 1000), copies);  // the one without bytes is gone
 }
 
 TEST(EventBlock, SurvivesBrokenLists) {
