@@ -1,23 +1,21 @@
 #include <alsa/asoundlib.h>
 #include <atomic>
+#include <cstddef>
 #include <fmt/core.h>
-#include <thread>
 #include <vector>
 
-#include "devices/SoundDevice.h"
-#include "host/Error.h"
+#include "devices/ThreadedDevice.h"
 
 namespace modrift::devices {
 namespace {
 
 constexpr unsigned kRateHz = 48000;
 constexpr unsigned kLatencyMicroseconds = 40000;
-constexpr int kBlockFrames = 512;
 
 // A device that isn't there is nothing that the library need tell.
 extern "C" void saveAlsaBreath(const char*, int, const char*, int, const char*, ...) {}
 
-class AlsaDevice : public SoundDevice {
+class AlsaDevice : public ThreadedDevice {
  public:
   explicit AlsaDevice(snd_pcm_t* pcm) : pcm_(pcm) {}
   AlsaDevice(const AlsaDevice&) = delete;
@@ -29,36 +27,29 @@ class AlsaDevice : public SoundDevice {
   }
 
   [[nodiscard]] double sampleRateHz() const override { return kRateHz; }
-  [[nodiscard]] int blockFrames() const override { return kBlockFrames; }
   [[nodiscard]] std::string description() const override { return fmt::format("the ALSA device at {} Hz", kRateHz); }
-  void start(BlockPlayer& player) override {
-    thread_ = std::jthread([this, &player](const std::stop_token& stop) { run(player, stop); });
-  }
-  void stop() override {
-    thread_.request_stop();
-    if (thread_.joinable()) thread_.join();
-  }
   [[nodiscard]] bool isLost() const override { return lost_; }
 
  private:
-  void run(BlockPlayer& player, const std::stop_token& stop) {
-    const std::vector<float> silence(kBlockFrames);
-    std::vector<float> left(kBlockFrames), right(kBlockFrames);
-    std::vector<float> interleaved(std::size_t{kBlockFrames} * host::kLiveChannels);
+  void run(BlockPlayer& player, const std::stop_token& stop) override {
+    Block block;
+    std::vector<float> interleaved(block.left().size() * host::kLiveChannels);
     while (!stop.stop_requested() && !lost_) {
-      player.play({silence.data(), silence.data()}, {left.data(), right.data()}, kBlockFrames);
-      for (std::size_t i = 0; i < left.size(); ++i) {
-        interleaved[2 * i] = left[i];
-        interleaved[2 * i + 1] = right[i];
+      block.play(player);
+      for (std::size_t i = 0; i < block.left().size(); ++i) {
+        interleaved[2 * i] = block.left()[i];
+        interleaved[2 * i + 1] = block.right()[i];
       }
-      lost_ = !write(interleaved.data());
+      lost_ = !write(interleaved);
     }
   }
 
   // Waits until the device has taken the block. An underrun is mended; anything else is the end.
-  bool write(const float* frames) {
-    for (snd_pcm_uframes_t done = 0; done < kBlockFrames;) {
-      const snd_pcm_sframes_t taken = snd_pcm_writei(pcm_, frames + done * host::kLiveChannels, kBlockFrames - done);
+  bool write(const std::vector<float>& interleaved) {
+    const snd_pcm_uframes_t frames = interleaved.size() / host::kLiveChannels;
+    for (snd_pcm_uframes_t done = 0; done < frames;) {
+      const snd_pcm_sframes_t taken =
+          snd_pcm_writei(pcm_, interleaved.data() + done * host::kLiveChannels, frames - done);
       if (taken >= 0) {
         done += static_cast<snd_pcm_uframes_t>(taken);
       } else if (snd_pcm_recover(pcm_, static_cast<int>(taken), 1) < 0) {
@@ -70,7 +61,6 @@ class AlsaDevice : public SoundDevice {
 
   snd_pcm_t* pcm_;
   std::atomic<bool> lost_ = false;
-  std::jthread thread_;
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Where live sound goes to and comes from: a JACK server, the system's ALSA device, or nowhere in real time.
 //
-//   auto device = openSound(...);
+//   auto device = openOutput();
 //   device->start(player);      // the player's `play` runs on a thread of the device from now on
 //   device->isLost();           // once in a while: the server or the device has gone
 //   device->stop();             // `play` has ended; the destructor does it too
@@ -33,6 +33,9 @@ class SoundDevice {
 };
 
 enum class JackPorts { outputs, inputsAndOutputs };
+
+// The best that this machine has for output: a JACK server, else the default ALSA device, else silence.
+[[nodiscard]] std::unique_ptr<SoundDevice> openOutput();
 
 // Null where no JACK server runs; none is started.
 [[nodiscard]] std::unique_ptr<SoundDevice> openJack(JackPorts ports);

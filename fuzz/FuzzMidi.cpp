@@ -23,12 +23,8 @@ void checkRoundTrip(const cli::MidiSong& song) {
   const auto events = cli::eventsOf(song, 120.0, 44100.0);
   const auto again = cli::parseMidiFile(cli::midiFileBytes(events, 120.0, 44100.0));
   const auto* read = std::get_if<cli::MidiSong>(&again);
-  require(read != nullptr && read->messages.size() == song.messages.size(), "all messages come back");
-  const auto eventsAgain = cli::eventsOf(*read, 120.0, 44100.0);
-  for (std::size_t i = 0; i < events.size(); ++i) {
-    require(eventsAgain[i].frame == events[i].frame && eventsAgain[i].bytes == events[i].bytes,
-            "messages come back as they were");
-  }
+  require(read != nullptr, "what was written is a MIDI file");
+  require(cli::eventsOf(*read, 120.0, 44100.0) == events, "messages come back as they were");
 }
 
 }  // namespace

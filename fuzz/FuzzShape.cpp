@@ -18,8 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(std::is_sorted(points->x.begin(), end) && points->x[0] == 0.0 && *(end - 1) == kGraphWidth, "X rises");
   static std::vector<float> table(kGraphTableSize);
   renderGraph(*points, std::span<float, kGraphTableSize>(table));
-  const auto bInside = [](float value) { return value >= -0.01f && value <= 1.01f; };
-  require(std::ranges::all_of(table, bInside), "the table stays near 0 to 1");
+  const auto isInside = [](float value) { return value >= -0.01f && value <= 1.01f; };
+  require(std::ranges::all_of(table, isInside), "the table stays near 0 to 1");
   const auto again = model::readShape(model::writeShape(*points));
   require(again && again->y == points->y && again->lastPoint == points->lastPoint, "a shape comes back as it was");
   return 0;

@@ -1,8 +1,9 @@
 // Writes the first inputs of the fuzz targets for stored states into folders below the one that it is given.
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "model/AtomicFile.h"
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
 #include "tests/model/ChunkBuilder.h"
@@ -13,8 +14,7 @@ namespace fs = std::filesystem;
 
 void write(const fs::path& path, std::span<const std::byte> bytes) {
   fs::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  if (model::replaceFile(path, bytes)) std::abort();
 }
 
 void writeChunk(const fs::path& folder, const std::string& name, const std::vector<std::byte>& chunk) {

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-inline void require(bool bHolds, const char* what) {
-  if (bHolds) return;
+inline void require(bool holds, const char* what) {
+  if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", what);
   std::abort();
 }

@@ -8,8 +8,9 @@
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
+#include "host/Activation.h"
+#include "host/ChannelBuffers.h"
 #include "host/Plugin.h"
 #include "host/Transport.h"
 
@@ -23,25 +24,20 @@ class LiveStream {
  public:
   // Blocks go to the plug-in in pieces of at most `mostFrames`. Throws Error, also for a plug-in without outputs.
   LiveStream(Plugin& plugin, const TransportSettings& transport, double sampleRateHz, VstInt32 mostFrames);
-  ~LiveStream();
-  LiveStream(const LiveStream&) = delete;
-  LiveStream& operator=(const LiveStream&) = delete;
 
   // [audio] Further inputs of the plug-in get silence, and further outputs are dropped; a single output goes to both
   // sides. Outputs may be inputs.
   void process(const LiveInputs& inputs, const LiveOutputs& outputs, std::int64_t frames) noexcept;
 
  private:
-  using Buffers = std::vector<std::vector<float>>;
-
   void processPiece(const LiveInputs& inputs, const LiveOutputs& outputs, std::int64_t start, VstInt32 frames) noexcept;
 
   Plugin& plugin_;
   Transport transport_;
   VstInt32 mostFrames_;
   std::int64_t frame_ = 0;  // of the stream
-  Buffers inputs_, outputs_;
-  std::vector<float*> inputPointers_, outputPointers_;
+  Activation activation_;
+  ChannelBuffers inputs_, outputs_;  // made after it, since activation may change the channel counts
 };
 
 }  // namespace modrift::host

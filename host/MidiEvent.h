@@ -9,6 +9,8 @@ namespace modrift::host {
 struct MidiEvent {
   std::int64_t frame = 0;           // in the stream; in a block where a function says so
   std::vector<std::uint8_t> bytes;  // a whole message: one to three bytes, or F0 ... F7
+
+  bool operator==(const MidiEvent&) const = default;
 };
 
 }  // namespace modrift::host

@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "host/Error.h"
@@ -77,6 +78,12 @@ Module::Module(const fs::path& fileOrBundle) : path_(sharedObjectOf(fileOrBundle
   throw Error(path_.string() + ": a VST 2 plug-in was expected, but it exports neither VSTPluginMain nor main");
 }
 
-Module::~Module() { dlclose(handle_); }
+Module::Module(EntryFunction linkedEntry, fs::path shownPath) : path_(std::move(shownPath)), entry_(linkedEntry) {
+  if (entry_ == nullptr) throw Error(path_.string() + ": an effect with an entry function was expected");
+}
+
+Module::~Module() {
+  if (handle_ != nullptr) dlclose(handle_);
+}
 
 }  // namespace modrift::host

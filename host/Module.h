@@ -1,5 +1,5 @@
-// A loaded VST 2 shared object: the file mapped into the process and its entry function. It makes instances (Plugin)
-// and must outlive them, which is why they share ownership of it.
+// Where instances (Plugin) come from: an entry function, in a VST 2 shared object that is mapped into the process or in
+// the process itself. A module must outlive its instances, which is why they share ownership of it.
 #pragma once
 
 #include <filesystem>
@@ -19,16 +19,19 @@ using EntryFunction = AEffect*(VSTCALLBACK*)(audioMasterCallback);
 class Module {
  public:
   explicit Module(const std::filesystem::path& fileOrBundle);  // throws Error
+  // An effect that this program is linked with. `shownPath` stands for it in messages, and its folder is the one that
+  // the effect is told to lie in. Throws Error.
+  Module(EntryFunction linkedEntry, std::filesystem::path shownPath);
   ~Module();
   Module(const Module&) = delete;
   Module& operator=(const Module&) = delete;
 
   [[nodiscard]] EntryFunction entry() const noexcept { return entry_; }
-  [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }  // absolute
+  [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }  // absolute for a file
 
  private:
   std::filesystem::path path_;
-  void* handle_ = nullptr;
+  void* handle_ = nullptr;  // of the file; null in the process itself
   EntryFunction entry_ = nullptr;
 };
 

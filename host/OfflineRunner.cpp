@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <utility>
 
+#include "host/Activation.h"
+#include "host/ChannelBuffers.h"
+
 namespace modrift::host {
 namespace {
 
@@ -12,41 +15,6 @@ constexpr VstInt32 kWarmUpFrames = 64;
 
 // A latency beyond this many seconds is a plug-in's mistake and not worth waiting for.
 constexpr double kLongestLatencySeconds = 30.0;
-
-// The plug-in is inactive again when a render ends, by whichever road.
-class Activation {
- public:
-  explicit Activation(Plugin& plugin) : plugin_(plugin) { plugin_.activate(); }
-  ~Activation() {
-    try {
-      plugin_.deactivate();
-    } catch (...) {
-      // The render's own result or error is what the caller wants to hear of.
-      return;
-    }
-  }
-  Activation(const Activation&) = delete;
-  Activation& operator=(const Activation&) = delete;
-
- private:
-  Plugin& plugin_;
-};
-
-// One block's channel buffers and the pointers to them that process calls take.
-class ChannelBuffers {
- public:
-  ChannelBuffers(int channels, VstInt32 frames)
-      : samples_(static_cast<std::size_t>(channels), std::vector<float>(static_cast<std::size_t>(frames))) {
-    for (std::vector<float>& channel : samples_) pointers_.push_back(channel.data());
-  }
-  [[nodiscard]] std::vector<float>& operator[](std::size_t channel) { return samples_[channel]; }
-  [[nodiscard]] std::size_t size() const { return samples_.size(); }
-  [[nodiscard]] float** pointers() { return pointers_.data(); }
-
- private:
-  Planar samples_;
-  std::vector<float*> pointers_;
-};
 
 class Render {
  public:
@@ -174,6 +142,15 @@ Planar renderOffline(Plugin& plugin, std::span<const std::vector<float>> input, 
   render.warmUp();
   makeSettings(plugin, job.settings);
   return render.run();
+}
+
+void playSilence(Plugin& plugin, double tempoBpm, double sampleRateHz, VstInt32 frames) {
+  plugin.setSampleRate(sampleRateHz);
+  plugin.setBlockSize(frames);
+  plugin.activate();
+  plugin.setTime(Transport({.tempoBpm = tempoBpm, .playing = false}, sampleRateHz).time(), 0);
+  ChannelBuffers inputs(plugin.inputCount(), frames), outputs(plugin.outputCount(), frames);
+  plugin.process(inputs.pointers(), outputs.pointers(), frames);
 }
 
 }  // namespace modrift::host

@@ -46,4 +46,8 @@ class Cancelled : public std::exception {
 // Throws Error and Cancelled.
 [[nodiscard]] Planar renderOffline(Plugin& plugin, std::span<const std::vector<float>> input, RenderJob job);
 
+// Activates the plug-in and lets it hear one block of silence while the song stands still: then it knows the tempo, and
+// parameters that count only once audio has run count. Throws Error.
+void playSilence(Plugin& plugin, double tempoBpm, double sampleRateHz, VstInt32 frames);
+
 }  // namespace modrift::host

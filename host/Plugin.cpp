@@ -155,7 +155,7 @@ std::vector<std::byte> Plugin::chunk(ChunkKind kind) const {
 
 bool Plugin::setChunk(ChunkKind kind, std::span<const std::byte> bytes) {
   std::vector<std::byte> copy(bytes.begin(), bytes.end());
-  return dispatch(effSetChunk, static_cast<VstInt32>(kind), static_cast<VstIntPtr>(copy.size()), copy.data()) != 0;
+  return dispatch(effSetChunk, static_cast<VstInt32>(kind), static_cast<VstIntPtr>(copy.size()), copy.data()) >= 0;
 }
 
 std::string Plugin::effectName() const { return text(effGetEffectName); }

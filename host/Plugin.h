@@ -1,4 +1,4 @@
-// One instance of a VST 2 plug-in, ours or anybody's.
+// One instance of a VST 2 plug-in, ours or anybody's, loaded or linked with the program.
 //
 // Life, in the order of calls:
 //   Plugin plugin(std::make_shared<Module>(path), listener);   // entry function, effOpen
@@ -79,6 +79,7 @@ class Plugin {
   [[nodiscard]] std::string programName(VstInt32 index) const;  // without changing to it; empty if not offered
   void setProgramName(const std::string& name);
   [[nodiscard]] std::vector<std::byte> chunk(ChunkKind kind) const;  // empty: the plug-in gave none
+  // False when the plug-in refuses, which is a negative answer; what else plug-ins answer means nothing.
   bool setChunk(ChunkKind kind, std::span<const std::byte> bytes);
 
   [[nodiscard]] std::string effectName() const;

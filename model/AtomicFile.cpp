@@ -6,6 +6,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace model {
 namespace {
@@ -33,23 +34,14 @@ class Descriptor {
   int number_;
 };
 
-// A file that nobody has seen yet; gone with the object unless it was renamed.
-struct Draft {
-  fs::path path;
-  bool keep = false;
-
-  ~Draft() {
-    if (!keep && !path.empty()) unlink(path.c_str());
-  }
-};
-
-// The name does not depend on the target's, which may be as long as names can be.
-int createDraft(const fs::path& folder, Draft& draft) {
+// Its descriptor; below 0 for an error, which errno tells. Opening with O_EXCL makes sure that the file is ours.
+int createBeside(const fs::path& target, mode_t permissions, fs::path& created) {
   constexpr int kMostTries = 1000;
   for (int attempt = 0; attempt < kMostTries; ++attempt) {
-    const fs::path path = folder / (".modrift-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp");
-    const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
-    if (file >= 0) draft.path = path;
+    fs::path path =
+        target.parent_path() / (".modrift-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + ".tmp");
+    const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, permissions);
+    if (file >= 0) created = std::move(path);
     if (file >= 0 || errno != EEXIST) return file;
   }
   return -1;
@@ -88,25 +80,49 @@ std::optional<std::vector<std::byte>> readFile(const fs::path& path, std::size_t
   return bytes;
 }
 
+FileDraft::FileDraft(const fs::path& target, std::error_code& error) {
+  target_ = fs::weakly_canonical(target, error);
+  if (!error) target_ = fs::absolute(target_, error);
+  if (error) return;
+  struct stat before {};
+  const bool exists = stat(target_.c_str(), &before) == 0;
+  if (exists && !S_ISREG(before.st_mode)) {
+    error = std::make_error_code(std::errc::not_supported);
+    return;
+  }
+  if (exists) permissions_ = before.st_mode & 0777;
+  // What others may not read in the old file they must not read in the new one meanwhile.
+  const Descriptor file(createBeside(target_, exists ? 0600 : 0666, path_));
+  if (file.get() < 0) error = lastError();
+}
+
+FileDraft::~FileDraft() {
+  if (!path_.empty()) unlink(path_.c_str());
+}
+
+std::error_code FileDraft::write(std::span<const std::byte> bytes) {
+  Descriptor file(open(path_.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+  if (file.get() < 0 || !writeAll(file.get(), bytes) || !file.close()) return lastError();
+  return {};
+}
+
+std::error_code FileDraft::commit() {
+  // Opened anew: others may have written it by its name, or put another file in its place.
+  Descriptor file(open(path_.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.get() < 0) return lastError();
+  if (permissions_ && fchmod(file.get(), *permissions_) != 0) return lastError();
+  if (fsync(file.get()) != 0 || !file.close()) return lastError();
+  if (std::rename(path_.c_str(), target_.c_str()) != 0) return lastError();
+  path_.clear();
+  syncFolder(target_.parent_path());
+  return {};
+}
+
 std::error_code replaceFile(const fs::path& path, std::span<const std::byte> bytes) {
   std::error_code error;
-  fs::path target = fs::weakly_canonical(path, error);
-  if (!error) target = fs::absolute(target, error);
-  if (error) return error;
-  struct stat before {};
-  const bool exists = stat(target.c_str(), &before) == 0;
-  if (exists && !S_ISREG(before.st_mode)) return std::make_error_code(std::errc::not_supported);
-
-  const fs::path folder = target.parent_path();
-  Draft draft;
-  Descriptor file(createDraft(folder, draft));
-  if (file.get() < 0) return lastError();
-  if (exists && fchmod(file.get(), before.st_mode & 0777) != 0) return lastError();
-  if (!writeAll(file.get(), bytes) || fsync(file.get()) != 0 || !file.close()) return lastError();
-  if (std::rename(draft.path.c_str(), target.c_str()) != 0) return lastError();
-  draft.keep = true;
-  syncFolder(folder);
-  return {};
+  FileDraft draft(path, error);
+  if (!error) error = draft.write(bytes);
+  return error ? error : draft.commit();
 }
 
 }  // namespace model

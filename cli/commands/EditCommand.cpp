@@ -17,6 +17,7 @@
 #include "cli/terminal/Errors.h"
 #include "cli/terminal/Interrupt.h"
 #include "devices/LoopPlayer.h"
+#include "devices/RunningSound.h"
 #include "devices/SoundDevice.h"
 #include "host/LiveStream.h"
 #include "host/Plugin.h"
@@ -86,14 +87,9 @@ class OpenEditor {
 };
 
 std::unique_ptr<devices::SoundDevice> openDevice(bool jackOnly) {
-  if (jackOnly) {
-    if (auto jack = devices::openJack(devices::JackPorts::inputsAndOutputs)) return jack;
-    throw RunError("--jack: a running JACK server was expected");
-  }
-  if (auto jack = devices::openJack(devices::JackPorts::outputs)) return jack;
-  if (auto alsa = devices::openAlsa()) return alsa;
-  constexpr double kSilentRateHz = 48000.0;
-  return devices::openSilence(kSilentRateHz);
+  if (!jackOnly) return devices::openOutput();
+  if (auto jack = devices::openJack(devices::JackPorts::inputsAndOutputs)) return jack;
+  throw RunError("--jack: a running JACK server was expected");
 }
 
 // Nothing for the device's own inputs.
@@ -105,35 +101,11 @@ host::Planar loopFor(const EditOptions& options, double sampleRateHz) {
   return resample(std::move(audio.channels), audio.sampleRateHz, sampleRateHz);
 }
 
-// A device with its player, until one of them ends.
-class RunningSound {
- public:
-  RunningSound(std::unique_ptr<devices::SoundDevice> device, devices::BlockPlayer& player) : player_(player) {
-    start(std::move(device));
-  }
-  ~RunningSound() { device_->stop(); }
-  RunningSound(const RunningSound&) = delete;
-  RunningSound& operator=(const RunningSound&) = delete;
-
-  // The song goes on silently when the device has gone.
-  void watch() {
-    if (!device_->isLost()) return;
-    const double rate = device_->sampleRateHz();
-    device_->stop();
-    fmt::print("The sound device has gone; the song goes on silently.\n");
-    std::fflush(stdout);
-    start(devices::openSilence(rate));
-  }
-
- private:
-  void start(std::unique_ptr<devices::SoundDevice> device) {
-    device_ = std::move(device);
-    device_->start(player_);
-  }
-
-  devices::BlockPlayer& player_;
-  std::unique_ptr<devices::SoundDevice> device_;
-};
+// At once, as the program goes on for long.
+void say(const std::string& line) {
+  fmt::print("{}\n", line);
+  std::fflush(stdout);
+}
 
 // Before the user has put any work into it.
 void checkTarget(const std::string& path) {
@@ -155,12 +127,13 @@ void playUntilTheEnd(host::Plugin& plugin, EditHost& host, const EditOptions& op
   auto device = openDevice(options.jack);
   const double rate = device->sampleRateHz();
   host::Planar loop = loopFor(options, rate);
-  fmt::print("Sound: {}. Close the window to end.\n", device->description());
-  std::fflush(stdout);
+  say(fmt::format("Sound: {}. Close the window to end.", device->description()));
   host::LiveStream stream(plugin, {.tempoBpm = options.tempoBpm}, rate, kLongestPieceFrames);
   devices::LoopPlayer player(stream, std::move(loop));
-  RunningSound sound(std::move(device), player);
-  while (!isInterrupted() && editor.idle()) sound.watch();
+  devices::RunningSound sound(std::move(device), player);
+  while (!isInterrupted() && editor.idle()) {
+    if (sound.fallsSilent()) say("The sound device has gone; the song goes on silently.");
+  }
 }
 
 }  // namespace

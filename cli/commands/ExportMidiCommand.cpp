@@ -1,6 +1,5 @@
 #include "cli/commands/ExportMidiCommand.h"
 
-#include <array>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -18,7 +17,7 @@
 #include "cli/files/PendingFile.h"
 #include "cli/files/RenderTargets.h"
 #include "cli/terminal/Errors.h"
-#include "host/Transport.h"
+#include "host/OfflineRunner.h"
 
 namespace modrift::cli {
 namespace {
@@ -46,22 +45,9 @@ class Silence {
   int kept_;
 };
 
-// One frame of a song that stands still: it tells the tempo, and parameters that count only once audio has run then
-// count.
-void playOneFrame(host::Plugin& plugin, double tempoBpm) {
-  const host::TransportSettings standing{.tempoBpm = tempoBpm, .playing = false};
-  plugin.setTime(host::Transport(standing, kSampleRateHz).time(), 0);
-  std::array<float, 2> in{}, out{};
-  std::array<float*, 2> inputs = {&in[0], &in[1]}, outputs = {&out[0], &out[1]};
-  plugin.process(inputs.data(), outputs.data(), 1);
-}
-
 void setUp(host::Plugin& plugin, const ExportMidiOptions& options, const std::vector<host::ParameterChange>& settings) {
   for (const host::ParameterChange& setting : settings) plugin.setUnlistedParameter(setting.parameter, setting.value);
-  plugin.setSampleRate(kSampleRateHz);
-  plugin.setBlockSize(1);
-  plugin.activate();
-  playOneFrame(plugin, options.tempoBpm);
+  host::playSilence(plugin, options.tempoBpm, kSampleRateHz, 1);
   for (const host::ParameterChange& setting : settings) plugin.setUnlistedParameter(setting.parameter, setting.value);
 }
 

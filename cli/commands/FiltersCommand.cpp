@@ -61,13 +61,13 @@ std::string fileName(int type) {
   const std::string_view typeName = typeOf(type).name;
   for (std::size_t i = 0; i < typeName.size(); ++i) {
     const char c = typeName[i];
-    const bool bLast = i + 1 == typeName.size();
-    const bool bWord = std::isalnum(static_cast<unsigned char>(c)) != 0;
-    const bool bBegins = i == 0 || std::isalnum(static_cast<unsigned char>(typeName[i - 1])) == 0;
-    if (bWord && bBegins) name += '-';
-    if (bWord) name += lowered(c);
+    const bool isLast = i + 1 == typeName.size();
+    const bool isWord = std::isalnum(static_cast<unsigned char>(c)) != 0;
+    const bool beginsWord = i == 0 || std::isalnum(static_cast<unsigned char>(typeName[i - 1])) == 0;
+    if (isWord && beginsWord) name += '-';
+    if (isWord) name += lowered(c);
     if (c == '+') name += "-plus";
-    if (c == '-' && bLast) name += "-minus";
+    if (c == '-' && isLast) name += "-minus";
   }
   return name + ".png";
 }
@@ -84,8 +84,8 @@ std::string overFor(const FilterPlotOptions& options, int type) {
 
 std::span<const float> positionsOf(const std::string& over, int type) {
   if (over != "cutoff") return kPositions;
-  const bool bDense = typeOf(type).lines != LinesUsed::noLines || FilterMeasurement::makesNewTones(type);
-  return bDense ? std::span<const float>(kFewCutoffs) : kCutoffs;
+  const bool isDense = typeOf(type).lines != LinesUsed::noLines || FilterMeasurement::makesNewTones(type);
+  return isDense ? std::span<const float>(kFewCutoffs) : kCutoffs;
 }
 
 // The controls that are the same for all lines.
@@ -109,8 +109,8 @@ FrequencyChart emptyChart(const FilterPlotOptions& options, int type, const std:
   chart.title = row.name;
   chart.facts = fmt::format("number {}, {}, {}", type, row.family, var);
   chart.legend = over == "res" ? "resonance" : over == "var" ? "Var" : over;
-  chart.bLevels = FilterMeasurement::makesNewTones(type);
-  const std::string measure = chart.bLevels
+  chart.showsLevels = FilterMeasurement::makesNewTones(type);
+  const std::string measure = chart.showsLevels
                                   ? fmt::format("No response: what a {:g} Hz sine becomes", FilterMeasurement::kToneHz)
                                   : "Measured with a small impulse";
   chart.caption = fmt::format("{}. {}", measure, controls);
@@ -127,8 +127,9 @@ FrequencyChart measured(const FilterPlotOptions& options, int type, FilterMeasur
   for (const float position : positionsOf(over, type)) {
     throwIfInterrupted();
     moved = position;
-    chart.curves.push_back({fmt::format("{:.2f}", position), chart.bLevels ? measurement.spectrumOfTone(settings, hz)
-                                                                           : measurement.response(settings, hz)});
+    chart.curves.push_back({fmt::format("{:.2f}", position), chart.showsLevels
+                                                                 ? measurement.spectrumOfTone(settings, hz)
+                                                                 : measurement.response(settings, hz)});
   }
   return chart;
 }
@@ -152,9 +153,9 @@ void runFilterList(bool asJson) {
 
 void runFilterPlot(const FilterPlotOptions& options) {
   const std::vector<int> types = typesFor(options.type);
-  const bool bPicture = std::filesystem::path(options.output).extension() == ".png";
-  if (bPicture && types.size() > 1) throw UsageError("-o: a folder was expected for all types");
-  if (!bPicture) makeFolder(options.output.ends_with('/') ? options.output : options.output + '/');
+  const bool isPicture = std::filesystem::path(options.output).extension() == ".png";
+  if (isPicture && types.size() > 1) throw UsageError("-o: a folder was expected for all types");
+  if (!isPicture) makeFolder(options.output.ends_with('/') ? options.output : options.output + '/');
   FilterMeasurement measurement;
   for (const int type : types) {
     const std::filesystem::path target = targetFor(options, type);

@@ -1,4 +1,3 @@
-#include <array>
 #include <memory>
 
 #include "cli/commands/ModriftCalls.h"
@@ -8,25 +7,14 @@
 #include "cli/commands/Settings.h"
 #include "cli/files/RenderTargets.h"
 #include "cli/terminal/Errors.h"
-#include "host/Transport.h"
+#include "host/OfflineRunner.h"
 
 namespace modrift::cli {
 namespace {
 
+constexpr double kTempoBpm = 120.0;
 constexpr double kSampleRateHz = 44100.0;
 constexpr VstInt32 kFrames = 64;
-
-// Points of a graph can be set as parameters only once audio has run.
-void playSilence(host::Plugin& plugin) {
-  plugin.setSampleRate(kSampleRateHz);
-  plugin.setBlockSize(kFrames);
-  plugin.activate();
-  plugin.setTime(host::Transport({.playing = false}, kSampleRateHz).time(), 0);
-  std::array<std::array<float, kFrames>, 4> channels{};
-  std::array<float*, 2> inputs = {channels[0].data(), channels[1].data()};
-  std::array<float*, 2> outputs = {channels[2].data(), channels[3].data()};
-  plugin.process(inputs.data(), outputs.data(), kFrames);
-}
 
 }  // namespace
 
@@ -40,7 +28,7 @@ void runPresetSave(const PresetSaveOptions& options) {
   for (const ShapeFile& shape : shapes) applyShape(plugin, shape);
   ValueFinder values(plugin);
   const std::vector<host::ParameterChange> changes = findSettings(settings, parameterNames(plugin), values);
-  playSilence(plugin);
+  host::playSilence(plugin, kTempoBpm, kSampleRateHz, kFrames);  // points can be set as parameters only then
   for (const host::ParameterChange& setting : changes) plugin.setUnlistedParameter(setting.parameter, setting.value);
   savePreset(plugin, options.output);
 }

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstdio>
 #include <fmt/core.h>
-#include <fstream>
 #include <memory>
+#include <span>
 #include <utility>
 #include <variant>
 
@@ -160,12 +160,7 @@ void drawPicture(const std::filesystem::path& target, const Rendered& rendered, 
 
 void writeMidi(const std::filesystem::path& target, const Rendered& rendered, const RenderOptions& options) {
   const std::vector<std::uint8_t> bytes = midiFileBytes(rendered.midi, options.tempoBpm, rendered.after.sampleRateHz);
-  PendingFile pending(target);
-  std::ofstream file(pending.path(), std::ios::binary);
-  file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) throw RunError(target.string() + ": room to write to was expected");
-  pending.commit();
+  writeFile(target, std::as_bytes(std::span(bytes)));
 }
 
 void printSummary(const RenderTarget& target, const Rendered& rendered) {

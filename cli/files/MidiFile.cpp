@@ -3,16 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <string_view>
+
+#include "model/MidiBytes.h"
 
 namespace modrift::cli {
 namespace {
 
-constexpr std::size_t kChunkHeadBytes = 8;  // four letters, and the length of what follows
-constexpr std::size_t kFileHeadBytes = 6;   // format, tracks, division
-constexpr std::uint8_t kSystem = 0xF0;      // status bytes from here on have no channel
-constexpr std::uint8_t kSysex = 0xF0, kSysexGoesOn = 0xF7, kMeta = 0xFF;
-constexpr std::uint8_t kEndOfTrack = 0x2F;
+using model::MidiByteReader;
 
 // SMPTE frames a second by the number in the file; 29 stands for the drop-frame count of colour television.
 struct FrameRate {
@@ -21,60 +18,13 @@ struct FrameRate {
 };
 constexpr auto kFrameRates = std::to_array<FrameRate>({{24, 24.0}, {25, 25.0}, {29, 30000.0 / 1001.0}, {30, 30.0}});
 
-// Takes bytes off the front of a span, and never more than there are.
-class ByteReader {
- public:
-  ByteReader(std::span<const std::uint8_t> bytes, std::size_t offset) : bytes_(bytes), offset_(offset) {}
-
-  [[nodiscard]] bool atEnd() const { return at_ == bytes_.size(); }
-  [[nodiscard]] std::size_t offset() const { return offset_ + at_; }  // in the file
-  [[nodiscard]] std::size_t left() const { return bytes_.size() - at_; }
-
-  std::optional<std::uint8_t> byte() { return atEnd() ? std::nullopt : std::optional(bytes_[at_++]); }
-  std::optional<std::uint8_t> peek() const { return atEnd() ? std::nullopt : std::optional(bytes_[at_]); }
-
-  std::optional<std::span<const std::uint8_t>> take(std::size_t count) {
-    if (count > left()) return std::nullopt;
-    at_ += count;
-    return bytes_.subspan(at_ - count, count);
-  }
-
-  // Seven bits a byte, highest first, at most four bytes.
-  std::optional<std::uint32_t> variableNumber() {
-    std::uint32_t number = 0;
-    for (int i = 0; i < 4; ++i) {
-      const auto next = byte();
-      if (!next) return std::nullopt;
-      number = number << 7 | (*next & 0x7FU);
-      if (*next < 0x80) return number;
-    }
-    return std::nullopt;
-  }
-
- private:
-  std::span<const std::uint8_t> bytes_;
-  std::size_t offset_;
-  std::size_t at_ = 0;
-};
-
-// `bytes` are two or four, highest first.
-std::uint32_t bigEndian(std::span<const std::uint8_t> bytes) {
-  std::uint32_t number = 0;
-  for (const std::uint8_t byte : bytes) number = number << 8 | byte;
-  return number;
-}
-
-bool isNamed(std::span<const std::uint8_t> chunkHead, std::string_view name) {
-  return std::equal(name.begin(), name.end(), chunkHead.begin());
-}
-
 class TrackParser {
  public:
-  TrackParser(ByteReader track, std::vector<MidiFileMessage>& messages) : track_(track), messages_(messages) {}
+  TrackParser(MidiByteReader track, std::vector<MidiFileMessage>& messages) : track_(track), messages_(messages) {}
 
   std::optional<MidiFileFault> parse() {
     while (!ended_ && !track_.atEnd()) {
-      const auto delta = track_.variableNumber();
+      const auto delta = track_.variable();
       if (!delta) return fault("a time of at most four bytes");
       tick_ += *delta;
       if (auto broken = parseEvent()) return broken;
@@ -90,7 +40,7 @@ class TrackParser {
     if (!first) return fault("a message behind the time");
     const bool hasStatus = *first >= 0x80;
     if (hasStatus) track_.byte();
-    if (hasStatus && *first >= kSystem) return skipSystemEvent(*first);
+    if (hasStatus && *first >= model::kMidiSystem) return skipSystemEvent(*first);
     if (hasStatus) runningStatus_ = *first;
     return runningStatus_ == 0 ? fault("a status byte") : parseMessage();
   }
@@ -109,18 +59,18 @@ class TrackParser {
   }
 
   std::optional<MidiFileFault> skipSystemEvent(std::uint8_t status) {
-    if (status == kMeta) {
+    if (status == model::kMidiMeta) {
       const auto type = track_.byte();
-      ended_ = type == kEndOfTrack;
-    } else if (status != kSysex && status != kSysexGoesOn) {
+      ended_ = type == model::kMetaEndOfTrack;
+    } else if (status != model::kMidiSysex && status != model::kMidiEscape) {
       return fault("a message to a channel, a dump or a meta event");
     }
-    const auto length = track_.variableNumber();
+    const auto length = track_.variable();
     if (!length || !track_.take(*length)) return fault("as many bytes as the event says");
     return std::nullopt;
   }
 
-  ByteReader track_;
+  MidiByteReader track_;
   std::vector<MidiFileMessage>& messages_;
   std::int64_t tick_ = 0;
   std::uint8_t runningStatus_ = 0;
@@ -130,7 +80,7 @@ class TrackParser {
 // The time unit of the division's two bytes. False if there is none such.
 bool readDivision(std::span<const std::uint8_t> division, MidiSong& song) {
   if (division[0] < 0x80) {
-    song.ticksPerUnit = bigEndian(division);
+    song.ticksPerUnit = model::bigEndian(division);
     return song.ticksPerUnit > 0.0;
   }
   const int number = 256 - division[0];  // stored as a negative number
@@ -143,16 +93,16 @@ bool readDivision(std::span<const std::uint8_t> division, MidiSong& song) {
 }
 
 // The tracks among the chunks; others are passed over.
-std::optional<MidiFileFault> parseTracks(ByteReader file, std::uint32_t tracks, MidiSong& song) {
+std::optional<MidiFileFault> parseTracks(MidiByteReader file, std::uint32_t tracks, MidiSong& song) {
   while (tracks > 0) {
-    const auto head = file.take(kChunkHeadBytes);
+    const auto head = file.chunkHead();
     if (!head) return MidiFileFault{file.offset(), "as many tracks as the file says"};
     const std::size_t start = file.offset();
-    const auto chunk = file.take(bigEndian(head->subspan(4)));
+    const auto chunk = file.take(head->length);
     if (!chunk) return MidiFileFault{start, "as many bytes as the chunk says"};
-    if (!isNamed(*head, "MTrk")) continue;
+    if (head->name != "MTrk") continue;
     --tracks;
-    if (auto fault = TrackParser(ByteReader(*chunk, start), song.messages).parse()) return fault;
+    if (auto fault = TrackParser(MidiByteReader(*chunk, start), song.messages).parse()) return fault;
   }
   return std::nullopt;
 }
@@ -161,15 +111,16 @@ std::optional<MidiFileFault> parseTracks(ByteReader file, std::uint32_t tracks, 
 
 std::variant<MidiSong, MidiFileFault> parseMidiFile(std::span<const std::uint8_t> bytes) {
   if (bytes.size() > kMostMidiFileBytes) return MidiFileFault{0, "a MIDI file of at most 16 MiB"};
-  ByteReader file(bytes, 0);
-  const auto head = file.take(kChunkHeadBytes);
-  if (!head || !isNamed(*head, "MThd")) return MidiFileFault{0, "a Standard MIDI File"};
-  const auto facts = file.take(bigEndian(head->subspan(4)));
-  if (!facts || facts->size() < kFileHeadBytes) return MidiFileFault{kChunkHeadBytes, "a head of six bytes"};
-  if (bigEndian(facts->first(2)) > 1) return MidiFileFault{8, "format 0 or 1"};
+  MidiByteReader file(bytes);
+  const auto head = file.chunkHead();
+  if (!head || head->name != "MThd") return MidiFileFault{0, "a Standard MIDI File"};
+  const std::size_t start = file.offset();
+  const auto facts = file.take(head->length);
+  if (!facts || facts->size() < model::kMidiFileHeadBytes) return MidiFileFault{start, "a head of six bytes"};
+  if (model::bigEndian(facts->first(2)) > 1) return MidiFileFault{start, "format 0 or 1"};
   MidiSong song;
-  if (!readDivision(facts->subspan(4, 2), song)) return MidiFileFault{12, "a division into ticks"};
-  if (auto fault = parseTracks(file, bigEndian(facts->subspan(2, 2)), song)) return std::move(*fault);
+  if (!readDivision(facts->subspan(4, 2), song)) return MidiFileFault{start + 4, "a division into ticks"};
+  if (auto fault = parseTracks(file, model::bigEndian(facts->subspan(2, 2)), song)) return std::move(*fault);
   std::stable_sort(song.messages.begin(), song.messages.end(),
                    [](const MidiFileMessage& a, const MidiFileMessage& b) { return a.tick < b.tick; });
   return song;

@@ -1,11 +1,17 @@
-// A result on its way: written beside its target under a name of its own, renamed into place when it is whole.
+// A result on its way: written beside its target, renamed into place when it is whole, and otherwise removed. It is
+// model::FileDraft with the program's sentences.
 //
 //   PendingFile pending(target);
-//   write(pending.path());
-//   pending.commit();          // without it the destructor removes what was written, and the target is as before
+//   write(pending.path());     // or pending.write(bytes)
+//   pending.commit();
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <span>
+#include <system_error>
+
+#include "model/AtomicFile.h"
 
 namespace modrift::cli {
 
@@ -13,17 +19,18 @@ class PendingFile {
  public:
   // Throws RunError if the target's folder is missing or not writable, or the target is no regular file.
   explicit PendingFile(const std::filesystem::path& target);
-  ~PendingFile();
-  PendingFile(const PendingFile&) = delete;
-  PendingFile& operator=(const PendingFile&) = delete;
 
-  [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
-  void commit();  // throws RunError
+  [[nodiscard]] const std::filesystem::path& path() const noexcept { return draft_.path(); }
+  void write(std::span<const std::byte> bytes);  // throws RunError
+  void commit();                                 // throws RunError
 
  private:
-  std::filesystem::path target_;
-  std::filesystem::path path_;
-  bool committed_ = false;
+  std::filesystem::path target_;  // as it was named
+  std::error_code error_;
+  model::FileDraft draft_;
 };
+
+// All of it in one step. Throws RunError.
+void writeFile(const std::filesystem::path& target, std::span<const std::byte> bytes);
 
 }  // namespace modrift::cli

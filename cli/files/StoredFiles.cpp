@@ -5,6 +5,7 @@
 #include <string_view>
 #include <variant>
 
+#include "cli/files/PendingFile.h"
 #include "cli/terminal/Errors.h"
 #include "model/AtomicFile.h"
 #include "model/PresetFile.h"
@@ -19,12 +20,6 @@ std::vector<std::byte> bytesOf(const std::string& path, std::size_t most, const 
   auto bytes = model::readFile(path, most);
   if (!bytes) throw RunError(fmt::format("{}: {} was expected, a readable one of at most {} bytes", path, what, most));
   return *std::move(bytes);
-}
-
-void replace(const std::string& path, std::span<const std::byte> bytes) {
-  if (const std::error_code error = model::replaceFile(path, bytes)) {
-    throw RunError(fmt::format("{}: a place to write to was expected ({})", path, error.message()));
-  }
 }
 
 // Shapes before the present form have no mark and any size, so a preset would pass for one.
@@ -77,9 +72,9 @@ GraphPoints readGraph(const std::string& path, std::optional<int> graph) {
 }
 
 void writePresetFile(const std::string& path, std::span<const std::byte> chunk) {
-  replace(path, model::writePreset(chunk));
+  writeFile(path, model::writePreset(chunk));
 }
 
-void writeShapeFile(const std::string& path, const GraphPoints& points) { replace(path, model::writeShape(points)); }
+void writeShapeFile(const std::string& path, const GraphPoints& points) { writeFile(path, model::writeShape(points)); }
 
 }  // namespace modrift::cli

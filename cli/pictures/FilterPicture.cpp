@@ -46,7 +46,7 @@ double columnAt(double hz) {
 
 // Whole steps of the grid round what there is to see.
 Scale scaleOf(const FrequencyChart& chart) {
-  if (chart.bLevels) return {0, -6 * kGridDb};
+  if (chart.showsLevels) return {0, -6 * kGridDb};
   float highest = -200.0f, lowest = 200.0f;
   for (const FrequencyCurve& curve : chart.curves) {
     for (const float db : curve.db) {
@@ -134,10 +134,10 @@ void drawCurve(PictureCanvas& canvas, const std::vector<double>& hz, const Frequ
     };
     const auto isInside = [&](const PicturePoint& p) { return p.y >= highest && p.y <= lowest; };
     const auto edgeOf = [&](const PicturePoint& p) { return p.y < highest ? highest : lowest; };
-    const bool bHere = isInside(here), bBefore = i > 0 && isInside(before);
-    if (bHere && !bBefore && i > 0) line.push_back(crossing(edgeOf(before)));
-    if (bHere) line.push_back(here);
-    if (!bHere && bBefore) {
+    const bool hereInside = isInside(here), beforeInside = i > 0 && isInside(before);
+    if (hereInside && !beforeInside && i > 0) line.push_back(crossing(edgeOf(before)));
+    if (hereInside) line.push_back(here);
+    if (!hereInside && beforeInside) {
       line.push_back(crossing(edgeOf(here)));
       flush();
     }

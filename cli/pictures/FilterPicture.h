@@ -13,11 +13,11 @@ struct FrequencyCurve {
 };
 
 struct FrequencyChart {
-  std::string title;     // on top, large
-  std::string facts;     // behind it
-  std::string caption;   // what was measured, below
-  std::string legend;    // before the labels of the curves
-  bool bLevels = false;  // levels of full scale, which end at 0 dB, and not gains
+  std::string title;         // on top, large
+  std::string facts;         // behind it
+  std::string caption;       // what was measured, below
+  std::string legend;        // before the labels of the curves
+  bool showsLevels = false;  // levels of full scale, which end at 0 dB, and not gains
   std::vector<FrequencyCurve> curves;
 };
 

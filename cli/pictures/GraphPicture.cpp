@@ -108,9 +108,9 @@ void drawBends(PictureCanvas& canvas, const GraphPoints& points, const Table& ta
   for (int i = 0; i < points.lastPoint; ++i) {
     const auto [x, y, curve] = textPoint(points, i);
     const double middle = (x + textPoint(points, i + 1).x) / 2.0;
-    const bool bStraight = std::abs(curve - 0.5) < 1e-3;
-    const bool bSeen = (middle - x) * kPlotWidth > 2.0 * kRimRadius && y != textPoint(points, i + 1).y;
-    if (bStraight || !bSeen) continue;
+    const bool isStraight = std::abs(curve - 0.5) < 1e-3;
+    const bool isSeen = (middle - x) * kPlotWidth > 2.0 * kRimRadius && y != textPoint(points, i + 1).y;
+    if (isStraight || !isSeen) continue;
     const double value = static_cast<double>(table[static_cast<std::size_t>(middle * (kGraphWidth - 1.0))]);
     canvas.disc(place(middle, value), kBendRadius + 2.0, kPanel);
     canvas.disc(place(middle, value), kBendRadius, kBendDot);

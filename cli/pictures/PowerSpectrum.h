@@ -11,7 +11,7 @@
 #include <numbers>
 #include <vector>
 
-#include "cli/pictures/WavePicture.h"
+#include "cli/pictures/WaveAnalysis.h"
 
 namespace modrift::cli {
 

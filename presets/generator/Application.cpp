@@ -32,4 +32,13 @@ void apply(const Preset& preset, LfoDSP& effect) {
   for (const Setting& setting : preset.settings) effect.setParameter(setting.index, setting.value);
 }
 
+std::vector<std::byte> chunkOf(const Preset& preset) {
+  const std::unique_ptr<LfoDSP> effect = freshEffect();
+  apply(preset, *effect);
+  void* chunk = nullptr;
+  const VstInt32 size = effect->getChunk(&chunk, false);
+  const auto* const bytes = static_cast<const std::byte*>(chunk);
+  return {bytes, bytes + size};
+}
+
 }  // namespace modrift::factory

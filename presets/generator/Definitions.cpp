@@ -131,11 +131,11 @@ class ShapeReader {
 
   void addPattern(const std::vector<std::string_view>& words) {
     if (outline_.begun()) fail("a pattern is a shape by itself; it follows the line with the name");
-    const bool bOne = words.size() == 2;
-    const bool bTwo = words.size() == 3;
-    if (words[0] == "sine" && bOne) return outline_.sine(numberOf(words[1]));
-    if (words[0] == "gate" && bTwo) return outline_.gate(words[1], numberOf(words[2]));
-    if (words[0] == "pluck" && bTwo) return outline_.pluck(words[1], numberOf(words[2]));
+    const bool hasOneValue = words.size() == 2;
+    const bool hasTwoValues = words.size() == 3;
+    if (words[0] == "sine" && hasOneValue) return outline_.sine(numberOf(words[1]));
+    if (words[0] == "gate" && hasTwoValues) return outline_.gate(words[1], numberOf(words[2]));
+    if (words[0] == "pluck" && hasTwoValues) return outline_.pluck(words[1], numberOf(words[2]));
     if (words[0] != "steps")
       fail(inQuotes(words[0]) + " is no pattern with " + std::to_string(words.size() - 1) + " values");
     std::vector<double> levels;
@@ -180,7 +180,7 @@ Movement readMovement(std::string_view text) {
       if (!length) fail(inQuotes(value) + " is no length; a rate step, beats or seconds (s) are expected");
       movement.period = *length;
       movement.periodText = value;
-      movement.bOnce = key == "once";
+      movement.once = key == "once";
     } else if (key == "depth" || key == "at") {
       const std::string_view unit = key == "at" ? "Hz" : word->unit;
       const auto quantity = readQuantity(value, unit);
@@ -237,11 +237,11 @@ class PresetReader {
     const double graph = numberOf(number);
     constexpr std::array<int, 12> kNumbers = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
     if (std::ranges::find(kNumbers, graph) == kNumbers.end()) fail("graphs have numbers from 1 to 12");
-    const auto bNamed = [path](const Shape& s) { return "Shapes/" + s.folder + "/" + s.name == path; };
-    const auto shape = std::ranges::find_if(shapes_, bNamed);
+    const auto isNamed = [path](const Shape& s) { return "Shapes/" + s.folder + "/" + s.name == path; };
+    const auto shape = std::ranges::find_if(shapes_, isNamed);
     if (shape == shapes_.end()) fail("there is no shape " + inQuotes(path));
-    const bool bNew = preset.graphs.emplace(static_cast<int>(graph) - 1, shape->points).second;
-    if (!bNew) fail("the graph has a shape already");
+    const bool isNew = preset.graphs.emplace(static_cast<int>(graph) - 1, shape->points).second;
+    if (!isNew) fail("the graph has a shape already");
   }
 
   static void setParameter(Preset& preset, std::string_view name, std::string_view value) {
@@ -250,8 +250,8 @@ class PresetReader {
     const auto number = word->read(value);
     if (!number)
       fail(inQuotes(value) + " is no value of " + std::string(name) + "; expected " + std::string(word->expected));
-    const bool bTwice = std::ranges::find(preset.settings, word->index, &Setting::index) != preset.settings.end();
-    if (bTwice) fail(std::string(name) + " is set already");
+    const bool isTwice = std::ranges::find(preset.settings, word->index, &Setting::index) != preset.settings.end();
+    if (isTwice) fail(std::string(name) + " is set already");
     preset.settings.push_back({word->index, *number});
   }
 

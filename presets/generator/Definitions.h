@@ -25,7 +25,7 @@ struct Shape {
 struct Movement {
   enum class Of { volume, pan, cutoff, resonance, var, controller };
   Of of = Of::volume;
-  bool bOnce = false;  // once after a note and then at rest, instead of again and again
+  bool once = false;  // once after a note and then at rest, instead of again and again
   Length period;
   std::string periodText;
   double depth = 0.0;  // between the lowest and the highest: dB for the volume, steps for the controller, else percent

@@ -20,11 +20,7 @@ void write(const std::filesystem::path& path, std::span<const std::byte> bytes) 
 }  // namespace
 
 void writePreset(const std::filesystem::path& path, const Preset& preset) {
-  const std::unique_ptr<LfoDSP> effect = freshEffect();
-  apply(preset, *effect);
-  void* chunk = nullptr;
-  const auto size = static_cast<std::size_t>(effect->getChunk(&chunk, false));
-  write(path, model::writePreset({static_cast<const std::byte*>(chunk), size}));
+  write(path, model::writePreset(chunkOf(preset)));
 }
 
 void writeShape(const std::filesystem::path& path, const Shape& shape) { write(path, model::writeShape(shape.points)); }

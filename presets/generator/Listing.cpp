@@ -24,9 +24,9 @@ std::string listing(const FactorySet& set) {
   text += "\n### Shapes\n\n| Folder | Shapes |\n|---|---|\n";
   folder = nullptr;
   for (const Shape& shape : set.shapes) {
-    const bool bNew = !folder || *folder != shape.folder;
-    if (bNew && folder) text += " |\n";
-    text += bNew ? "| " + shape.folder + " | " + shape.name : ", " + shape.name;
+    const bool isNew = !folder || *folder != shape.folder;
+    if (isNew && folder) text += " |\n";
+    text += isNew ? "| " + shape.folder + " | " + shape.name : ", " + shape.name;
     folder = &shape.folder;
   }
   return text + " |\n";

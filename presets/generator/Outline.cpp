@@ -31,8 +31,8 @@ double hitLevel(char mark) {
 bool isHit(char mark) { return hitLevel(mark) > 0.0; }
 
 void checkPattern(std::string_view pattern) {
-  const auto bKnown = [](char mark) { return isHit(mark) || mark == '.' || mark == '-'; };
-  if (!std::ranges::all_of(pattern, bKnown)) throw OutlineFault("a pattern has the marks x, 1 to 9, - and .");
+  const auto isKnown = [](char mark) { return isHit(mark) || mark == '.' || mark == '-'; };
+  if (!std::ranges::all_of(pattern, isKnown)) throw OutlineFault("a pattern has the marks x, 1 to 9, - and .");
   if (std::ranges::none_of(pattern, isHit)) throw OutlineFault("the pattern has no hit");
   if (pattern.front() == '-') throw OutlineFault("there is no hit before the first - to hold");
 }

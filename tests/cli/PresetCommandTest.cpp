@@ -7,7 +7,7 @@
 #include "model/ParameterIndex.h"
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
-#include "tests/cli/TemporaryFolder.h"
+#include "tests/cli/ProgramRun.h"
 #include "tests/model/ChunkBuilder.h"
 
 using namespace model;
@@ -17,50 +17,20 @@ namespace {
 
 using Json = nlohmann::json;
 
-class StoredFiles : public testing::Test {
+class StoredFiles : public ProgramRun {
  protected:
-  struct Outcome {
-    int status;
-    std::string output, errors;
-  };
+  StoredFiles() : ProgramRun(MODRIFT_BUNDLE) {}
 
-  Outcome run(const std::string& arguments) const {
-    const std::string command = "cd '" + folder_.path() +
-                                "' && export MODRIFT_PLUGIN='" MODRIFT_BUNDLE "' && '" MODRIFT_PROGRAM "' " +
-                                arguments + " >stdout 2>stderr";
-    const int status = std::system(command.c_str());  // NOLINT(concurrency-mt-unsafe): one thread
-    return {WEXITSTATUS(status), readText(folder_ / "stdout"), readText(folder_ / "stderr")};
-  }
-
-  Json json(const std::string& arguments) const {
-    const Outcome outcome = run(arguments + " --json");
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
-    return Json::parse(outcome.output, nullptr, false);
-  }
-
-  void expectDone(const std::string& arguments) const {
-    const Outcome outcome = run(arguments);
-    EXPECT_EQ(outcome.status, 0) << arguments << "\n" << outcome.errors;
-  }
-
-  void expectFailure(int status, const std::string& arguments, const std::string& message) const {
-    const Outcome outcome = run(arguments);
-    EXPECT_EQ(outcome.status, status) << arguments;
-    EXPECT_NE(outcome.errors.find("modrift: " + message), std::string::npos) << arguments << "\n" << outcome.errors;
-    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << arguments;
-  }
-
+  Json json(const std::string& arguments) const { return Json::parse(done(arguments + " --json"), nullptr, false); }
   void write(const std::string& name, std::span<const std::byte> bytes) const {
     ASSERT_FALSE(model::replaceFile(folder_ / name, bytes));
   }
-
-  TemporaryFolder folder_;
 };
 
 TEST_F(StoredFiles, PresetsKeepSettingsPointsAndShapesThroughSaveShowAndConvert) {
-  expectDone("shape save -o fall.shp --points '0 1 0.25; 0.3 0.125; 1 0'");
-  expectDone("preset save -o first.fxp --set Rate=0.1 --set 'In>Gate=1' --shape 3=fall.shp --set " +
-             std::to_string(kPoint1 + 3) + "=0.75");
+  done("shape save -o fall.shp --points '0 1 0.25; 0.3 0.125; 1 0'");
+  done("preset save -o first.fxp --set Rate=0.1 --set 'In>Gate=1' --shape 3=fall.shp --set " +
+       std::to_string(kPoint1 + 3) + "=0.75");
   const Json first = json("preset show first.fxp");
   EXPECT_EQ(first["version"].get<float>(), model::kStateVersion);
   EXPECT_EQ(first["layout"], "current");
@@ -73,18 +43,18 @@ TEST_F(StoredFiles, PresetsKeepSettingsPointsAndShapesThroughSaveShowAndConvert)
   for (const model::Field& field : model::stateFields())
     EXPECT_TRUE(field.name == "version" || first["fields"].contains(field.name)) << field.name;
 
-  expectDone("preset convert first.fxp copy.fxp");
+  done("preset convert first.fxp copy.fxp");
   EXPECT_EQ(readText(folder_ / "copy.fxp"), readText(folder_ / "first.fxp"));
-  expectDone("preset save -o next.fxp --preset first.fxp --set Rate=0.2");
+  done("preset save -o next.fxp --preset first.fxp --set Rate=0.2");
   EXPECT_EQ(json("preset show next.fxp")["graphs"], first["graphs"]);
-  const std::string text = run("preset show next.fxp").output;
+  const std::string text = done("preset show next.fxp");
   EXPECT_NE(text.find("\nrate            0          Rate                0.2\n"), std::string::npos) << text;
   EXPECT_NE(text.find("\nGraph 3\npoint  x    y      curve\n1      0    1      0.25\n"), std::string::npos) << text;
 }
 
 // Each text in the state that the settings before it have made, and what the plug-in then shows of it.
 TEST_F(StoredFiles, ParametersTakeTheTextsThatTheyShow) {
-  expectDone(
+  done(
       "preset save -o a.fxp --set 'FilType=mg low 24' --set 'F.Cutoff=\"440\"' --set BPMSync=Free --set 'Rate=2 Hz' "
       "--set 'In>Rerig=Env' --set 'LFO Depth=\"100\"' --set 'Point Y1=25%' --set 'CC Out=\"74\"'");
   const Json fields = json("preset show a.fxp")["fields"];
@@ -110,10 +80,10 @@ TEST_F(StoredFiles, OldLayoutsAndVersionsAreShownAndConvertedInPlace) {
   write("pixels.fxp", model::writePreset(ChunkBuilder::current(state, 1.0f).bytes()));
   EXPECT_EQ(json("preset show old.fxp")["layout"], "old");
   EXPECT_EQ(json("preset show old.fxp")["version"].get<float>(), 0.93f);
-  EXPECT_NE(run("preset show old.fxp").output.find("version  0.93\nlayout   old\n"), std::string::npos);
+  EXPECT_NE(done("preset show old.fxp").find("version  0.93\nlayout   old\n"), std::string::npos);
   for (const std::string name : {"old.fxp", "pixels.fxp"}) {
     const Json before = json("preset show " + name);
-    expectDone("preset convert " + name + " " + name);
+    done("preset convert " + name + " " + name);
     const Json after = json("preset show " + name);
     EXPECT_EQ(after["version"].get<float>(), model::kStateVersion) << name;
     EXPECT_EQ(after["layout"], "current") << name;
@@ -123,39 +93,44 @@ TEST_F(StoredFiles, OldLayoutsAndVersionsAreShownAndConvertedInPlace) {
 }
 
 TEST_F(StoredFiles, ShapesComeFromPointsAndPresetsAndAreDrawn) {
-  expectDone("shape save -o two.shp --points '0 0; 1 0;'");
+  done("shape save -o two.shp --points '0 0; 1 0;'");
   const auto points = model::readShape(*model::readFile(folder_ / "two.shp", model::kLargestShapeFile));
   ASSERT_TRUE(points);
   EXPECT_EQ(points->lastPoint, 1);
   EXPECT_EQ(points->y[2], 1.0);  // what a project makes the last point must not bend the line
-  expectDone("preset save -o a.fxp --shape 12=two.shp");
-  expectDone("shape save -o back.shp --from a.fxp --graph 12");
+  done("preset save -o a.fxp --shape 12=two.shp");
+  done("shape save -o back.shp --from a.fxp --graph 12");
   EXPECT_EQ(json("shape show back.shp")["points"][1], Json({{"x", 1.0}, {"y", 0.0}, {"curve", kStraightCurve}}));
-  expectDone("shape plot two.shp -o two.png");
-  expectDone("shape plot a.fxp --graph 12 -o graphs/");
-  EXPECT_EQ(readText(folder_ / "two.png").substr(1, 3), "PNG");
-  EXPECT_EQ(readText(folder_ / "graphs/a.png").substr(1, 3), "PNG");
+  done("shape plot two.shp -o two.png");
+  done("shape plot a.fxp --graph 12 -o graphs/");
+  for (const char* name : {"two.png", "graphs/a.png"}) expectPicture(name);
 }
 
 TEST_F(StoredFiles, GarbageIsRefusedInOneLineAndNothingIsWritten) {
   writeText(folder_ / "text", std::string(100, 'x'));
   write("cut.fxp", model::writePreset(std::vector<std::byte>(18000)));
   write("whole.fxp", model::writePreset(model::writeChunk({})));
-  expectFailure(1, "preset show none", "none: a preset file was expected");
-  expectFailure(1, "preset show text", "text: a preset file was expected");
-  expectFailure(1, "preset convert cut.fxp new.fxp", "cut.fxp: a state of Modrift was expected");
-  expectFailure(1, "preset save -o no/new.fxp", "no/new.fxp: a place to write to was expected");
-  expectFailure(1, "preset save -o new.fxp --plugin '" FOREIGN_GAIN "'", FOREIGN_GAIN ": the plug-in Modrift was");
-  expectFailure(1, "preset save -o new.fxp --set Nope=1", "--set: a parameter of the plug-in was expected");
-  expectFailure(1, "shape show text", "text: a shape file was expected");
-  expectFailure(1, "shape plot whole.fxp -o new.png", "whole.fxp: a shape file was expected, not a preset");
-  expectFailure(1, "shape plot text --graph 1 -o new.png", "text: a preset file was expected");
-  expectFailure(2, "preset convert whole.fxp new.txt", "NEW: a name ending in .fxp was expected");
-  expectFailure(2, "preset", "preset: show, save or convert was expected");
-  expectFailure(2, "shape save -o new.shp --from whole.fxp", "--graph: ");
-  expectFailure(2, "shape save -o new.shp --points '0 0; 2 0'", "--points: \"x y [curve]\"");
-  expectFailure(2, "shape plot whole.fxp --graph 13 -o new.png", "--graph: ");
-  for (const char* name : {"new.fxp", "new.shp", "new.png"}) EXPECT_FALSE(std::filesystem::exists(folder_ / name));
+  struct Row {
+    int status;
+    const char *arguments, *message;
+  };
+  const Row kRows[] = {
+      {1, "preset show none", "none: a preset file was expected"},
+      {1, "preset show text", "text: a preset file was expected"},
+      {1, "preset convert cut.fxp new.fxp", "cut.fxp: a state of Modrift was expected"},
+      {1, "preset save -o no/new.fxp", "no/new.fxp: a place to write to was expected"},
+      {1, "preset save -o new.fxp --plugin '" FOREIGN_GAIN "'", FOREIGN_GAIN ": the plug-in Modrift was"},
+      {1, "preset save -o new.fxp --set Nope=1", "--set: a parameter of the plug-in was expected"},
+      {1, "shape show text", "text: a shape file was expected"},
+      {1, "shape plot whole.fxp -o new.png", "whole.fxp: a shape file was expected, not a preset"},
+      {1, "shape plot text --graph 1 -o new.png", "text: a preset file was expected"},
+      {2, "preset convert whole.fxp new.txt", "NEW: a name ending in .fxp was expected"},
+      {2, "preset", "preset: show, save or convert was expected"},
+      {2, "shape save -o new.shp --from whole.fxp", "--graph: "},
+      {2, "shape save -o new.shp --points '0 0; 2 0'", "--points: \"x y [curve]\""},
+      {2, "shape plot whole.fxp --graph 13 -o new.png", "--graph: "}};
+  for (const auto& [status, arguments, message] : kRows) expectFailure(status, arguments, message);
+  for (const char* name : {"new.fxp", "new.shp", "new.png"}) EXPECT_FALSE(exists(name));
 }
 
 TEST(ParsePoints, TakesGraphsOfTwoToSixtyFourRisingPointsOnly) {

@@ -3,62 +3,35 @@
 #include <csignal>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 #include "cli/files/AudioFile.h"
 #include "cli/files/MidiFile.h"
+#include "cli/files/MidiFileWriter.h"
 #include "model/ParameterIndex.h"
-#include "tests/cli/TemporaryFolder.h"
+#include "tests/cli/ProgramRun.h"
 
 namespace modrift::cli {
 namespace {
 
-struct Outcome {
-  int status = 0;
-  std::string output;
-  std::string errors;
-};
+const std::string kModrift = " --plugin '" MODRIFT_BUNDLE "'";
 
-class Program : public testing::Test {
+class Program : public ProgramRun {
  protected:
-  void SetUp() override {
-    unsetenv("DISPLAY");  // NOLINT(concurrency-mt-unsafe): one thread
+  Program() : ProgramRun(FOREIGN_GAIN) {
     writeAudio(folder_ / "in.wav", {48000.0, {std::vector<float>(4800, 0.5f), std::vector<float>(4800, 0.25f)}});
     writeAudio(folder_ / "mono.wav", {48000.0, {std::vector<float>(4800, 0.5f)}});
-  }
-
-  // In the test's own folder. The plug-in is the foreign one unless `arguments` name another.
-  Outcome run(const std::string& arguments) const {
-    const std::string command = "cd '" + folder_.path() +
-                                "' && export MODRIFT_PLUGIN='" FOREIGN_GAIN "' && { '" MODRIFT_PROGRAM "' " +
-                                arguments + "; } >stdout 2>stderr";
-    const int status = std::system(command.c_str());  // NOLINT(concurrency-mt-unsafe): one thread
-    return {WEXITSTATUS(status), readText(folder_ / "stdout"), readText(folder_ / "stderr")};
-  }
-
-  void expectFailure(int status, const std::string& arguments, const std::string& message) const {
-    const Outcome outcome = run(arguments);
-    EXPECT_EQ(outcome.status, status) << arguments << "\n" << outcome.errors;
-    EXPECT_EQ(outcome.errors.substr(0, 9), "modrift: ") << arguments;
-    EXPECT_NE(outcome.errors.find(message), std::string::npos) << arguments << "\n" << outcome.errors;
-    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << arguments;
   }
 
   [[nodiscard]] MidiSong songIn(const std::string& name) const {
     const std::string file = readText(folder_ / name);
     return std::get<MidiSong>(parseMidiFile({reinterpret_cast<const std::uint8_t*>(file.data()), file.size()}));
   }
-
-  TemporaryFolder folder_;
 };
 
 TEST_F(Program, RendersWithSettingsAndAutomationAtExactFrames) {
   // A beat of 24000 frames; the render starts at beat 4.
   writeText(folder_ / "moves.csv", "beat,parameter,value\n4.05,gain,1.0\n4.1,0,0.25\n");
-  const Outcome outcome =
-      run("render in.wav -o out.wav --set Gain=0.5 --automation moves.csv --start-beat 4 --block 511");
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.errors, "");
+  done("render in.wav -o out.wav --set Gain=0.5 --automation moves.csv --start-beat 4 --block 511");
   std::vector<float> expected(4800, 0.25f);
   std::fill(expected.begin() + 1200, expected.end(), 0.5f);
   std::fill(expected.begin() + 2400, expected.end(), 0.125f);
@@ -66,10 +39,10 @@ TEST_F(Program, RendersWithSettingsAndAutomationAtExactFrames) {
 }
 
 TEST_F(Program, WritesMonoStereoTailAndRateAsAsked) {
-  EXPECT_EQ(run("render mono.wav -o stereo.wav --tail 0.1").status, 0);
+  done("render mono.wav -o stereo.wav --tail 0.1");
   EXPECT_EQ(readAudio(folder_ / "stereo.wav").channels.size(), 2U);
   EXPECT_EQ(readAudio(folder_ / "stereo.wav").frames(), 9600U);
-  EXPECT_EQ(run("render in.wav -o mono-out.wav --mono --rate 96000").status, 0);
+  done("render in.wav -o mono-out.wav --mono --rate 96000");
   const Audio mono = readAudio(folder_ / "mono-out.wav");
   EXPECT_EQ(mono.channels.size(), 1U);
   EXPECT_EQ(mono.sampleRateHz, 96000.0);
@@ -77,19 +50,16 @@ TEST_F(Program, WritesMonoStereoTailAndRateAsAsked) {
 }
 
 TEST_F(Program, RendersSeveralFilesIntoANewFolderWithPictures) {
-  const Outcome outcome = run("render in.wav mono.wav -o results/ --picture results/");
-  EXPECT_EQ(outcome.status, 0) << outcome.errors;
-  for (const char* name : {"in.wav", "mono.wav", "in.png", "mono.png"}) {
-    EXPECT_GT(std::filesystem::file_size(folder_ / (std::string("results/") + name)), 0U) << name;
-  }
-  EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 2);
-  EXPECT_EQ(run("wave in.wav -o picture.png").status, 0);
-  EXPECT_EQ(readText(folder_ / "picture.png").substr(1, 3), "PNG");
+  const std::string told = done("render in.wav mono.wav -o results/ --picture results/");
+  EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 2);
+  for (const char* name : {"results/in.wav", "results/mono.wav"}) EXPECT_EQ(readAudio(folder_ / name).frames(), 4800U);
+  done("wave in.wav -o picture.png");
+  for (const char* name : {"results/in.png", "results/mono.png", "picture.png"}) expectPicture(name);
 }
 
 TEST_F(Program, TellsAPluginsFactsAsTableAndAsJson) {
-  EXPECT_NE(run("info").output.find("Foreign Gain"), std::string::npos);
-  const auto facts = nlohmann::json::parse(run("info '" FOREIGN_GAIN "' --json").output);
+  EXPECT_NE(done("info").find("Foreign Gain"), std::string::npos);
+  const auto facts = nlohmann::json::parse(done("info '" FOREIGN_GAIN "' --json"));
   EXPECT_EQ(facts["uniqueIdHex"], "0x4672676E");
   ASSERT_EQ(facts["parameters"].size(), 3U);
   EXPECT_EQ(facts["parameters"][0]["name"], "Gain");
@@ -97,62 +67,41 @@ TEST_F(Program, TellsAPluginsFactsAsTableAndAsJson) {
 }
 
 TEST_F(Program, ListsFilterTypesAndDrawsThem) {
-  const std::string list = run("filters").output;
+  const std::string list = done("filters");
   EXPECT_NE(list.find("\n6       MG Low 24    ladder                              Fat\n"), std::string::npos) << list;
-  EXPECT_EQ(nlohmann::json::parse(run("filters --json").output)[92]["name"], "Bandreject");
-  EXPECT_EQ(run("filters plot 'cmb -' -o pictures").status, 0);
-  EXPECT_EQ(run("filters plot 79 -o ring.png --res 1 --drive 0.5").status, 0);
-  for (const char* name : {"pictures/43-cmb-minus.png", "ring.png"})
-    EXPECT_EQ(readText(folder_ / name).substr(1, 3), "PNG") << name;
+  EXPECT_EQ(nlohmann::json::parse(done("filters --json"))[92]["name"], "Bandreject");
+  done("filters plot 'cmb -' -o pictures");
+  done("filters plot 79 -o ring.png --res 1 --drive 0.5");
+  for (const char* name : {"pictures/43-cmb-minus.png", "ring.png"}) expectPicture(name);
 }
 
-// 120 beats a minute: a beat of 24000 frames, 480 ticks of 50 frames.
 TEST_F(Program, PlaysMidiFilesIntoThePluginAndWritesWhatComesOut) {
-  const std::vector<std::uint8_t> file = {'M', 'T',  'h', 'd', 0, 0,    0,  6,  0,    0,  0,  1,  0x01, 0xe0, 'M',
-                                          'T', 'r',  'k', 0,   0, 0,    19, 0,  0x93, 60, 99, 10, 0x93, 60,   0,
-                                          20,  0xb1, 7,   100, 2, 0xc5, 4,  50, 0xe0, 1,  2,  0,  0xff};
-  // The last event lies beyond the recording's 4800 frames; behind the status byte 0xff the file is whole again.
-  std::string bytes(file.begin(), file.end());
-  bytes += std::string("\x2f\0", 2);
-  bytes[21] = static_cast<char>(bytes.size() - 22);
-  writeText(folder_ / "in.mid", bytes);
-  const Outcome outcome =
-      run("render in.wav -o out.wav --midi-in in.mid --midi-out out.mid --block 111 --plugin '" MODRIFT_BUNDLE "'");
-  ASSERT_EQ(outcome.status, 0) << outcome.errors;
-  const auto events = eventsOf(songIn("out.mid"), 120.0, 48000.0);
-  const std::vector<std::pair<std::int64_t, std::uint8_t>> expected = {
-      {0, 0x93}, {500, 0x93}, {1500, 0xb1}, {1600, 0xc5}, {4100, 0xe0}};
-  ASSERT_EQ(events.size(), expected.size());
-  for (std::size_t i = 0; i < events.size(); ++i) {
-    EXPECT_EQ(events[i].frame, expected[i].first);
-    EXPECT_EQ(events[i].bytes[0], expected[i].second);
-  }
+  std::vector<host::MidiEvent> events = {{0, {0x93, 60, 99}}, {500, {0x93, 60, 0}}, {1500, {0xb1, 7, 100}},
+                                         {1600, {0xc5, 4}},   {4100, {0xe0, 1, 2}}, {4800, {0x93, 61, 1}}};
+  const std::vector<std::uint8_t> bytes = midiFileBytes(events, 120.0, 48000.0);
+  writeText(folder_ / "in.mid", std::string(bytes.begin(), bytes.end()));
+  done("render in.wav -o out.wav --midi-in in.mid --midi-out out.mid --block 111" + kModrift);
+  events.pop_back();  // lies beyond the recording's 4800 frames
+  EXPECT_EQ(eventsOf(songIn("out.mid"), 120.0, 48000.0), events);
 }
 
-TEST_F(Program, WritesTheControllerStreamFromItsFirstValueOn) {
-  const std::string settings =
-      " --set " + std::to_string(kCcNumber) + "=0.578125 --set F.Cutoff=1 --plugin '" MODRIFT_BUNDLE "'";
-  ASSERT_EQ(run("render in.wav -o out.wav --midi-out out.mid" + settings).status, 0);
+TEST_F(Program, WritesTheControllerStreamFromItsFirstValueOnAndExportsTheGraph) {
+  const std::string controller = "--set " + std::to_string(kCcNumber) + "=0.578125 ";
+  done("render in.wav -o out.wav --midi-out out.mid --set F.Cutoff=1 " + controller + kModrift);
   const auto messages = songIn("out.mid").messages;
   ASSERT_FALSE(messages.empty());
   EXPECT_EQ(messages.front().tick, 0);
   EXPECT_EQ(messages.front().bytes[1], 74);
-}
-
-TEST_F(Program, ExportsModriftsGraph) {
-  const Outcome outcome = run("export-midi -o out.mid --set \"CC Out=0.578125\" --plugin '" MODRIFT_BUNDLE "'");
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.errors, "");
-  EXPECT_EQ(readText(folder_ / "out.mid").substr(26, 7), "cc 074 ");
+  done("export-midi -o graph.mid --set \"CC Out=0.578125\"" + kModrift);
+  EXPECT_EQ(readText(folder_ / "graph.mid").substr(26, 7), "cc 074 ");
 }
 
 TEST_F(Program, DrawsTheEditorOfAPresetWithoutADisplay) {
-  const std::string bundle = " --plugin '" MODRIFT_BUNDLE "'";
-  ASSERT_EQ(run("preset save -o bent.fxp --set PWM=0.9" + bundle).status, 0);
-  ASSERT_EQ(run("screenshot -o plain.png" + bundle).errors, "");
-  EXPECT_EQ(run("screenshot -o again.png --size 708x343" + bundle).status, 0);
-  EXPECT_EQ(run("screenshot -o bent.png --preset bent.fxp" + bundle).status, 0);
-  EXPECT_EQ(readText(folder_ / "plain.png").substr(1, 3), "PNG");
+  done("preset save -o bent.fxp --set PWM=0.9" + kModrift);
+  done("screenshot -o plain.png" + kModrift);
+  done("screenshot -o again.png --size 708x343" + kModrift);
+  done("screenshot -o bent.png --preset bent.fxp" + kModrift);
+  expectPicture("plain.png");
   EXPECT_EQ(readText(folder_ / "plain.png"), readText(folder_ / "again.png"));
   EXPECT_NE(readText(folder_ / "plain.png"), readText(folder_ / "bent.png"));
 }
@@ -187,7 +136,7 @@ TEST_F(Program, AnswersAWrongCommandLineWithStatusTwo) {
         "--shape 0=x", "--shape 13=x", "--shape x=1", "--shape 1=", "--shape 1"}) {
     expectFailure(2, "render in.wav -o out.wav " + option, option.substr(0, option.find(' ')) + ": ");
   }
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "out.wav"));
+  EXPECT_FALSE(exists("out.wav"));
 }
 
 TEST_F(Program, AnswersUnusableFilesWithStatusOneAndWritesNothing) {
@@ -219,15 +168,24 @@ TEST_F(Program, AnswersUnusableFilesWithStatusOneAndWritesNothing) {
       {"info none.so", "none.so: "},
       {"wave none.wav -o out.png", "none.wav: "}};
   for (const auto& [arguments, message] : kRows) expectFailure(1, arguments, message);
-  for (const char* result : {"out.wav", "out.mid", "out.png", "out.fxp"})
-    EXPECT_FALSE(std::filesystem::exists(folder_ / result)) << result;
+  for (const char* result : {"out.wav", "out.mid", "out.png", "out.fxp"}) EXPECT_FALSE(exists(result)) << result;
 }
 
+// The plug-in itself raises the signal in the middle of the render, and another that would end the process at once if
+// the render went on. The other run is ended as soon as there is a draft, while the slow encoder has its work before
+// it.
 TEST_F(Program, RemovesUnfinishedFilesAndDiesOfTheSignalWhenInterrupted) {
-  // Long enough to be caught in the middle, one frame a block.
-  const Outcome outcome = run("render in.wav -o out.flac --tail 600 --block 1 & sleep 0.5; kill -TERM $!; wait $!");
-  EXPECT_EQ(outcome.status, 128 + SIGTERM) << outcome.errors;
-  EXPECT_EQ(folder_.fileCount(), 4);  // two inputs and what the program printed
+  const std::string raise = ", Offbeat, " + std::to_string(SIGTERM) + "\n";
+  writeText(folder_ / "raise.csv", "0.1" + raise + "0.15" + raise);
+  for (const char* arguments :
+       {"render in.wav -o out.ogg --automation raise.csv",
+        "render in.wav -o out.ogg --tail 100 & until ls -A | grep -q '^[.]modrift'; do kill -0 $! || break; done; "
+        "kill -TERM $!; wait $!"}) {
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 128 + SIGTERM) << outcome.errors;
+    EXPECT_TRUE(outcome.errors.starts_with("modrift: interrupted: unfinished files were removed\n")) << outcome.errors;
+    EXPECT_EQ(folder_.fileCount(), 5);  // three inputs and what the program printed
+  }
 }
 
 }  // namespace

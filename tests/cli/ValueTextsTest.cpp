@@ -1,8 +1,9 @@
-// From texts back to values: by a plug-in made of a function, and by the program and Modrift itself.
+// From what people type to parameters and their values.
 #include <cmath>
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
+#include "cli/values/ParameterNames.h"
 #include "cli/values/ValueTexts.h"
 
 namespace modrift::cli {
@@ -54,6 +55,27 @@ TEST(ValueOfText, TakesEndsMiddlesAndNumbersBetween) {
     } else {
       EXPECT_NE(std::get<std::string>(found).find(row.complaint), std::string::npos) << std::get<std::string>(found);
     }
+  }
+}
+
+TEST(FindParameter, PrefersTheExactNameThenAnyCaseThenIndexThenBeginning) {
+  const std::vector<std::string> names = {"Rate", "rate", ">vol", "Warp 01", "Warp 02", "F.On Off", "6 dB  ", "2"};
+  const std::pair<const char*, const char*> kRows[] = {
+      {"rate", "1"},
+      {"f.on off", "5"},
+      {"2", "7"},  // its name, though there is an index 2
+      {"0", "0"},
+      {"f.", "5"},
+      {" 6 dB ", "6"},
+      {"RATE", "one parameter was expected, but 'RATE' may be Rate (0), rate (1)"},
+      {"war", "one parameter was expected, but 'war' may be Warp 01 (3), Warp 02 (4)"},
+      {"8", "an index from 0 to 7 was expected, not 8"},
+      {"x", "a parameter of the plug-in was expected, not 'x' ('modrift info' lists them)"},
+      {"", "a parameter's name or index was expected"}};
+  for (const auto& [typed, expected] : kRows) {
+    const auto found = findParameter(names, typed);
+    const auto* const index = std::get_if<int>(&found);
+    EXPECT_EQ(index ? std::to_string(*index) : std::get<std::string>(found), expected);
   }
 }
 

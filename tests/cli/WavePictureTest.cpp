@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "cli/pictures/WavePicture.h"
-#include "tests/cli/TemporaryFolder.h"
+#include "tests/TemporaryFolder.h"
 
 namespace modrift::cli {
 namespace {

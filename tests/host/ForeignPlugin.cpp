@@ -1,12 +1,8 @@
-// A plug-in written straight against the binary interface: out = in x "Gain" + "Offset", a third parameter "Offbeat"
-// without effect, and on request the bad manners of plug-ins in the field.
-
 #include "tests/host/ForeignPlugin.h"
 
 #include <algorithm>
-#include <array>
+#include <csignal>
 #include <cstring>
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -14,37 +10,31 @@ namespace {
 
 constexpr std::array<const char*, 3> kNames = {"Gain", "Offset", "Offbeat"};
 
-struct Plugin {
-  AEffect record;
-  audioMasterCallback host = nullptr;
-  std::array<float, 3> values = {1.0f, 0.0f, 0.0f};
-  std::array<std::vector<float>, 2> delayed = {std::vector<float>(FOREIGN_DELAY), std::vector<float>(FOREIGN_DELAY)};
-  std::string chunk = "state";
-  bool hasLongTexts = false;
-  VstEvents* toSend = nullptr;
-  std::vector<VstMidiEvent> notes;
-  foreign::Report report;
+ForeignPlugin& pluginOf(AEffect* effect) { return *static_cast<ForeignPlugin*>(effect->object); }
+float& valueOf(AEffect* effect, VstInt32 index) { return pluginOf(effect).values.at(static_cast<std::size_t>(index)); }
 
-  float& valueAt(VstInt32 index) { return values.at(static_cast<std::size_t>(index)); }
-  VstIntPtr ask(VstInt32 opcode) { return host(&record, opcode, 0, 0, nullptr, 0.0f); }
-  void addBlock(VstInt32 frames);
-  VstIntPtr serve(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt);
-  VstIntPtr serveRequest(VstInt32 request, void* ptr);
-  VstIntPtr writeText(void* target, std::string_view text) const;
-  void takeEvents(const VstEvents& events);
-};
-
-Plugin& pluginOf(AEffect* effect) { return *static_cast<Plugin*>(effect->object); }
+void noteBlock(ForeignPlugin& plugin, VstInt32 frames) {
+  ForeignPlugin::Block& block = plugin.blocks.emplace_back();
+  block.frames = frames;
+  const VstIntPtr answer = plugin.ask(audioMasterGetTime);
+  const auto* time = reinterpret_cast<const VstTimeInfo*>(answer);  // NOLINT(performance-no-int-to-ptr)
+  if (time != nullptr) block.time = *time;
+  block.processLevel = plugin.ask(audioMasterGetCurrentProcessLevel);
+  block.gain = plugin.values[0];
+  block.notes = std::exchange(plugin.notes, {});
+  if (const float signal = std::exchange(plugin.values[2], 0.0f); signal > 0.0f) std::raise(static_cast<int>(signal));
+  if (VstEvents* const events = std::exchange(plugin.toSend, nullptr))
+    plugin.host(&plugin.record, audioMasterProcessEvents, 0, 0, events, 0.0f);
+}
 
 void VSTCALLBACK add(AEffect* effect, float** inputs, float** outputs, VstInt32 frames) {
-  Plugin& plugin = pluginOf(effect);
-  plugin.addBlock(frames);
+  ForeignPlugin& plugin = pluginOf(effect);
+  noteBlock(plugin, frames);
   for (std::size_t channel = 0; channel < 2; ++channel) {
     std::vector<float>& delayed = plugin.delayed[channel];
     delayed.insert(delayed.end(), inputs[channel], inputs[channel] + frames);
-    for (std::size_t i = 0; i < static_cast<std::size_t>(frames); ++i) {
+    for (std::size_t i = 0; i < static_cast<std::size_t>(frames); ++i)
       outputs[channel][i] += delayed[i] * plugin.values[0] + plugin.values[1];
-    }
     delayed.erase(delayed.begin(), delayed.begin() + frames);
   }
 }
@@ -54,86 +44,42 @@ void VSTCALLBACK replace(AEffect* effect, float** inputs, float** outputs, VstIn
   add(effect, inputs, outputs, frames);
 }
 
-VstIntPtr VSTCALLBACK dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
-                               float opt) {
-  Plugin& plugin = pluginOf(effect);
-  if (opcode != effClose) return plugin.serve(opcode, index, value, ptr, opt);
-  delete &plugin;
-  return 1;
-}
-
-void Plugin::addBlock(VstInt32 frames) {
-  foreign::Block& block = report.blocks.emplace_back();
-  block.frames = frames;
-  const VstIntPtr answer = ask(audioMasterGetTime);
-  const auto* time = reinterpret_cast<const VstTimeInfo*>(answer);  // NOLINT(performance-no-int-to-ptr)
-  if (time != nullptr) block.time = *time;
-  block.processLevel = ask(audioMasterGetCurrentProcessLevel);
-  block.gain = values[0];
-  block.notes = std::exchange(notes, {});
-  if (toSend != nullptr) host(&record, audioMasterProcessEvents, 0, 0, std::exchange(toSend, nullptr), 0.0f);
-}
-
-VstIntPtr Plugin::writeText(void* target, std::string_view text) const {
-  const std::string written = hasLongTexts ? std::string(300, 'x') : std::string(text);
+VstIntPtr writeText(const ForeignPlugin& plugin, void* target, std::string_view text) {
+  const std::string written = plugin.writesLongTexts ? std::string(300, 'x') : std::string(text);
   std::memcpy(target, written.c_str(), written.size() + 1);
   return 1;
 }
 
-void Plugin::takeEvents(const VstEvents& events) {
+VstIntPtr takeEvents(ForeignPlugin& plugin, const VstEvents& events) {
   VstEvent* const* list = events.events;
-  for (VstInt32 i = 0; i < events.numEvents; ++i) {
-    if (list[i]->type == kVstMidiType) notes.push_back(*reinterpret_cast<const VstMidiEvent*>(list[i]));
-  }
+  for (VstInt32 i = 0; i < events.numEvents; ++i)
+    if (list[i]->type == kVstMidiType) plugin.notes.push_back(*reinterpret_cast<const VstMidiEvent*>(list[i]));
+  return 1;
 }
 
-VstIntPtr Plugin::serve(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt) {
-  if (opcode == effVendorSpecific) return serveRequest(index, ptr);
-  report.told.push_back({opcode, value, opt});
+VstIntPtr VSTCALLBACK dispatch(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                               float opt) {
+  ForeignPlugin& plugin = pluginOf(effect);
+  plugin.told.push_back({opcode, value, opt});
   switch (opcode) {
+    case effClose:
+      delete &plugin;
+      return 1;
     case effGetParamName:
-      return writeText(ptr, kNames.at(static_cast<std::size_t>(index)));
+      return writeText(plugin, ptr, kNames.at(static_cast<std::size_t>(index)));
     case effGetParamDisplay:
     case effGetParamLabel:
-      return writeText(ptr, "x");
+      return writeText(plugin, ptr, "x");
     case effGetEffectName:
-      return writeText(ptr, "Foreign Gain");
+      return writeText(plugin, ptr, "Foreign Gain");
     case effProcessEvents:
-      takeEvents(*static_cast<const VstEvents*>(ptr));
-      return 1;
+      return takeEvents(plugin, *static_cast<const VstEvents*>(ptr));
     case effGetChunk:
-      *static_cast<void**>(ptr) = chunk.data();
-      return static_cast<VstIntPtr>(chunk.size());
+      *static_cast<void**>(ptr) = plugin.chunk.data();
+      return static_cast<VstIntPtr>(plugin.chunk.size());
     case effSetChunk:
-      chunk.assign(static_cast<const char*>(ptr), static_cast<std::size_t>(value));
-      return 1;
-    default:
-      return 0;
-  }
-}
-
-VstIntPtr Plugin::serveRequest(VstInt32 request, void* ptr) {
-  switch (request) {
-    case foreign::askReport:
-      return reinterpret_cast<VstIntPtr>(&report);
-    case foreign::writeLongTexts:
-      hasLongTexts = true;
-      return 1;
-    case foreign::dropProcessing:
-      record.process = nullptr;
-      [[fallthrough]];
-    case foreign::dropReplacing:
-      record.processReplacing = nullptr;
-      return 1;
-    case foreign::sendNextBlock:
-      toSend = static_cast<VstEvents*>(ptr);
-      return 1;
-    case foreign::askHost: {
-      auto& question = *static_cast<foreign::HostQuestion*>(ptr);
-      question.answer = host(question.withoutEffect ? nullptr : &record, question.opcode, question.index,
-                             question.value, question.ptr, question.opt);
-      return 1;
-    }
+      plugin.chunk.assign(static_cast<const char*>(ptr), static_cast<std::size_t>(value));
+      return value > 0 ? 0 : -1;
     default:
       return 0;
   }
@@ -150,21 +96,22 @@ extern "C" AEffect* foreignEntry(audioMasterCallback host) {
     broken.magic = FOREIGN_MAGIC;
     return &broken;
   }
-  auto* plugin = new Plugin;
+  auto* plugin = new ForeignPlugin;
+  AEffect& record = plugin->record;
   plugin->host = host;
-  plugin->record.dispatcher = dispatch;
-  plugin->record.process = add;
-  plugin->record.processReplacing = replace;
-  plugin->record.setParameter = [](AEffect* e, VstInt32 i, float value) { pluginOf(e).valueAt(i) = value; };
-  plugin->record.getParameter = [](AEffect* e, VstInt32 i) { return pluginOf(e).valueAt(i); };
-  plugin->record.numParams = static_cast<VstInt32>(kNames.size());
-  plugin->record.numInputs = 2;
-  plugin->record.numOutputs = 2;
-  plugin->record.initialDelay = FOREIGN_DELAY;
-  plugin->record.object = plugin;
-  plugin->record.uniqueID = CCONST('F', 'r', 'g', 'n');
-  plugin->record.resvd1 = 0x5EED;  // what an untidy plug-in leaves in the host's field
-  plugin->report.versionWithoutEffect = host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f);
-  plugin->report.blockSizeInEntry = plugin->ask(audioMasterGetBlockSize);
-  return &plugin->record;
+  plugin->delayed.fill(std::vector<float>(FOREIGN_DELAY));
+  record.dispatcher = dispatch;
+  record.process = add;
+  record.processReplacing = replace;
+  record.setParameter = [](AEffect* effect, VstInt32 index, float value) { valueOf(effect, index) = value; };
+  record.getParameter = [](AEffect* effect, VstInt32 index) { return valueOf(effect, index); };
+  record.numParams = static_cast<VstInt32>(kNames.size());
+  record.numInputs = record.numOutputs = 2;
+  record.initialDelay = FOREIGN_DELAY;
+  record.object = plugin;
+  record.uniqueID = CCONST('F', 'r', 'g', 'n');
+  record.resvd1 = 0x5EED;  // what an untidy plug-in leaves in the host's field
+  plugin->versionWithoutEffect = host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f);
+  plugin->blockSizeInEntry = plugin->ask(audioMasterGetBlockSize);
+  return &record;
 }

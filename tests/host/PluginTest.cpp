@@ -15,18 +15,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string errorOf(const fs::path& path) {
+// What opening says, of a file or of an entry function.
+template <class... From>
+std::string errorOf(const From&... from) {
   try {
-    const Plugin plugin(std::make_shared<Module>(path));
+    const Plugin plugin(std::make_shared<Module>(from...));
   } catch (const Error& error) {
     return error.what();
   }
   return "no error";
-}
-
-VstIntPtr ask(const Plugin& plugin, foreign::HostQuestion question) {
-  plugin.dispatch(effVendorSpecific, foreign::askHost, 0, &question);
-  return question.answer;
 }
 
 class ThrowingListener : public HostListener {
@@ -45,45 +42,55 @@ TEST(Module, FindsTheSharedObjectOfABundleFolder) {
   fs::remove_all(bundle);
 }
 
-TEST(Module, SaysInOneSentenceWhyAFileIsNoPlugin) {
+TEST(Module, SaysInOneSentenceWhatIsNoPlugin) {
   EXPECT_EQ(errorOf("/nowhere/x.so"), "/nowhere/x.so: a plug-in was expected, but there is no such file");
   EXPECT_NE(errorOf("/proc/self/status").find("a shared object for this machine was expected"), std::string::npos);
   EXPECT_NE(errorOf(FOREIGN_NO_ENTRY).find("exports neither VSTPluginMain nor main"), std::string::npos);
   EXPECT_NE(errorOf(FOREIGN_NO_RECORD).find("its record is not one"), std::string::npos);
   EXPECT_EQ(errorOf(FOREIGN_OLD_ENTRY), "no error");
+  EXPECT_EQ(errorOf(EntryFunction{}, "Linked"), "Linked: an effect with an entry function was expected");
+  const EntryFunction refusing = [](audioMasterCallback) -> AEffect* { return nullptr; };
+  EXPECT_EQ(errorOf(refusing, "Linked"), "Linked: a plug-in was expected, but it refused to start");
 }
 
-TEST(Plugin, HearsItsLifeInOrder) {
-  Plugin plugin(load(FOREIGN_GAIN));
-  plugin.setSampleRate(48000.0);
-  plugin.setBlockSize(64);
-  for (int n = 0; n < 2; ++n) plugin.activate();
-  for (int n = 0; n < 2; ++n) plugin.deactivate();
-  std::vector<std::pair<VstInt32, VstIntPtr>> told;
-  for (const foreign::Told& one : reportOf(plugin).told) told.emplace_back(one.opcode, one.value);
-  const std::vector<std::pair<VstInt32, VstIntPtr>> expected = {
-      {effOpen, 0},         {effSetSampleRate, 0}, {effSetBlockSize, 64}, {effMainsChanged, 1},
-      {effStartProcess, 0}, {effStopProcess, 0},   {effMainsChanged, 0}};
-  EXPECT_EQ(told, expected);
-  EXPECT_EQ(reportOf(plugin).told[1].opt, 48000.0f);
+TEST(Plugin, HearsItsLifeInOrderLoadedOrLinked) {
+  for (const auto& module : {load(FOREIGN_GAIN), linked()}) {
+    SCOPED_TRACE(module->path());
+    Plugin plugin(module);
+    plugin.setSampleRate(48000.0);
+    plugin.setBlockSize(64);
+    for (int n = 0; n < 2; ++n) plugin.activate();
+    for (int n = 0; n < 2; ++n) plugin.deactivate();
+    const std::vector<ForeignPlugin::Told> expected = {{effOpen},
+                                                       {effSetSampleRate, 0, 48000.0f},
+                                                       {effSetBlockSize, 64},
+                                                       {effMainsChanged, 1},
+                                                       {effStartProcess},
+                                                       {effStopProcess},
+                                                       {effMainsChanged, 0}};
+    EXPECT_EQ(foreign(plugin).told, expected);
+    const VstIntPtr folder = foreign(plugin).ask(audioMasterGetDirectory);
+    EXPECT_EQ(reinterpret_cast<const char*>(folder), module->path().parent_path());  // NOLINT
+  }
 }
 
 TEST(Plugin, KeepsInstancesOfOneModuleApart) {
-  const auto module = load(FOREIGN_GAIN);
-  Plugin first(module);
-  Plugin second(module);
-  EXPECT_EQ(reportOf(first).versionWithoutEffect, 2400);  // asked while the entry function ran
-  EXPECT_EQ(reportOf(first).blockSizeInEntry, 512);
-  first.setBlockSize(64);
-  second.setBlockSize(128);
-  EXPECT_EQ(ask(first, {.opcode = audioMasterGetBlockSize}), 64);
-  EXPECT_EQ(ask(second, {.opcode = audioMasterGetBlockSize}), 128);
+  for (const auto& module : {load(FOREIGN_GAIN), linked()}) {
+    Plugin first(module);
+    Plugin second(module);
+    EXPECT_EQ(foreign(first).versionWithoutEffect, 2400);  // asked while the entry function ran
+    EXPECT_EQ(foreign(first).blockSizeInEntry, 512);
+    first.setBlockSize(64);
+    second.setBlockSize(128);
+    EXPECT_EQ(foreign(first).ask(audioMasterGetBlockSize), 64);
+    EXPECT_EQ(foreign(second).ask(audioMasterGetBlockSize), 128);
+  }
 }
 
 TEST(Plugin, TakesTextsThatAreFarTooLongAndParametersThatDoNotExist) {
-  Plugin plugin(load(FOREIGN_GAIN));
+  Plugin plugin(linked());
   EXPECT_EQ(plugin.parameterName(1), "Offset");
-  plugin.dispatch(effVendorSpecific, foreign::writeLongTexts);
+  foreign(plugin).writesLongTexts = true;
   EXPECT_EQ(plugin.parameterName(1), std::string(300, 'x'));
   plugin.setParameter(-1, 0.5f);  // the test plug-in would throw
   plugin.setParameter(3, 0.5f);
@@ -92,59 +99,55 @@ TEST(Plugin, TakesTextsThatAreFarTooLongAndParametersThatDoNotExist) {
 }
 
 TEST(Plugin, CarriesChunksBothWays) {
-  Plugin plugin(load(FOREIGN_GAIN));
+  Plugin plugin(linked());
   const std::vector<std::byte> bytes = {std::byte{1}, std::byte{0}, std::byte{2}};
   EXPECT_TRUE(plugin.setChunk(ChunkKind::bank, bytes));
   EXPECT_EQ(plugin.chunk(ChunkKind::bank), bytes);
+  EXPECT_FALSE(plugin.setChunk(ChunkKind::bank, {}));  // which the test plug-in refuses
 }
 
 TEST(Plugin, RunsOneThatCanOnlyAddAndRefusesOneThatCannotProcess) {
-  Plugin plugin(load(FOREIGN_GAIN));
-  plugin.dispatch(effVendorSpecific, foreign::dropReplacing);
+  Plugin plugin(linked());
+  foreign(plugin).record.processReplacing = nullptr;
   plugin.activate();
   float in = 0.25f, out = 9.0f;
   float *inputs[] = {&in, &in}, *outputs[] = {&out, &out};
   plugin.process(inputs, outputs, 1);
   EXPECT_EQ(out, 0.25f + 0.25f);  // both channels were added into the same memory
-  Plugin broken(load(FOREIGN_GAIN));
-  broken.dispatch(effVendorSpecific, foreign::dropProcessing);
+  Plugin broken(linked());
+  foreign(broken).record.processReplacing = foreign(broken).record.process = nullptr;
   EXPECT_THROW(broken.activate(), Error);
 }
 
 TEST(HostCallback, AnswersNeutrallyWithoutAnEffectAndToUnknownOpcodes) {
-  const Plugin plugin(load(FOREIGN_GAIN));
-  EXPECT_EQ(ask(plugin, {.opcode = audioMasterVersion, .withoutEffect = true}), 2400);
+  const Plugin plugin(linked());
   for (VstInt32 opcode = audioMasterCurrentId; opcode <= audioMasterCloseFileSelector; ++opcode) {
     if (opcode == audioMasterGetVendorVersion || opcode == audioMasterGetLanguage) continue;
-    EXPECT_EQ(ask(plugin, {.opcode = opcode, .withoutEffect = true}), 0) << opcode;
+    EXPECT_EQ(foreign(plugin).host(nullptr, opcode, 0, 0, nullptr, 0.0f), 0) << opcode;
   }
   for (const VstInt32 opcode : {-1, 10000, VstInt32{audioMasterGetTime}})  // there is no transport yet
-    EXPECT_EQ(ask(plugin, {.opcode = opcode}), 0) << opcode;
+    EXPECT_EQ(foreign(plugin).ask(opcode), 0) << opcode;
 }
 
 TEST(HostCallback, RecordsAutomationWithTheBlockItCameInAndLetsNoExceptionIntoThePlugin) {
   RecordingListener listener;
-  Plugin plugin(load(FOREIGN_GAIN), &listener);
+  Plugin plugin(linked(), &listener);
   plugin.setTime({}, 4800);
-  ask(plugin, {.opcode = audioMasterAutomate, .index = 2, .opt = 0.75f});
+  foreign(plugin).ask(audioMasterAutomate, 2, 0.75f);
   ASSERT_EQ(listener.automation().size(), 1U);
   const RecordingListener::Automation heard = listener.automation()[0];
   EXPECT_EQ(std::tuple(heard.frame, heard.parameter, heard.value), std::tuple(4800, 2, 0.75f));
   ThrowingListener throwing;
-  EXPECT_EQ(ask(Plugin(load(FOREIGN_GAIN), &throwing), {.opcode = audioMasterAutomate}), 0);
+  EXPECT_EQ(foreign(Plugin(linked(), &throwing)).ask(audioMasterAutomate), 0);
 }
 
 TEST(EventBlock, BringsBackWhatWasPutIn) {
   const std::vector<MidiEvent> events = {
       {0, {0x90, 60, 100}}, {5, {0xC0, 3}}, {6, {}}, {7, {0xF0, 1, 2, 3, 4, 0xF7}}, {9, {0xF8}}};
   EventBlock block(events);
-  const std::vector<MidiEvent> copies = copyEvents(block.list(), 1000);
-  ASSERT_EQ(copies.size(), 4U);  // the one without bytes is gone
-  for (std::size_t i = 0; i < 4; ++i) {
-    const MidiEvent& event = events[i < 2 ? i : i + 1];
-    EXPECT_EQ(copies[i].frame, 1000 + event.frame);
-    EXPECT_EQ(copies[i].bytes, event.bytes);
-  }
+  const std::vector<MidiEvent> copies = {
+      {1000, {0x90, 60, 100}}, {1005, {0xC0, 3}}, {1007, {0xF0, 1, 2, 3, 4, 0xF7}}, {1009, {0xF8}}};
+  EXPECT_EQ(copyEvents(block.list(), 1000), copies);  // the one without bytes is gone
 }
 
 TEST(EventBlock, SurvivesBrokenLists) {

@@ -173,6 +173,42 @@ TEST_F(AtomicFile, RefusesWhatIsNoFile) {
   EXPECT_TRUE(model::readFile(folder / "file", 5));
 }
 
+TEST_F(AtomicFile, LeavesAFolderAloneThatMayOnlyBeRead) {
+  const fs::path path = folder / "file";
+  ASSERT_FALSE(model::replaceFile(path, bytesOf("old")));
+  fs::permissions(folder,
+                  fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
+  constexpr uid_t kNobody = 65534;  // since root may write everywhere
+  const uid_t self = geteuid();
+  ASSERT_EQ(seteuid(self == 0 ? kNobody : self), 0);
+  const std::error_code error = model::replaceFile(path, bytesOf("new"));
+  ASSERT_EQ(seteuid(self), 0);
+  fs::permissions(folder, fs::perms::owner_all);
+  EXPECT_EQ(error, std::errc::permission_denied);
+  EXPECT_EQ(textAt(path), "old");
+  EXPECT_EQ(filesInFolder(), 1);
+}
+
+// A library writes by the draft's name; what the old file hid stays hidden while it does.
+TEST_F(AtomicFile, IsADraftUntilItIsCommitted) {
+  const fs::path path = folder / std::string(250, 'x');
+  ASSERT_FALSE(model::replaceFile(path, bytesOf("old")));
+  fs::permissions(path, fs::perms::owner_read);
+  for (const bool commits : {false, true}) {
+    std::error_code error;
+    model::FileDraft draft(path, error);
+    ASSERT_FALSE(error);
+    EXPECT_EQ(draft.path().parent_path(), folder);  // one file system, so that the rename is atomic
+    EXPECT_EQ(fs::status(draft.path()).permissions() & (fs::perms::group_all | fs::perms::others_all), fs::perms::none);
+    std::ofstream(draft.path()) << "something longer";
+    EXPECT_FALSE(draft.write(bytesOf("new")));
+    EXPECT_FALSE(commits && draft.commit());
+    EXPECT_EQ(textAt(path), commits ? "new" : "old");
+  }
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read);
+  EXPECT_EQ(filesInFolder(), 1);
+}
+
 // A child may write so many bytes and no more: the system kills it in the middle of the save, or lets the save fail.
 TEST_F(AtomicFile, IsWholeWhenTheWriterIsKilledAndNothingIsLeftWhenItFails) {
   const fs::path path = folder / "state";

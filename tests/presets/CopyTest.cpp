@@ -1,11 +1,8 @@
 // scripts/presets: brings the built set to the user and leaves alone what is the user's.
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <string>
-#include <unistd.h>
+
+#include "tests/TemporaryFolder.h"
 
 namespace {
 
@@ -14,38 +11,27 @@ namespace fs = std::filesystem;
 class PresetCopy : public testing::Test {
  protected:
   PresetCopy() {
-    std::string name = (fs::temp_directory_path() / "modrift-copy.XXXXXX").string();
-    folder_ = mkdtemp(name.data());
     build("Gates/Eighth Gate.fxp", "gate 1");
     build("Shapes/Basic/Sine.shp", "sine 1");
     build("notes.txt", "no preset");
   }
-  ~PresetCopy() override { fs::remove_all(folder_); }
 
-  static void write(const fs::path& file, const std::string& text) {
-    fs::create_directories(file.parent_path());
-    std::ofstream(file) << text;
-  }
-  static std::string read(const fs::path& file) {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-  }
-  void build(const std::string& name, const std::string& text) { write(folder_ / "built set" / name, text); }
-  void user(const std::string& name, const std::string& text) { write(users() / name, text); }
-  std::string users(const std::string& name) const { return read(users() / name); }
-  fs::path users() const { return folder_ / "user's data" / "Modrift Presets"; }
+  void build(const std::string& name, const std::string& text) { writeText(folder_ / ("built set/" + name), text); }
+  void user(const std::string& name, const std::string& text) { writeText(users() / name, text); }
+  std::string users(const std::string& name) const { return readText(users() / name); }
+  fs::path users() const { return folder_ / "user's data/Modrift Presets"; }
 
   // The script's exit status; what it says goes to `said`.
   int copy() { return copy(users().string()); }
   int copy(const std::string& to) {
-    const std::string command = std::string("'") + MODRIFT_PRESETS_SCRIPT + "' '" + (folder_ / "built set").string() +
-                                "' \"" + to + "\" 2>'" + (folder_ / "said").string() + "'";
+    const std::string command = std::string("'") + MODRIFT_PRESETS_SCRIPT + "' '" + (folder_ / "built set") + "' \"" +
+                                to + "\" 2>'" + (folder_ / "said") + "'";
     const int status = std::system(command.c_str());  // NOLINT(concurrency-mt-unsafe): one thread
-    said = read(folder_ / "said");
+    said = readText(folder_ / "said");
     return status;
   }
 
-  fs::path folder_;
+  TemporaryFolder folder_;
   std::string said;
 };
 

@@ -59,13 +59,22 @@ Preset presetWith(const std::string& lines) {
 
 float settingOf(const std::string& line) { return presetWith(line).settings.at(0).value; }
 
-TEST(ShapeDefinitions, DrawLinesCurvesAndJumps) {
-  const auto table = tableOf("0 0\n0.5 1   # a comment\n\n0.5 0.25\n1 0.75 0.3\n");
-  EXPECT_NEAR(heightAt(table, 0.25), 0.5, 1e-3);
-  EXPECT_NEAR(heightAt(table, 0.4999), 1.0, 1e-3);
-  EXPECT_NEAR(heightAt(table, 0.5001), 0.25, 1e-3);
-  EXPECT_GT(heightAt(table, 0.6), 0.45) << "a curve below 0.5 leaves fast";
-  EXPECT_NEAR(heightAt(table, 0.9999), 0.75, 1e-3);
+TEST(ShapeDefinitions, DrawLinesCurvesJumpsAndPatternsOnTheGrid) {
+  struct Row {
+    const char* lines;
+    std::vector<std::pair<double, double>> heights;  // place, height
+  };
+  const Row kRows[] = {
+      {"0 0\n0.5 1   # a comment\n\n0.5 0.25\n1 0.75 0.3\n",
+       {{0.25, 0.5}, {0.4999, 1.0}, {0.5001, 0.25}, {0.9999, 0.75}}},
+      {"gate x5-. 0.5\n", {{0.1, 1.0}, {0.13, 0.0}, {0.6, 0.5}, {0.63, 0.0}}},  // the second hit is held over
+      {"pluck .x.. 0.5\nupside down\n", {{0.2, 1.0}, {0.2502, 0.0}, {0.625, 0.5}}},
+      {"steps 0 1/3 1\n", {{0.5, 1.0 / 3.0}, {0.99, 1.0}}}};
+  for (const auto& [lines, heights] : kRows) {
+    const auto table = tableOf(lines);
+    for (const auto& [place, height] : heights) EXPECT_NEAR(heightAt(table, place), height, 1e-3) << lines << place;
+  }
+  EXPECT_GT(heightAt(tableOf(kRows[0].lines), 0.6), 0.45) << "a curve below 0.5 leaves fast";
 }
 
 TEST(ShapeDefinitions, SineIsASine) {
@@ -74,21 +83,6 @@ TEST(ShapeDefinitions, SineIsASine) {
     const double place = i / 300.0;
     EXPECT_NEAR(heightAt(table, place), 0.5 + 0.5 * std::cos(2.0 * std::numbers::pi * place), 0.007) << place;
   }
-}
-
-TEST(ShapeDefinitions, PatternsFollowTheGrid) {
-  const auto gate = tableOf("gate x5-. 0.5\n");
-  EXPECT_EQ(heightAt(gate, 0.1), 1.0);
-  EXPECT_EQ(heightAt(gate, 0.13), 0.0);
-  EXPECT_NEAR(heightAt(gate, 0.6), 0.5, 1e-6) << "held over";
-  EXPECT_EQ(heightAt(gate, 0.63), 0.0);
-  const auto pluck = tableOf("pluck .x.. 0.5\nupside down\n");
-  EXPECT_EQ(heightAt(pluck, 0.2), 1.0);
-  EXPECT_NEAR(heightAt(pluck, 0.2502), 0.0, 1e-2);
-  EXPECT_NEAR(heightAt(pluck, 0.625), 0.5, 1e-2);
-  const auto steps = tableOf("steps 0 1/3 1\n");
-  EXPECT_NEAR(heightAt(steps, 0.5), 1.0 / 3.0, 1e-6);
-  EXPECT_EQ(heightAt(steps, 0.99), 1.0);
 }
 
 TEST(ShapeDefinitions, FaultsNameFileAndLine) {
@@ -134,7 +128,7 @@ TEST(PresetDefinitions, MovementsAreRead) {
   const auto presets = readPresets(kFile, "preset A\nabout it\nmoves = pan, once 3 beats, depth 40%, at 100 Hz\n", {});
   const Movement& movement = presets.at(0).movements.at(0);
   EXPECT_EQ(movement.of, Movement::Of::pan);
-  EXPECT_TRUE(movement.bOnce);
+  EXPECT_TRUE(movement.once);
   EXPECT_EQ(movement.period.beats, 3.0);
   EXPECT_EQ(movement.depth, 40.0);
   EXPECT_EQ(movement.toneHz, 100.0);

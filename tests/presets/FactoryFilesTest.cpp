@@ -1,19 +1,15 @@
 // The set as a whole: what the build made of it, and the page that lists it.
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <set>
 #include <string>
 
 #include "model/AtomicFile.h"
-#include "model/PresetFile.h"
 #include "model/ShapeFile.h"
-#include "model/StateChunk.h"
-#include "presets/generator/Definitions.h"
 #include "presets/generator/Listing.h"
+#include "tests/TemporaryFolder.h"
+#include "tests/presets/Motion.h"
 
 using namespace model;
 
@@ -22,79 +18,44 @@ namespace {
 namespace fs = std::filesystem;
 using namespace modrift::factory;
 
-std::string contentOf(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
-
-// The files with this ending below the built set, as "Folder/Name".
-std::set<std::string> builtFiles(const fs::path& folder, const std::string& ending) {
-  std::set<std::string> files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.path().extension() != ending) continue;
-    files.insert((entry.path().parent_path().filename() / entry.path().stem()).string());
-  }
-  return files;
-}
-
-template <class T>
-std::set<std::string> namesOf(const std::vector<T>& things) {
-  std::set<std::string> names;
-  for (const T& thing : things) names.insert(thing.folder + "/" + thing.name);
-  return names;
-}
-
 const fs::path kBuilt = MODRIFT_PRESETS;
-std::vector<std::byte> bytesOf(const char* name) { return model::readFile(kBuilt / name, 100000).value(); }
 
-const FactorySet& factorySet() {
-  static const FactorySet set = readFactorySet(MODRIFT_DEFINITIONS);
-  return set;
-}
-
-TEST(FactorySet, IsBuiltWhole) {
-  EXPECT_EQ(builtFiles(kBuilt / "Shapes", ".shp"), namesOf(factorySet().shapes));
-  EXPECT_EQ(builtFiles(kBuilt, ".fxp"), namesOf(factorySet().presets));
+// That each definition has its file shows where the file is read.
+TEST(FactorySet, HasNoFilesBesidesThoseOfItsDefinitions) {
+  const auto count = [](const char* ending) {
+    const auto files = fs::recursive_directory_iterator(kBuilt);
+    return static_cast<std::size_t>(
+        std::count_if(begin(files), end(files), [&](const auto& file) { return file.path().extension() == ending; }));
+  };
+  EXPECT_EQ(count(".shp"), factorySet().shapes.size());
+  EXPECT_EQ(count(".fxp"), factorySet().presets.size());
   EXPECT_GE(factorySet().presets.size(), 40u);
   EXPECT_GE(factorySet().shapes.size(), 60u);
 }
 
-TEST(FactorySet, ShapesAreDistinctCloseTheirCycleAndRunFromLeftToRight) {
+TEST(FactorySet, ShapesAreDistinctCloseTheirCycleAndAreInTheirFiles) {
   std::set<std::string> contents;
   for (const Shape& shape : factorySet().shapes) {
     SCOPED_TRACE(shape.name);
-    EXPECT_TRUE(contents.insert(contentOf(kBuilt / "Shapes" / shape.folder / (shape.name + ".shp"))).second);
     const GraphPoints& p = shape.points;
     const auto last = static_cast<std::size_t>(p.lastPoint);
     EXPECT_EQ(p.x[last], kGraphWidth);
     EXPECT_EQ(p.y[last], p.y[0]);
     EXPECT_TRUE(std::ranges::is_sorted(p.x) && p.x[0] == 0.0);
+    const fs::path path = kBuilt / "Shapes" / shape.folder / (shape.name + ".shp");
+    EXPECT_TRUE(contents.insert(readText(path)).second);
+    const GraphPoints file = model::readShape(model::readFile(path, model::kLargestShapeFile).value()).value();
+    EXPECT_EQ(file.lastPoint, p.lastPoint);
+    for (std::size_t i = 0; i <= last; ++i) {
+      EXPECT_EQ(file.x[i], p.x[i]);
+      EXPECT_NEAR(file.y[i], p.y[i], 1e-6);
+      EXPECT_NEAR(file.curve[i], p.curve[i], 1e-6);
+    }
   }
 }
 
-TEST(FactorySet, FilesHoldWhatTheirDefinitionsSay) {
-  const auto saw = model::readShape(bytesOf("Shapes/Basic/Saw Up.shp"));
-  ASSERT_TRUE(saw);
-  EXPECT_EQ(saw->lastPoint, 2);
-  EXPECT_EQ(saw->curve[0], kStraightCurve);
-  EXPECT_EQ(saw->x[1], 65536.0);
-  EXPECT_EQ(saw->y[0], 1.0) << "the bottom";
-  EXPECT_EQ(saw->y[1], 0.0) << "the top";
-
-  const auto pump = bytesOf("Sidechain/Classic Pump.fxp");
-  const auto reading = model::readChunk(model::chunkOfPreset(pump).value());
-  const model::State& state = std::get<model::LoadedState>(reading).state;
-  EXPECT_EQ(state.version, model::kStateVersion);
-  EXPECT_EQ(state.depthVol, 0.925f);
-  EXPECT_EQ(state.lfoSmooth, 0.1f);
-  EXPECT_EQ(state.envX[0][1], std::round(0.12 * 65536.0));
-  EXPECT_EQ(state.envNumPoints[0], 4);
-  EXPECT_EQ(state.envNumPoints[1], 2);
-  EXPECT_TRUE(state.bAnchor);
-}
-
 TEST(FactorySet, IsListedInTheManual) {
-  const std::string page = contentOf(MODRIFT_PRESETS_PAGE);
+  const std::string page = readText(MODRIFT_PRESETS_PAGE);
   EXPECT_NE(page.find(listing(factorySet())), std::string::npos)
       << "put the output of modrift_factory --list into docs/presets.md";
 }

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fmt/core.h>
 #include <numbers>
 #include <span>
-#include <sstream>
-#include <stdexcept>
 #include <vector>
 
 #include "effect/ModulationLaws.h"
 #include "effect/ParameterTable.h"
-#include "presets/generator/Application.h"
+#include "model/AtomicFile.h"
+#include "model/PresetFile.h"
+#include "tests/effect/TestHost.h"
 
 using namespace effect;
 
@@ -46,11 +47,6 @@ double panOf(double left, double right) {
   return low;
 }
 
-double volumeOf(double left, double right, double pan) {
-  const dsp::Pair gains = panGains(static_cast<float>(pan));
-  return (left + right) / static_cast<double>(gains[0] + gains[1]);
-}
-
 // An effect with a preset and a steady tone of whole periods a block, so that a block's level is the gain alone.
 class Player {
  public:
@@ -58,9 +54,10 @@ class Player {
       : movement_(movement),
         frames_(static_cast<std::size_t>(std::lround(kTestRateHz / std::min(movement.toneHz, 1000.0)))) {
     rig_.at(0.0, kTestTempo);
-    load(preset, rig_);
-    const bool bLevel = movement.of == Movement::Of::volume || movement.of == Movement::Of::pan;
-    if (bLevel) rig_.fx().setParameter(kFilterOn, 0.0f);  // whose own changes of level would count as volume
+    std::vector<std::byte> chunk = builtChunk(preset);
+    rig_.fx().setChunk(chunk.data(), static_cast<VstInt32>(chunk.size()), true);
+    const bool movesLevel = movement.of == Movement::Of::volume || movement.of == Movement::Of::pan;
+    if (movesLevel) rig_.fx().setParameter(kFilterOn, 0.0f);  // whose own changes of level would count as volume
     for (std::size_t i = 0; i < frames_; ++i) {
       const double turn = static_cast<double>(i) * movement.toneHz / static_cast<double>(kTestRateHz);
       tone_.push_back(static_cast<float>(0.25 * std::sin(2.0 * std::numbers::pi * turn)));
@@ -87,11 +84,11 @@ class Player {
  private:
   double present(double left, double right) {
     constexpr double kSilence = 1e-6;
-    if (left + right > kSilence) pan_ = panOf(left, right);
     switch (movement_.of) {
       case Movement::Of::volume:
-        return volumeOf(left, right, pan_);
+        return std::hypot(left, right);  // which no pan changes by more than a tenth of a decibel
       case Movement::Of::pan:
+        if (left + right > kSilence) pan_ = panOf(left, right);
         return pan_ * 100.0;
       case Movement::Of::cutoff:
         return static_cast<double>(rig_.fx().cutSmoothed) * 100.0;
@@ -144,20 +141,13 @@ double unlikeness(std::span<const double> track, double lag, double length) {
   return std::sqrt(difference / (2.0 * (square - mean * mean)));
 }
 
-template <class... Parts>
-std::string sentence(const Parts&... parts) {
-  std::ostringstream text;
-  (text << ... << parts);
-  return text.str();
-}
-
 std::string depthFault(std::span<const double> track, const Movement& movement) {
   const double measured = depthOf(track, movement.of);
-  const bool bVolume = movement.of == Movement::Of::volume;
-  if (bVolume && movement.depth >= kSilenceDb && measured >= kSilenceDb) return {};
-  const double tolerance = bVolume ? 0.06 * movement.depth : std::max(1.0, 0.03 * movement.depth);
+  const bool isVolume = movement.of == Movement::Of::volume;
+  if (isVolume && movement.depth >= kSilenceDb && measured >= kSilenceDb) return {};
+  const double tolerance = isVolume ? 0.06 * movement.depth : std::max(1.0, 0.03 * movement.depth);
   if (std::abs(measured - movement.depth) <= tolerance) return {};
-  return sentence("depth ", movement.depth, " expected, ", measured, " measured");
+  return fmt::format("depth {} expected, {} measured", movement.depth, measured);
 }
 
 std::string periodicFault(Player& player, const Movement& movement) {
@@ -171,10 +161,10 @@ std::string periodicFault(Player& player, const Movement& movement) {
   constexpr double kSame = 0.1;
   constexpr double kOther = 0.2;
   const double after = unlikeness(track, blocks, blocks);
-  if (after > kSame) return sentence("no repetition after ", period, " s: differs by ", after);
+  if (after > kSame) return fmt::format("no repetition after {} s: differs by {}", period, after);
   for (const double part : {2.0, 3.0}) {
     const double sooner = unlikeness(track, blocks / part, blocks);
-    if (sooner < kOther) return sentence("repeats already after ", period / part, " s: differs by ", sooner);
+    if (sooner < kOther) return fmt::format("repeats already after {} s: differs by {}", period / part, sooner);
   }
   return {};
 }
@@ -191,28 +181,32 @@ std::string onceFault(Player& player, const Movement& movement) {
   const Track rest = player.play(kSettleSeconds);
   if (std::string fault = depthFault(way, movement); !fault.empty()) return fault;
   const double still = kRest * spread(way);
-  if (spread(before) > still) return sentence("moves by ", spread(before), " before any note");
-  if (spread(rest) > still) return sentence("moves by ", spread(rest), " after its end");
+  if (spread(before) > still) return fmt::format("moves by {} before any note", spread(before));
+  if (spread(rest) > still) return fmt::format("moves by {} after its end", spread(rest));
   const auto tail = std::span(way).last(way.size() / 2);
-  if (spread(tail) <= still) return sentence("is over after half of ", length, " s");
+  if (spread(tail) <= still) return fmt::format("is over after half of {} s", length);
   return {};
 }
 
 }  // namespace
 
-void load(const Preset& preset, EffectRig& rig) {
-  const std::unique_ptr<LfoDSP> source = freshEffect();
-  apply(preset, *source);
-  void* chunk = nullptr;
-  const VstInt32 size = source->getChunk(&chunk, true);
-  rig.fx().setChunk(chunk, size, true);
+const FactorySet& factorySet() {
+  static const FactorySet set = readFactorySet(MODRIFT_DEFINITIONS);
+  return set;
+}
+
+std::vector<std::byte> builtChunk(const Preset& preset) {
+  const std::filesystem::path path = MODRIFT_PRESETS;
+  const auto file = model::readFile(path / preset.folder / (preset.name + ".fxp"), model::kLargestPresetFile);
+  const auto chunk = model::chunkOfPreset(file.value()).value();
+  return {chunk.begin(), chunk.end()};
 }
 
 bool takesNotes(const Preset& preset) { return valueOf(preset, kRetrigger) > 0.0f; }
 
 std::string faultOf(const Preset& preset, const Movement& movement) {
   Player player(preset, movement);
-  if (movement.bOnce) return onceFault(player, movement);
+  if (movement.once) return onceFault(player, movement);
   if (takesNotes(preset)) player.note();
   return periodicFault(player, movement);
 }

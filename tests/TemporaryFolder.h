@@ -1,16 +1,12 @@
-// A folder of a test's own, gone after it.
+// A folder of a test's own, gone after it, and texts in files.
 #pragma once
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <unistd.h>
-
-namespace modrift::cli {
 
 class TemporaryFolder {
  public:
@@ -35,12 +31,13 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-inline void writeText(const std::string& path, const std::string& text) { std::ofstream(path) << text; }
-
-inline std::string readText(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path).rdbuf();
-  return text.str();
+// The folders on the way are made.
+inline void writeText(const std::filesystem::path& path, const std::string& text) {
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << text;
 }
 
-}  // namespace modrift::cli
+inline std::string readText(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
