@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Sets everything up, then hands its arguments to the program modrift:
 #   ./run.sh                                 renders the example loop
 #   ./run.sh render in.wav -o out.wav        renders your own recording
