@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Sets everything up, then hands its arguments to the program modrift:
 #   ./run.sh                                 renders the example loop
 #   ./run.sh render in.wav -o out.wav        renders your own recording
@@ -11,7 +12,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 lock_build
 # The tests need packages of their own; where ./test.sh has been before, they stay switched on.
 ! needs_configure release || configure release -DMODRIFT_TESTS=OFF -DMODRIFT_BENCH=OFF
-build release plugin/all cli/all presets/all
+build release plugin/all cli/all presets/all example/all
 "$root/scripts/presets" || true  # it has said why; sound needs none of them
 unlock_build
 

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Sets everything up, builds and runs the tests:
 #   ./test.sh                     the release build, which is what people use
 #   ./test.sh asan | tsan | debug the same tests under the sanitizers, or without optimisation
@@ -12,7 +13,7 @@ while (($# > 0)); do
   case $1 in
     release | debug | asan | tsan) presets+=("$1") ;;
     all) presets+=(release debug asan tsan) ;;
-    -h | --help) sed -n '2,/^set/{/^#/s/^# \?//p}' "${BASH_SOURCE[0]}" && exit ;;
+    -h | --help) sed -n '3,/^set/{/^#/s/^# \?//p}' "${BASH_SOURCE[0]}" && exit ;;
     --) shift && break ;;
     *) die "unknown argument '$1'; expected release, debug, asan, tsan, all, or -- and arguments for ctest" ;;
   esac

@@ -74,7 +74,7 @@ void Summary::ReportRuns(const std::vector<Run>& runs) {
 }
 
 void Summary::Finalize() {
-  std::printf("\n%-44s %10s %12s\n", "against the targets", "measured", "at most");
+  std::printf("\n%-44s %10s %12s\n", "against our limits", "measured", "at most");
   for (const Target& t : kTargets) {
     const auto row = rows_.find(t.row);
     const auto other = rows_.find(t.other);

@@ -1,4 +1,4 @@
-// The report on the terminal: a line a row, at the end the comparison with the targets.
+// The report on the terminal: a line a row, at the end the comparison with our limits.
 #pragma once
 
 #include <benchmark/benchmark.h>

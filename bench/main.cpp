@@ -1,6 +1,6 @@
 // modrift_bench: what the pieces of the audio path cost, and the whole of it.
 //
-//   modrift_bench                                    all rows, then the comparison with the targets
+//   modrift_bench                                    all rows, then the comparison with our limits
 //   modrift_bench --benchmark_filter=crossover       some of them
 //   modrift_bench --benchmark_out=all.json           the counters of every repeat as well
 //

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kVendor = "Ambrel Works";
 constexpr std::string_view kProduct = "Modrift Host";
-constexpr VstIntPtr kVendorVersion = 1100;
+constexpr VstIntPtr kVendorVersion = MODRIFT_VERSION_NUMBER;
 
 constexpr auto kCanDo = std::to_array<std::string_view>({
     "sendVstEvents",

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Sourced by run.sh, test.sh and the scripts beside it: messages, quiet steps, configuring, one build at a time.
 

@@ -23,9 +23,14 @@ TEST(Record, TellsTheHostWhatItIs) {
 
 TEST(Answers, AreThoseOfTheInterface) {
   EffectRig rig;
-  const std::pair<VstInt32, VstIntPtr> kNumbers[] = {
-      {effIdentify, 0x4E764566}, {effCanBeAutomated, 1},   {effGetPlugCategory, 1},         {effGetVendorVersion, 1100},
-      {effGetTailSize, 1},       {effGetVstVersion, 2400}, {effGetNumMidiInputChannels, 1}, {effVendorSpecific, 0}};
+  const std::pair<VstInt32, VstIntPtr> kNumbers[] = {{effIdentify, 0x4E764566},
+                                                     {effCanBeAutomated, 1},
+                                                     {effGetPlugCategory, 1},
+                                                     {effGetVendorVersion, kVendorVersion},
+                                                     {effGetTailSize, 1},
+                                                     {effGetVstVersion, 2400},
+                                                     {effGetNumMidiInputChannels, 1},
+                                                     {effVendorSpecific, 0}};
   for (const auto& [opcode, expected] : kNumbers) EXPECT_EQ(rig.call(opcode), expected) << "opcode " << opcode;
   EXPECT_EQ(rig.call(effVendorSpecific, model::kCallHello), 1);
   const std::pair<VstInt32, const char*> kTexts[] = {{effGetEffectName, "Modrift"},
