@@ -20,35 +20,6 @@ const VGlobalCoeffs& tables() {
   return made;
 }
 
-// One tick's length and settings; every fourth tick has an odd length, as at the end of a host's block.
-struct Tick {
-  long first, count;
-  FilterParams params;
-};
-
-std::vector<Tick> wanderingTicks(int type) {
-  Noise random(static_cast<std::uint32_t>(type) + 7u);
-  const auto unit = [&] { return 0.5f + 0.5f * random(); };
-  std::vector<Tick> ticks;
-  FilterParams params = filterParams(type, 0.5f, 0.3f, 0.5f);
-  for (long first = 0; first < kFrames;) {
-    const bool bOdd = ticks.size() % 4 == 3;
-    const long count = std::min(bOdd ? 7L : 24L, kFrames - first);
-    if (ticks.size() % 5 == 0)
-      params = filterParams(type, 0.2f + 0.6f * unit(), 0.8f * unit(), unit(), ticks.size() > 100 ? unit() : 0.0f);
-    ticks.push_back({first, count, params});
-    first += count;
-  }
-  return ticks;
-}
-
-std::vector<float> noise(std::uint32_t seed, long count) {
-  Noise next(seed);
-  std::vector<float> out(static_cast<std::size_t>(count));
-  for (float& x : out) x = 0.5f * next();
-  return out;
-}
-
 std::vector<float> monoRun(const std::vector<Tick>& ticks, std::vector<float> signal) {
   TestFilter<float> filter(tables(), kHostRate);
   for (const Tick& t : ticks) filter.tick(t.params, signal, t.first, t.count);
@@ -59,7 +30,7 @@ class EveryType : public testing::TestWithParam<int> {};
 
 TEST_P(EveryType, SoundsAsThePlainModelDoes) {
   static const reference::Tables plainTables(static_cast<double>(kHostRate));
-  const std::vector<Tick> ticks = wanderingTicks(GetParam());
+  const std::vector<Tick> ticks = wanderingTicks(GetParam(), kFrames);
   const std::vector<float> in = noise(3u, kFrames);
   const std::vector<float> out = monoRun(ticks, in);
   reference::Filter plain(plainTables);
@@ -77,7 +48,7 @@ TEST_P(EveryType, SoundsAsThePlainModelDoes) {
 }
 
 TEST_P(EveryType, GivesThePairTheBitsOfTwoSingleChannels) {
-  const std::vector<Tick> ticks = wanderingTicks(GetParam());
+  const std::vector<Tick> ticks = wanderingTicks(GetParam(), kFrames);
   const std::vector<float> left = noise(11u, kFrames);
   const std::vector<float> right = noise(12u, kFrames);
   std::vector<float> both;

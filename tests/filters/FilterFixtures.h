@@ -1,6 +1,7 @@
 // Signals and settings for tests of the filter bank.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <complex>
@@ -41,6 +42,40 @@ class Noise {
  private:
   std::uint32_t state_;
 };
+
+// One tick's length and settings.
+struct Tick {
+  long first, count;
+  FilterParams params;
+};
+
+// Settings that jump every fifth tick, drive and mix from the middle on; every fourth tick has an odd length, as at the
+// end of a host's block.
+inline std::vector<Tick> wanderingTicks(int type, long frames) {
+  Noise random(static_cast<std::uint32_t>(type) + 7u);
+  const auto unit = [&] { return 0.5f + 0.5f * random(); };
+  std::vector<Tick> ticks;
+  FilterParams params{};
+  for (long first = 0; first < frames;) {
+    const bool bOdd = ticks.size() % 4 == 3;
+    const long count = std::min(bOdd ? 7L : 24L, frames - first);
+    const bool bLate = first > frames / 2;
+    if (ticks.size() % 5 == 0)
+      params = filterParams(type, 0.2f + 0.6f * unit(), 0.8f * unit(), unit(), bLate ? random() : 0.0f);
+    if (ticks.size() % 5 == 0 && bLate) params[kDryWet] = 2.0f * unit();
+    ticks.push_back({first, count, params});
+    first += count;
+  }
+  return ticks;
+}
+
+// White noise at half level.
+inline std::vector<float> noise(std::uint32_t seed, long count) {
+  Noise next(seed);
+  std::vector<float> out(static_cast<std::size_t>(count));
+  for (float& x : out) x = 0.5f * next();
+  return out;
+}
 
 // A filter as the effect runs it: tables for the host's rate, twice that rate for itself, blocks of a tick.
 template <class S>
