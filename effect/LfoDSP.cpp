@@ -213,6 +213,6 @@ bool LfoDSP::getMidiKeyName(VstInt32 /*channel*/, MidiKeyName* key) {
 }
 
 float LfoDSP::getRecentFilterParam(int index) const noexcept {
-  if (index < 0 || index >= kFilterParams) return 0.0f;
+  if (index < 0 || index >= filters::kFilterParams) return 0.0f;
   return filterParams[static_cast<std::size_t>(index)];
 }

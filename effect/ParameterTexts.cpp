@@ -110,7 +110,7 @@ void cutoffHz(const LfoDSP& effect, int, char* text) noexcept {
   if (integerPart(asDouble(effect.filterType) * 92.0 + 0.5) < kCleanTypes) return mappedCutoffHz(cutoff, text);
   const float rateHz = effect.sampleRateSafe;
   const auto cycles =
-      static_cast<float>(VGlobalCoeffs::cyclesPerSample(pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
+      static_cast<float>(VGlobalCoeffs::cyclesPerSample(filters::pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
   asInteger(5, asDouble(cycles * rateHz) + 0.5, text);
 }
 
@@ -156,7 +156,7 @@ void filterTextOf(const LfoDSP& effect, int, float type, char* text) noexcept {
   effect.writeFilterText(Entry, type / static_cast<float>(Types), text);
 }
 void scratchType(const LfoDSP& effect, int, char* text) noexcept {
-  effect.writeFilterText(kMode, effect.filterNameScratch, text);
+  effect.writeFilterText(filters::kMode, effect.filterNameScratch, text);
 }
 void scratchTypeOf(const LfoDSP& effect, int index, float, char* text) noexcept { scratchType(effect, index, text); }
 
@@ -222,8 +222,8 @@ consteval void addFilter(Table& rows) {
   rows[kFilterDrive] = row<&LfoDSP::filterDrive, percent>();
   rows[kFilterVar] = row<&LfoDSP::filterVar, percent>();
   rows[kFilterMix] = row<&LfoDSP::filterMix, percent>();
-  rows[kFilterType] = rows[kFilterNameScratch] = {filterText<kMode>, filterTextOf<kMode, 92>};
-  rows[kVarName] = {filterText<kVar>, filterTextOf<kVar, 96>};
+  rows[kFilterType] = rows[kFilterNameScratch] = {filterText<filters::kMode>, filterTextOf<filters::kMode, 92>};
+  rows[kVarName] = {filterText<filters::kVar>, filterTextOf<filters::kVar, 96>};
   rows[kTypeOfScratch] = {scratchType, scratchTypeOf};
   rows[kXoverOn] = row<&LfoDSP::bXoverOn, onOff>();
   rows[kXoverInvert] = row<&LfoDSP::bXoverInvert, highOrLow, onOff>();

@@ -6,7 +6,7 @@
 
 #include "filters/PhaserKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // The line, its gliding read position and its write position. Where the next sample reads is known a sample ahead, so
 // that finding the place does not lie on the way from input to output.
@@ -145,4 +145,4 @@ struct ShortPhaser {
 };
 using FlangerPhaser = Comb<Loop::flanger, Both<HighPassLowPass, ShortPhaser>, 2>;
 
-}  // namespace kernels
+}  // namespace filters::kernels

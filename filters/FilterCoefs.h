@@ -3,6 +3,8 @@
 
 #include "filters/Biquad.h"
 
+namespace filters {
+
 // Entries of the parameter block that a filter reads, 0 to 1 (drive: -1 to 1).
 enum FilterParam : int { kDrive, kPower, kMode, kFreq, kRes, kVar, kDryWet, kFilterParams };
 
@@ -50,3 +52,5 @@ struct FilterCoefs {
   // A change of type starts from here: stages that a type never sets stand almost still.
   void seedStages(float seed) noexcept { fA = cubicA = qA = fB = cubicB = qB = seed; }
 };
+
+}  // namespace filters

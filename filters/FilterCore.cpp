@@ -5,6 +5,8 @@
 #include <cmath>
 #include <iterator>
 
+namespace filters {
+
 namespace {
 
 using kernels::DelayLines;
@@ -102,7 +104,7 @@ void FilterCore<S>::clear() noexcept {
   clock_.holdPhase = 0.0;
   clock_.writePos = 0;
   // The combs of a type that plays on; any other type empties its lines when it starts.
-  const bool bCombs = mode_ != kBypass && filterTypes()[static_cast<std::size_t>(mode_)].usesCombs();
+  const bool bCombs = mode_ != kBypass && types()[static_cast<std::size_t>(mode_)].usesCombs();
   if (bCombs) eachLine(lines_, LinesUsed::combLines, [](const auto& line) { line.zero(); });
 }
 
@@ -114,19 +116,19 @@ void FilterCore<S>::processBuffer(const float* params, const float* in, float* o
     mode_ = kBypass;
     return runKernel(bypassKernels(), in, out, count);
   }
-  const int wanted = filterTypeAt(params[kMode]);
+  const int wanted = typeAt(params[kMode]);
   const bool bChanged = wanted != mode_;
   if (bChanged) {
     mode_ = wanted;
     clear();
   }
   setUp(params, bChanged);
-  runKernel(filterTypes()[static_cast<std::size_t>(mode_)].run, in, out, count);
+  runKernel(types()[static_cast<std::size_t>(mode_)].run, in, out, count);
 }
 
 template <class S>
 void FilterCore<S>::setUp(const float* params, bool bChanged) noexcept {
-  const FilterType& type = filterTypes()[static_cast<std::size_t>(mode_)];
+  const FilterType& type = types()[static_cast<std::size_t>(mode_)];
   const auto control = [params](FilterParam p) { return static_cast<double>(params[p]); };
   FilterSetup setup(coefs_, *tables_, {control(kFreq), control(kRes), control(kVar), control(kDryWet)}, sampleRate_,
                     type.polarity);
@@ -170,10 +172,12 @@ void FilterCore<S>::restart(int lane) noexcept {
   const auto start = [lane](S& field, float value) { dsp::setLane(field, lane, value); };
   eachField(memory_, start);
   if (mode_ == kBypass) return;
-  const FilterType& type = filterTypes()[static_cast<std::size_t>(mode_)];
+  const FilterType& type = types()[static_cast<std::size_t>(mode_)];
   eachSilentField(memory_, type, start);
   eachLine(lines_, type.lines, [lane](const auto& line) { line.zero(lane); });
 }
 
 template class FilterCore<float>;
 template class FilterCore<dsp::Quad>;
+
+}  // namespace filters

@@ -6,6 +6,8 @@
 
 #include "filters/FilterTypes.h"
 
+namespace filters {
+
 template <class S>
 class FilterCore {
  public:
@@ -43,3 +45,5 @@ class FilterCore {
 
 extern template class FilterCore<float>;
 extern template class FilterCore<dsp::Quad>;
+
+}  // namespace filters

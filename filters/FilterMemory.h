@@ -9,7 +9,7 @@
 #include "filters/SampleTypes.h"
 #include "filters/VSmoothLog.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 inline constexpr float kTrace = 1e-18f;  // what is smaller is no longer heard
 
@@ -86,4 +86,4 @@ struct FilterClock {
   long writePos = 0;
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

@@ -5,6 +5,8 @@
 
 #include "filters/FormantTables.h"
 
+namespace filters {
+
 namespace {
 
 float asFloat(double x) noexcept { return static_cast<float>(x); }
@@ -427,3 +429,5 @@ void formantModern(FilterSetup& s) noexcept {
 }
 
 }  // namespace setups
+
+}  // namespace filters

@@ -5,6 +5,8 @@
 #include "filters/FilterCoefs.h"
 #include "filters/VGlobalCoeffs.h"
 
+namespace filters {
+
 // The parameter block as the set-up reads it. NaN counts as the lower end wherever a value is limited.
 struct FilterControls {
   double c = 0.0;  // cutoff: 0 is MIDI note 0, 1 note 128
@@ -100,3 +102,5 @@ void formantSpoken(FilterSetup& s) noexcept;
 void formantModern(FilterSetup& s) noexcept;
 void bandReject(FilterSetup& s) noexcept;
 }  // namespace setups
+
+}  // namespace filters

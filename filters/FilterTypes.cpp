@@ -10,6 +10,8 @@
 #include "filters/StateVariableKernels.h"
 #include "filters/ToneKernels.h"
 
+namespace filters {
+
 namespace {
 
 using enum LinesUsed;
@@ -141,12 +143,14 @@ static_assert(std::size(kTypes) == kFilterTypes);
 
 }  // namespace
 
-std::span<const FilterType, kFilterTypes> filterTypes() noexcept { return kTypes; }
+std::span<const FilterType, kFilterTypes> types() noexcept { return kTypes; }
 
 const kernels::Kernels& bypassKernels() noexcept { return kernels::kKernels<kernels::Bypass>; }
 
-int filterTypeAt(float normalised) noexcept {
+int typeAt(float normalised) noexcept {
   const double value = static_cast<double>(normalised);
   const double limited = value > 0.0 ? (value < 1.0 ? value : 1.0) : 0.0;
   return static_cast<int>(limited * (kFilterTypes - 1) + 0.5);
 }
+
+}  // namespace filters

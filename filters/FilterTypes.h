@@ -6,6 +6,8 @@
 #include "filters/FilterSetup.h"
 #include "filters/Kernel.h"
 
+namespace filters {
+
 inline constexpr int kFilterTypes = 93;
 inline constexpr int kBypass = -1;
 
@@ -28,9 +30,11 @@ struct FilterType {
 };
 
 // In the order of the type index, which hosts and presets store: a row never moves.
-[[nodiscard]] std::span<const FilterType, kFilterTypes> filterTypes() noexcept;
+[[nodiscard]] std::span<const FilterType, kFilterTypes> types() noexcept;
 // What runs in the bypass state, which has no name.
 [[nodiscard]] const kernels::Kernels& bypassKernels() noexcept;
 
 // The type of a normalised value 0 to 1; what is outside, or not a number, counts as the nearer end or 0.
-[[nodiscard]] int filterTypeAt(float normalised) noexcept;
+[[nodiscard]] int typeAt(float normalised) noexcept;
+
+}  // namespace filters

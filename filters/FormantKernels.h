@@ -3,7 +3,7 @@
 
 #include "filters/Kernel.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 template <std::size_t kFormants>
 struct Formant {
@@ -56,4 +56,4 @@ struct Formant {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

@@ -6,7 +6,7 @@
 
 #include "filters/FilterMemory.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // Looks at all that stays behind at a block's end: traces too small to be heard become zero before they turn into
 // denormal numbers, and a single bit tells whether any value reached 2 or stopped being a number.
@@ -147,4 +147,4 @@ struct Mixed {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

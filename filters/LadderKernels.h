@@ -3,7 +3,7 @@
 
 #include "filters/Kernel.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // Two passes a sample, the tap averaged as in the state-variable stages; `kTap` is the pole that is heard.
 template <int kTap>
@@ -120,4 +120,4 @@ struct German {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

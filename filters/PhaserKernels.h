@@ -3,7 +3,7 @@
 
 #include "filters/StateVariableKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 template <class S, std::size_t kSections>
 class AllPassChain {
@@ -113,4 +113,4 @@ struct Phaser {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

@@ -4,7 +4,7 @@
 
 #include "filters/StateVariableKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // The lines of a network in a kernel's registers: all but the main one are of the same length.
 template <class S, std::size_t kLines>
@@ -287,4 +287,4 @@ struct French {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

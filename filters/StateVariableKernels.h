@@ -4,7 +4,7 @@
 
 #include "filters/Kernel.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // One of the two stages of the filter's memory and coefficients.
 enum class Slot { a, b };
@@ -413,4 +413,4 @@ struct Clean {
 template <class Tap>
 inline constexpr Kernels kClean = kEither<Clean<Tap, false>, Clean<Tap, true>>;
 
-}  // namespace kernels
+}  // namespace filters::kernels

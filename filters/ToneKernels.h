@@ -5,7 +5,7 @@
 
 #include "filters/StateVariableKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // The band of a stage added to the whole signal by a signed gain.
 template <class Kind, class Tap>
@@ -156,4 +156,4 @@ struct AddBass {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

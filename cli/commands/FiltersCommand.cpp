@@ -32,13 +32,13 @@ constexpr auto kPositions = std::to_array<float>({0.0f, 0.25f, 0.5f, 0.75f, 1.0f
 // Names of "Var" where it says more of the type than the cutoff does.
 constexpr auto kShapingVars = std::to_array<std::string_view>({"Morph", "dB +/-"});
 
-const FilterType& typeOf(int type) { return filterTypes()[static_cast<std::size_t>(type)]; }
+const filters::FilterType& typeOf(int type) { return filters::types()[static_cast<std::size_t>(type)]; }
 
 // "all" is everything.
 std::vector<int> typesFor(const std::string& typed) {
   std::vector<int> all;
   std::vector<std::string> names;
-  for (int type = 0; type < kFilterTypes; ++type) {
+  for (int type = 0; type < filters::kFilterTypes; ++type) {
     all.push_back(type);
     names.emplace_back(typeOf(type).name);
   }
@@ -47,8 +47,9 @@ std::vector<int> typesFor(const std::string& typed) {
   const auto found = std::ranges::find_if(names, [&](const std::string& name) { return equalInAnyCase(name, wanted); });
   if (found != names.end()) return {static_cast<int>(found - names.begin())};
   if (const auto number = parseInteger(wanted)) {
-    if (*number >= 0 && *number < kFilterTypes) return {*number};
-    throw UsageError(fmt::format("TYPE: a number from 0 to {} was expected, not {}", kFilterTypes - 1, *number));
+    if (*number >= 0 && *number < filters::kFilterTypes) return {*number};
+    throw UsageError(
+        fmt::format("TYPE: a number from 0 to {} was expected, not {}", filters::kFilterTypes - 1, *number));
   }
   throw UsageError(
       fmt::format("TYPE: the name or number of a filter type, or all, was expected, not '{}'; near it are {}", wanted,
@@ -84,7 +85,7 @@ std::string overFor(const FilterPlotOptions& options, int type) {
 
 std::span<const float> positionsOf(const std::string& over, int type) {
   if (over != "cutoff") return kPositions;
-  const bool bDense = typeOf(type).lines != LinesUsed::noLines || FilterMeasurement::makesNewTones(type);
+  const bool bDense = typeOf(type).lines != filters::LinesUsed::noLines || FilterMeasurement::makesNewTones(type);
   return bDense ? std::span<const float>(kFewCutoffs) : kCutoffs;
 }
 
@@ -102,7 +103,7 @@ std::string controlsText(const FilterPlotOptions& options, const std::string& ov
 }
 
 FrequencyChart emptyChart(const FilterPlotOptions& options, int type, const std::string& over) {
-  const FilterType& row = typeOf(type);
+  const filters::FilterType& row = typeOf(type);
   const std::string var = row.varText == std::string_view("-") ? "no Var" : fmt::format("Var is \"{}\"", row.varText);
   const std::string controls = controlsText(options, over);
   FrequencyChart chart;
@@ -138,8 +139,8 @@ FrequencyChart measured(const FilterPlotOptions& options, int type, FilterMeasur
 void runFilterList(bool asJson) {
   nlohmann::ordered_json json = nlohmann::ordered_json::array();
   Rows rows = {{"number", "name", "family", "Var"}};
-  for (int type = 0; type < kFilterTypes; ++type) {
-    const FilterType& row = typeOf(type);
+  for (int type = 0; type < filters::kFilterTypes; ++type) {
+    const filters::FilterType& row = typeOf(type);
     json.push_back({{"number", type}, {"name", row.name}, {"family", row.family}, {"var", row.varText}});
     rows.push_back({std::to_string(type), row.name, row.family, row.varText});
   }

@@ -39,7 +39,7 @@ FilterMeasurement::FilterMeasurement()
 }
 
 bool FilterMeasurement::makesNewTones(int type) noexcept {
-  return std::ranges::find(kNewTones, filterTypes()[static_cast<std::size_t>(type)].family) != kNewTones.end();
+  return std::ranges::find(kNewTones, filters::types()[static_cast<std::size_t>(type)].family) != kNewTones.end();
 }
 
 // The last kMeasured samples of the signal, filtered.
@@ -47,9 +47,9 @@ std::vector<float> FilterMeasurement::play(const FilterSettings& settings, std::
   VFilter filter(&tables_);
   filter.setSampleRate(static_cast<float>(kRunningRateHz), static_cast<float>(1.0 / kRunningRateHz));
   filter.clear();
-  const float type = static_cast<float>(settings.type) / static_cast<float>(kFilterTypes - 1);
-  const std::array<float, kFilterParams> params = {settings.drive,     1.0f,         type, settings.cutoff,
-                                                   settings.resonance, settings.var, 1.0f};
+  const float type = static_cast<float>(settings.type) / static_cast<float>(filters::kFilterTypes - 1);
+  const std::array<float, filters::kFilterParams> params = {settings.drive,     1.0f,         type, settings.cutoff,
+                                                            settings.resonance, settings.var, 1.0f};
   for (std::size_t start = 0; start < signal.size(); start += kTick) {
     const std::size_t count = std::min(kTick, signal.size() - start);
     filter.processBuffer(params.data(), &signal[start], &signal[start], static_cast<long>(count));

@@ -8,6 +8,8 @@
 
 namespace {
 
+using namespace filters;
+
 constexpr float kHostRate = 48000.0f;
 constexpr long kFrames = 4800;
 
@@ -67,7 +69,7 @@ TEST_P(EveryType, GivesThePairTheBitsOfTwoSingleChannels) {
 }
 
 std::string nameOf(const testing::TestParamInfo<int>& info) {
-  std::string name = filterTypes()[static_cast<std::size_t>(info.param)].name;
+  std::string name = types()[static_cast<std::size_t>(info.param)].name;
   for (char& c : name) {
     if (c == '+') c = 'p';
     if (c == '-') c = 'm';

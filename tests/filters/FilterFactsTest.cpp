@@ -10,6 +10,7 @@
 
 namespace {
 
+using namespace filters;
 using Signal = std::vector<float>;
 
 constexpr float kHostRate = 48000.0f;

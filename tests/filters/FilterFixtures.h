@@ -11,9 +11,9 @@
 
 #include "filters/FilterCore.h"
 
-using FilterParams = std::array<float, kFilterParams>;
+using FilterParams = std::array<float, filters::kFilterParams>;
 
-inline float typeValue(int type) { return static_cast<float>(type) / (kFilterTypes - 1); }
+inline float typeValue(int type) { return static_cast<float>(type) / (filters::kFilterTypes - 1); }
 
 inline FilterParams filterParams(int type, float cutoff, float resonance, float var, float drive = 0.0f) {
   return {drive, 1.0f, typeValue(type), cutoff, resonance, var, 1.0f};
@@ -62,7 +62,7 @@ inline std::vector<Tick> wanderingTicks(int type, long frames) {
     const bool bLate = first > frames / 2;
     if (ticks.size() % 5 == 0)
       params = filterParams(type, 0.2f + 0.6f * unit(), 0.8f * unit(), unit(), bLate ? random() : 0.0f);
-    if (ticks.size() % 5 == 0 && bLate) params[kDryWet] = 2.0f * unit();
+    if (ticks.size() % 5 == 0 && bLate) params[filters::kDryWet] = 2.0f * unit();
     ticks.push_back({first, count, params});
     first += count;
   }
@@ -98,8 +98,8 @@ class TestFilter {
     core_.processBuffer(params.data(), at, at, count);
   }
 
-  [[nodiscard]] const FilterCore<S>& core() const { return core_; }
+  [[nodiscard]] const filters::FilterCore<S>& core() const { return core_; }
 
  private:
-  FilterCore<S> core_;
+  filters::FilterCore<S> core_;
 };

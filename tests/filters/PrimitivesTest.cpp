@@ -10,6 +10,7 @@
 
 namespace {
 
+using namespace filters;
 using Signal = std::vector<float>;
 
 // A lightly damped section, so that what it remembers counts.

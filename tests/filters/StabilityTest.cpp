@@ -8,6 +8,7 @@
 
 namespace {
 
+using namespace filters;
 using Frames = std::vector<float>;
 
 constexpr long kTick = 24;
