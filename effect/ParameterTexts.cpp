@@ -12,6 +12,7 @@
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
 #include "filters/FilterSetup.h"
+#include "filters/FilterTypes.h"
 #include "model/WarpTable.h"
 
 namespace {
@@ -103,11 +104,11 @@ void rateOf(const LfoDSP& effect, int, float v, char* text) noexcept {
   effect.padLFO.bFreeRun ? freeRate(1, "", v, text) : beatRate(effect.padLFO, v, text);
 }
 
-// The clean state-variable types have a frequency range of their own.
+// Some types have a frequency range of their own.
 void cutoffHz(const LfoDSP& effect, int, char* text) noexcept {
-  constexpr int kCleanTypes = 3;
   const float cutoff = effect.filterCutoff;
-  if (integerPart(asDouble(effect.filterType) * 92.0 + 0.5) < kCleanTypes) return mappedCutoffHz(cutoff, text);
+  const filters::FilterType& type = filters::typeAt(filters::typeIndexOf(effect.filterType));
+  if (type.trait == filters::Trait::hertzCutoff) return mappedCutoffHz(cutoff, text);
   const float rateHz = effect.sampleRateSafe;
   const auto cycles =
       static_cast<float>(VGlobalCoeffs::cyclesPerSample(filters::pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
@@ -222,7 +223,8 @@ consteval void addFilter(Table& rows) {
   rows[kFilterDrive] = row<&LfoDSP::filterDrive, percent>();
   rows[kFilterVar] = row<&LfoDSP::filterVar, percent>();
   rows[kFilterMix] = row<&LfoDSP::filterMix, percent>();
-  rows[kFilterType] = rows[kFilterNameScratch] = {filterText<filters::kMode>, filterTextOf<filters::kMode, 92>};
+  rows[kFilterType] =
+      rows[kFilterNameScratch] = {filterText<filters::kMode>, filterTextOf<filters::kMode, filters::kFilterTypes - 1>};
   rows[kVarName] = {filterText<filters::kVar>, filterTextOf<filters::kVar, 96>};
   rows[kTypeOfScratch] = {scratchType, scratchTypeOf};
   rows[kXoverOn] = row<&LfoDSP::bXoverOn, onOff>();

@@ -27,7 +27,7 @@ class FilterCore {
   [[nodiscard]] const kernels::DelayLines<S>& lines() const noexcept { return lines_; }
 
  private:
-  void setUp(const float* params, bool bChanged) noexcept;
+  void setUp(const float* params, bool changed) noexcept;
   void startType(const FilterType& type) noexcept;
   void runKernel(const kernels::Kernels& kernel, const float* in, float* out, long count) noexcept;
   void guard(int lane, float* out, long count) noexcept;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr long kIn = kDryWet + 1;  // the input level slot, which only has a text
 
-const FilterType& typeOf(float normalised) noexcept { return types()[static_cast<std::size_t>(typeAt(normalised))]; }
+const FilterType& typeOf(float normalised) noexcept { return typeAt(typeIndexOf(normalised)); }
 
 }  // namespace
 

@@ -92,7 +92,7 @@ std::optional<float> readFilterType(std::string_view text) {
   const auto type =
       std::ranges::find(filters::types(), text, [](const filters::FilterType& t) { return std::string_view(t.name); });
   if (type == filters::types().end()) return std::nullopt;
-  return static_cast<float>(type - filters::types().begin()) / static_cast<float>(filters::kFilterTypes - 1);
+  return filters::normalisedType(static_cast<int>(type - filters::types().begin()));
 }
 
 std::optional<float> readXoverFrequency(std::string_view text) {

@@ -69,7 +69,7 @@ TEST_P(EveryType, GivesThePairTheBitsOfTwoSingleChannels) {
 }
 
 std::string nameOf(const testing::TestParamInfo<int>& info) {
-  std::string name = types()[static_cast<std::size_t>(info.param)].name;
+  std::string name = typeAt(info.param).name;
   for (char& c : name) {
     if (c == '+') c = 'p';
     if (c == '-') c = 'm';

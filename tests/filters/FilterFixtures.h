@@ -13,10 +13,8 @@
 
 using FilterParams = std::array<float, filters::kFilterParams>;
 
-inline float typeValue(int type) { return static_cast<float>(type) / (filters::kFilterTypes - 1); }
-
 inline FilterParams filterParams(int type, float cutoff, float resonance, float var, float drive = 0.0f) {
-  return {drive, 1.0f, typeValue(type), cutoff, resonance, var, 1.0f};
+  return {drive, 1.0f, filters::normalisedType(type), cutoff, resonance, var, 1.0f};
 }
 
 // The gain of a filter with this answer to an impulse of 1.

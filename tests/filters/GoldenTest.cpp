@@ -93,7 +93,7 @@ void expectLines(const char* fileName, const std::string& actual) {
   if (testing::Test::HasFailure()) std::ofstream(std::string("actual-") + fileName) << actual;
 }
 
-const char* nameOf(int type) { return types()[static_cast<std::size_t>(type)].name; }
+const char* nameOf(int type) { return typeAt(type).name; }
 
 TEST(Golden, AllTypesSoundAsTheyDid) {
   const VGlobalCoeffs tables = tablesFor(44100.0f);

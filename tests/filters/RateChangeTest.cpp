@@ -97,7 +97,7 @@ TEST(RateChange, GivesForAPairWhatTwoChannelsGive) {
       const bool bHeard = std::fabs(expected[i]) > 1e-9f;  // far above what either guard touches
       ASSERT_NEAR(twice[i], expected[i], bHeard ? 0.0 : 1e-17) << "up, from frame " << start;
     }
-    stereoUp.halfBand.dropTraces();
+    stereoUp.halfBand.flushTraces();
     stereoDown.process(frames.data(), expected.data(), static_cast<int>(n));
     ASSERT_EQ(frames, pairs(down(downLeft, l), down(downRight, r))) << "down, from frame " << start;
   }
