@@ -55,12 +55,12 @@ inline std::vector<Tick> wanderingTicks(int type, long frames) {
   std::vector<Tick> ticks;
   FilterParams params{};
   for (long first = 0; first < frames;) {
-    const bool bOdd = ticks.size() % 4 == 3;
-    const long count = std::min(bOdd ? 7L : 24L, frames - first);
-    const bool bLate = first > frames / 2;
+    const bool isOdd = ticks.size() % 4 == 3;
+    const long count = std::min(isOdd ? 7L : 24L, frames - first);
+    const bool isLate = first > frames / 2;
     if (ticks.size() % 5 == 0)
-      params = filterParams(type, 0.2f + 0.6f * unit(), 0.8f * unit(), unit(), bLate ? random() : 0.0f);
-    if (ticks.size() % 5 == 0 && bLate) params[filters::kDryWet] = 2.0f * unit();
+      params = filterParams(type, 0.2f + 0.6f * unit(), 0.8f * unit(), unit(), isLate ? random() : 0.0f);
+    if (ticks.size() % 5 == 0 && isLate) params[filters::kDryWet] = 2.0f * unit();
     ticks.push_back({first, count, params});
     first += count;
   }
