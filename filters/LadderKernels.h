@@ -2,8 +2,7 @@
 //
 // Good at: the round, singing resonance of one loop, and slopes of 6 to 24 dB from the same four poles. Bad at: lows,
 // which the feedback takes away as resonance rises. The first form hears its own output a step late, which costs tuning
-// and stability at high cutoffs; the zero-delay form stays in tune and saturates softly, at about three times the
-// price.
+// and stability at high cutoffs; the zero-delay form stays in tune and saturates softly, at about twice the price.
 #pragma once
 
 #include "filters/Kernel.h"
