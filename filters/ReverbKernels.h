@@ -140,8 +140,8 @@ class DampedLoops {
   S damp_[kLoops], dc_[kLoops];
 };
 
-// Delays in a row that pass every frequency at its level, each h = d - a u over a line that takes u + a h. `shape(i,
-// d)` is what becomes of the i-th delayed signal d before.
+// Delays in a row that pass every frequency at its level: h = d - a u, and the line takes u + a h. Before that, the
+// delayed signal d of each line i becomes `shape(i, d)`.
 template <class S>
 class AllPassRow {
  public:
@@ -233,8 +233,8 @@ struct NearlyStill {
 };
 
 // A resonant low-pass into a second stage that stands nearly still, and back to its input through two damped delays.
-// Good at: grit and a hollow, wavering body round a plain low-pass. Bad at: staying in tune, and at low noise: the loop
-// is driven.
+// Good at: grit and a hollow, wavering body round a plain low-pass. Bad at: clean resonance, since what comes back is
+// driven again.
 struct French {
   template <class S>
   class Of {
@@ -272,7 +272,7 @@ struct French {
     }
 
    private:
-    static constexpr float kOutput = 0.25f;  // three taps of full scale, and what comes back on top
+    static constexpr float kOutput = 0.25f;  // for a sum of three taps
 
     void feedBack(S u) noexcept {
       lines_.moveTo(clock_.next());
