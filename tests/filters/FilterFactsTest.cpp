@@ -412,4 +412,16 @@ TEST(FilterLines, AreThePowersOfTwoAboveThePeriodOfNoteZeroAndWrapBeyond) {
   EXPECT_EQ(echo - impulse.begin(), 4368 - 4096) << "the first comb wants 4368 samples at note 0";
 }
 
+TEST(FilterLines, StartEmptyWithEachType) {
+  for (int type = 0; type < kFilterTypes; ++type) {
+    if (!typeAt(type).lines.any()) continue;
+    TestFilter<float> filter(tables(), kHostRate);
+    Signal loud = noise(5u, 12000), little(24), silence(12000);
+    filter.run(filterParams(type, 0.1f, 0.8f, 0.5f), loud);
+    filter.run(filterParams(0, 0.1f, 0.0f, 0.5f), little);
+    filter.run(filterParams(type, 0.1f, 0.8f, 0.5f), silence);
+    for (const float x : silence) ASSERT_LT(std::fabs(x), 1e-5f) << type;
+  }
+}
+
 }  // namespace
