@@ -42,7 +42,7 @@ const std::vector<Variant>& variants() {
 }
 
 std::vector<Parameter> filterOnWith(int type) {
-  return {{kFilterOn, 1.0f}, {kFilterType, static_cast<float>(type) / (kFilterTypes - 1)}};
+  return {{kFilterOn, 1.0f}, {kFilterType, filters::normalisedType(type)}};
 }
 
 void play(benchmark::State& state, int blockFrames, const Variant& variant) {
@@ -71,8 +71,8 @@ void addWholePathRows() {
   for (const Variant& variant : variants())
     addRow(std::string("whole path/") + variant.name,
            [&variant](benchmark::State& s) { play(s, kUsualBlock, variant); });
-  for (int type = 0; type < kFilterTypes; ++type)
-    addRow(std::string("filter/") + filterTypes()[static_cast<std::size_t>(type)].name, [type](benchmark::State& s) {
+  for (int type = 0; type < filters::kFilterTypes; ++type)
+    addRow(std::string("filter/") + filters::typeAt(type).name, [type](benchmark::State& s) {
       play(s, kUsualBlock, {"", filterOnWith(type)});
     });
 }

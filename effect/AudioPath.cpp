@@ -132,7 +132,7 @@ void LfoDSP::controlTick(const Slice& slice, int start, int frames) noexcept {
   playTick(slice, start, tick, frames);
 }
 
-std::array<float, kFilterParams> LfoDSP::updateFilterSettings() noexcept {
+std::array<float, filters::kFilterParams> LfoDSP::updateFilterSettings() noexcept {
   const auto graphOf = [this](std::int8_t route) -> float { return padLFO.graphOut[static_cast<std::size_t>(route)]; };
   const float knob = padLFO.depthKnob;
   cutMod =
@@ -143,7 +143,8 @@ std::array<float, kFilterParams> LfoDSP::updateFilterSettings() noexcept {
   const double resonance =
       activeRes ? resonanceLaw(filterReso, padLFO.depthRes, knob, graphOf(routeRes)) : static_cast<double>(filterReso);
   resoMod = static_cast<float>(limit01(resonance));
-  const std::array<float, kFilterParams> params = {filterDrive, 1.0f, filterType, cutSmoothed, resoMod, varMod, 1.0f};
+  const std::array<float, filters::kFilterParams> params = {filterDrive, 1.0f,   filterType, cutSmoothed,
+                                                            resoMod,     varMod, 1.0f};
   std::copy(params.begin(), params.end(), filterParams.begin());
   return params;
 }

@@ -35,7 +35,7 @@ struct FourLanes {
     const Quad y = b0 * x + s1;
     s1 = b1 * x - a1 * y + s2;
     if (flushMatters(s1)) [[unlikely]]
-      s1 = dsp::collapseDenormal(s1, dsp::kDenormalOffset);
+      s1 = dsp::flushedBySum(s1, dsp::kFlushOffset);
     s2 = b2 * x - a2 * y;
     last = y;
     return y;

@@ -1,6 +1,8 @@
 // Maps a normalised value to a range by equal ratios, as pitch and cutoff are heard.
 #pragma once
 
+#include "filters/FilterCoefs.h"
+
 namespace Lumbrix::Utility {
 
 class CExpMapper {
@@ -30,7 +32,9 @@ class CExpMapper {
 namespace effect {
 
 // The effect's two ranges, in hertz: the cutoff of the clean filter types, and the crossover.
-[[nodiscard]] inline Lumbrix::Utility::CExpMapper cutoffMapper() noexcept { return {21.533201f, 14700.0f, 0.9166667f}; }
+[[nodiscard]] inline Lumbrix::Utility::CExpMapper cutoffMapper() noexcept {
+  return {filters::kLowestCleanHz, filters::kHighestCleanHz, 0.9166667f};
+}
 [[nodiscard]] inline Lumbrix::Utility::CExpMapper crossoverMapper() noexcept { return {20.0f, 20000.0f, 0.5f}; }
 
 }  // namespace effect

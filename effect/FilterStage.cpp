@@ -5,14 +5,14 @@
 namespace effect {
 
 void FilterStage::prepare(const VGlobalCoeffs& tables, float hostRateHz) {
-  if (!filter_) filter_ = std::make_unique<FilterCore<dsp::Quad>>(&tables);
+  if (!filter_) filter_ = std::make_unique<filters::FilterCore<dsp::Quad>>(&tables);
   filter_->setSampleRate(2.0f * hostRateHz, 0.5f / hostRateHz);
   filter_->clear();
 }
 
 void FilterStage::warmUp() noexcept {
-  constexpr float kBeyondLastType = 95.0f / 93.0f;  // the filter limits it to its last type
-  constexpr std::array<float, kFilterParams> kWarmUpParams = {0.0f, 1.0f, kBeyondLastType, 1.0f, 0.001f, 0.0f, 0.0f};
+  constexpr float kLastType = 1.0f;
+  constexpr std::array<float, filters::kFilterParams> kWarmUpParams = {0.0f, 1.0f, kLastType, 1.0f, 0.001f, 0.0f, 0.0f};
   for (int pass = 0; pass < 2; ++pass) {
     std::array<float, 2 * kWarmUpFrames> silence{};
     filter_->processBuffer(kWarmUpParams.data(), silence.data(), silence.data(), kWarmUpFrames);
@@ -33,8 +33,8 @@ void FilterStage::filterTick(const float* params, TickBuffer& tick, int frames) 
   up_.process(twice.data(), tick.data(), frames);
   filter_->processBuffer(params, twice.data(), twice.data(), 2 * frames);
   down_.process(tick.data(), twice.data(), frames);
-  up_.halfBand.dropTraces();
-  down_.halfBand.dropTraces();
+  up_.halfBand.flushTraces();
+  down_.halfBand.flushTraces();
 }
 
 void FilterStage::dropNonFinite() noexcept {

@@ -35,7 +35,7 @@ class FilterStage {
 
   rspl::StereoUpsampler2 up_;
   rspl::StereoDownsampler2 down_;
-  std::unique_ptr<FilterCore<dsp::Quad>> filter_;  // both channels
+  std::unique_ptr<filters::FilterCore<dsp::Quad>> filter_;  // both channels
 };
 
 }  // namespace effect

@@ -6,10 +6,9 @@
 #include <cstring>
 #include <string_view>
 
+#include "messages/Messages.h"
 #include "model/PrivateCalls.h"
 #include "model/WarpTable.h"
-
-#include "messages/Messages.h"
 
 using namespace model;
 
@@ -222,6 +221,6 @@ bool LfoDSP::getMidiKeyName(VstInt32 /*channel*/, MidiKeyName* key) {
 }
 
 float LfoDSP::getRecentFilterParam(int index) const noexcept {
-  if (index < 0 || index >= kFilterParams) return 0.0f;
+  if (index < 0 || index >= filters::kFilterParams) return 0.0f;
   return filterParams[static_cast<std::size_t>(index)];
 }

@@ -219,7 +219,7 @@ class LfoDSP : public AudioEffectX {
   Shared<bool> bRenderingMidi{false};
   Shared<bool> bAudioHold{false};  // the MIDI export runs: blocks leave the outputs alone
   AudioGate gate;
-  std::array<Shared<float>, kFilterParams> filterParams{};  // as the filter last got them
+  std::array<Shared<float>, filters::kFilterParams> filterParams{};  // as the filter last got them
   float cutMod = 0.5f, varMod = 0.5f, resoMod = 0.01f;
   Shared<float> cutSmoothed{0.5f};
   float panSmoothed = 0.5f, volSmoothed = 1.0f;
@@ -277,7 +277,7 @@ class LfoDSP : public AudioEffectX {
   void joinBands(const Slice& slice) noexcept;
   void processTicks(const Slice& slice) noexcept;
   void controlTick(const Slice& slice, int start, int frames) noexcept;
-  std::array<float, kFilterParams> updateFilterSettings() noexcept;
+  std::array<float, filters::kFilterParams> updateFilterSettings() noexcept;
   void followXoverFrequency() noexcept;
   void dropNonFinite() noexcept;
 

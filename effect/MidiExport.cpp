@@ -10,9 +10,8 @@
 #include "effect/ControllerFile.h"
 #include "effect/LfoDSP.h"
 #include "effect/ModulationLaws.h"
-#include "model/AtomicFile.h"
-
 #include "messages/Messages.h"
+#include "model/AtomicFile.h"
 
 using namespace model;
 using namespace effect;

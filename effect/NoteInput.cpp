@@ -4,6 +4,7 @@
 #include "effect/LfoDSP.h"
 #include "effect/ModulationLaws.h"
 #include "effect/ParameterTable.h"
+#include "filters/FilterTypes.h"
 
 using namespace model;
 using namespace effect;
@@ -15,7 +16,6 @@ constexpr int kNoteOn = 0x9;
 constexpr int kControlChange = 0xb;
 constexpr int kAllNotesOff = 123;
 
-constexpr int kFirstSmoothTypes = 3;  // filter types whose cutoff is laid out by pitch in another way
 constexpr int kLowestRateNote = 48;
 constexpr int kFirstNoteOfNoGraph = 60;  // five octaves choose the graphs of the five routes
 constexpr int kNotesAnOctave = 12;
@@ -24,8 +24,8 @@ constexpr int kMostHeldNotes = 127;
 int byteOf(const VstMidiEvent& event, int i) { return static_cast<unsigned char>(event.midiData[i]); }
 
 float cutoffOfNote(int note, float filterType) {
-  const int type = integerPart(static_cast<double>(filterType) * kLastFilterType + 0.5);
-  if (type >= kFirstSmoothTypes) return static_cast<float>(note * 0.0078125);
+  const filters::FilterType& type = filters::typeAt(filters::typeIndexOf(filterType));
+  if (type.trait != filters::Trait::hertzCutoff) return static_cast<float>(note * 0.0078125);
   return static_cast<float>(limit01(note / 112.0 - 0.155));
 }
 

@@ -20,6 +20,8 @@ namespace effect {
 using namespace model;
 namespace {
 
+static_assert(kLastFilterType == filters::kFilterTypes - 1);  // stored states count over the same types
+
 constexpr std::size_t kTextBytes = 24;  // what hosts give at the least in practice, closing zero included
 
 double asDouble(float x) noexcept { return static_cast<double>(x); }
@@ -203,13 +205,12 @@ std::optional<float> readRate(const LfoDSP& effect, int, std::string_view text) 
   return share ? std::optional(static_cast<float>(std::pow(asDouble(*share), 0.25))) : std::nullopt;
 }
 
-// --- The cutoff: the clean state-variable types have a frequency range of their own
+// --- The cutoff: some types have a frequency range of their own
 
 namespace {
 
-bool isCleanType(const LfoDSP& effect) noexcept {
-  constexpr int kCleanTypes = 3;
-  return integerPart(asDouble(effect.filterType) * 92.0 + 0.5) < kCleanTypes;
+bool hasHertzCutoff(const LfoDSP& effect) noexcept {
+  return filters::typeAt(filters::typeIndexOf(effect.filterType)).trait == filters::Trait::hertzCutoff;
 }
 
 void mappedCutoffHz(float v, char* text) noexcept { asInteger(5, asDouble(cutoffMapper().setAndGetValue(v)), text); }
@@ -218,10 +219,10 @@ void mappedCutoffHz(float v, char* text) noexcept { asInteger(5, asDouble(cutoff
 
 void cutoffText(const LfoDSP& effect, int, char* text) {
   const float cutoff = effect.filterCutoff;
-  if (isCleanType(effect)) return mappedCutoffHz(cutoff, text);
+  if (hasHertzCutoff(effect)) return mappedCutoffHz(cutoff, text);
   const float rateHz = effect.sampleRateSafe;
   const auto cycles =
-      static_cast<float>(VGlobalCoeffs::cyclesPerSample(pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
+      static_cast<float>(VGlobalCoeffs::cyclesPerSample(filters::pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
   asInteger(5, asDouble(cycles * rateHz) + 0.5, text);
 }
 
@@ -241,7 +242,7 @@ std::optional<float> readHertz(double shown, double meant, double low, double hi
 std::optional<float> readCutoff(const LfoDSP& effect, int, std::string_view text) {
   const auto hertz = readNumber(text, "Hz");
   if (!hertz) return std::nullopt;
-  if (isCleanType(effect)) {
+  if (hasHertzCutoff(effect)) {
     auto mapper = cutoffMapper();
     const double low = asDouble(mapper.setAndGetValue(0.0f));
     return readHertz(*hertz, *hertz + 0.5, low, asDouble(mapper.setAndGetValue(1.0f)));
@@ -312,27 +313,32 @@ void pointCurveText(const LfoDSP& effect, int index, char* text) {
 
 // --- Texts that the filter gives, by a normalised type
 
-void filterTypeText(const LfoDSP& effect, int, char* text) { effect.writeFilterText(kMode, effect.filterType, text); }
+void filterTypeText(const LfoDSP& effect, int, char* text) {
+  effect.writeFilterText(filters::kMode, effect.filterType, text);
+}
 
 void filterTypeTextOf(const LfoDSP& effect, int, float type, char* text) {
-  effect.writeFilterText(kMode, type / 92.0f, text);
+  effect.writeFilterText(filters::kMode, type / static_cast<float>(filters::kFilterTypes - 1), text);
 }
 
 std::optional<float> readFilterType(const LfoDSP&, int, std::string_view text) {
-  const auto types = filterTypes();
-  const auto found = std::ranges::find_if(types, [text](const FilterType& type) { return sameText(type.name, text); });
+  const auto types = filters::types();
+  const auto found =
+      std::ranges::find_if(types, [text](const filters::FilterType& type) { return sameText(type.name, text); });
   if (found == types.end()) return std::nullopt;
-  return static_cast<float>(found - types.begin()) / static_cast<float>(kFilterTypes - 1);
+  return filters::normalisedType(static_cast<int>(found - types.begin()));
 }
 
-void varNameText(const LfoDSP& effect, int, char* text) { effect.writeFilterText(kVar, effect.filterType, text); }
+void varNameText(const LfoDSP& effect, int, char* text) {
+  effect.writeFilterText(filters::kVar, effect.filterType, text);
+}
 
 void varNameTextOf(const LfoDSP& effect, int, float type, char* text) {
-  effect.writeFilterText(kVar, type / 96.0f, text);
+  effect.writeFilterText(filters::kVar, type / 96.0f, text);
 }
 
 void scratchTypeText(const LfoDSP& effect, int, char* text) {
-  effect.writeFilterText(kMode, effect.filterNameScratch, text);
+  effect.writeFilterText(filters::kMode, effect.filterNameScratch, text);
 }
 
 void scratchTypeTextOf(const LfoDSP& effect, int index, float, char* text) { scratchTypeText(effect, index, text); }

@@ -50,7 +50,7 @@ void LfoDSP::convertParameterValueToString(int index, float value, char* text) {
 void LfoDSP::writeFilterText(long entry, float type, char* text) const noexcept {
   if (textFilter_) {
     textFilter_->getParamInInfo(entry, type, text);
-  } else if (entry == kVar) {
+  } else if (entry == filters::kVar) {
     std::strcpy(text, "init");
   }
 }

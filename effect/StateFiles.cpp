@@ -2,11 +2,10 @@
 #include <cstring>
 
 #include "effect/LfoDSP.h"
+#include "messages/Messages.h"
 #include "model/AtomicFile.h"
 #include "model/PresetFile.h"
 #include "model/ShapeFile.h"
-
-#include "messages/Messages.h"
 
 using namespace model;
 

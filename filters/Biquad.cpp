@@ -22,6 +22,7 @@ double tangentOf(float f, float sampleFreq) noexcept {
   return std::tan(kPi * static_cast<double>(f) / static_cast<double>(sampleFreq));
 }
 
+// The first three terms of the tangent's series: x + x^3 / 3 + 2 x^5 / 15.
 float tangentFast(float f, float sampleFreq) noexcept {
   const float x = std::numbers::pi_v<float> * f / sampleFreq;
   return ((0.13333334f * (x * x) + 0.33333334f) * (x * x) + 1.0f) * x;

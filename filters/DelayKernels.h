@@ -1,12 +1,16 @@
 // Combs and flangers: one fractional delay of a period of the pitch, read by cubic Hermite interpolation, with feedback
 // and a filter in the loop.
+//
+// Good at: pitch, as a plucked string or a pipe: peaks or notches on every overtone, for the price of one delay. Bad
+// at: highs, which the interpolation dulls with each turn round the loop, and sudden jumps of pitch, to which the delay
+// glides.
 #pragma once
 
 #include <utility>
 
 #include "filters/PhaserKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // The line, its gliding read position and its write position. Where the next sample reads is known a sample ahead, so
 // that finding the place does not lie on the way from input to output.
@@ -41,10 +45,8 @@ class FractionalDelay {
     return interpolated(i, t);
   }
 
-  // The loop closes one slot behind the newest sample, and without traces too small to be heard.
-  void feedBack(S x) noexcept {
-    dsp::storeFrame(slot((written_ - 1) & mask_), dsp::withoutTraces(behind_ + x, kTrace));
-  }
+  // The loop closes one slot behind the newest sample.
+  void feedBack(S x) noexcept { dsp::storeFrame(slot((written_ - 1) & mask_), dsp::flushed(behind_ + x)); }
 
   void keep(Job<S>& job) noexcept {
     job.clock.delaySmooth.current = current_;
@@ -97,8 +99,8 @@ class FractionalDelay {
 enum class Loop { comb, flanger };
 
 // A comb scales the delayed signal before everything else, a flanger only what goes back into the line. The dry path
-// is one sample late; it waits at `kLate` among the chain's inputs.
-template <Loop kLoop, class Post, int kLate = 0>
+// is one sample late.
+template <Loop kLoop, class Post>
 struct Comb {
   template <class S>
   class Of {
@@ -108,15 +110,14 @@ struct Comb {
           mix_(job.coefs),
           delay_(job),
           post_(job),
-          feedback_(dsp::both<S>(job.coefs.delayFeedback)),
-          late_(job.memory.chainPrev[kLate]) {}
+          feedback_(dsp::both<S>(job.coefs.delay.feedback)),
+          late_(job.memory.late) {}
 
     S operator()(S in) noexcept {
-      constexpr float kLimit = 0.8333333f;
       const S y = drive_(in);
       S r = delay_(y);
       if constexpr (kLoop == Loop::comb) r *= feedback_;
-      const S s = post_(dsp::limited(r, -kLimit, kLimit));
+      const S s = post_(dsp::limited(r, -kLoopLimit, kLoopLimit));
       delay_.feedBack(kLoop == Loop::comb ? s : feedback_ * s);
       const S out = mix_(s, late_);
       late_ = y;
@@ -126,7 +127,7 @@ struct Comb {
     void keep(Job<S>& job) noexcept {
       delay_.keep(job);
       post_.keep(job);
-      job.watch.keep(job.memory.chainPrev[kLate], late_);
+      job.watch.keep(job.memory.late, late_);
     }
 
    private:
@@ -138,11 +139,11 @@ struct Comb {
   };
 };
 
-// A flanger with a short phaser inside its loop, whose sections take the first places of the chain's memory.
+// A flanger with a short phaser inside its loop.
 struct ShortPhaser {
   template <class S>
   using Of = AllPassChain<S, 2>;
 };
-using FlangerPhaser = Comb<Loop::flanger, Both<HighPassLowPass, ShortPhaser>, 2>;
+using FlangerPhaser = Comb<Loop::flanger, Both<HighPassLowPass, ShortPhaser>>;
 
-}  // namespace kernels
+}  // namespace filters::kernels

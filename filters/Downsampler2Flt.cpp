@@ -1,8 +1,11 @@
 #include "filters/Downsampler2Flt.h"
 
+#include "filters/AllPass.h"
 #include "filters/Lanes.h"
 
 namespace rspl {
+
+using dsp::allPass;
 
 void Downsampler2Flt::set_coefs(const double* coefs) noexcept {
   for (int i = 0; i < kHalfBandCoefs; ++i) coef[i] = static_cast<float>(coefs[i]);
@@ -47,8 +50,8 @@ void Downsampler2Flt::downsample_block(float* dest, const float* src, long n) no
 
 void Downsampler2Flt::tarnel_upsampleblock(float* dest, const float* src, long n) noexcept {
   for (long i = 0; i < n; ++i) {
-    memA0 = dsp::collapseDenormal(memA0, -dsp::kDenormalOffset);
-    memB0 = dsp::collapseDenormal(memB0, -dsp::kDenormalOffset);
+    memA0 = dsp::flushedBySum(memA0, -dsp::kFlushOffset);
+    memB0 = dsp::flushedBySum(memB0, -dsp::kFlushOffset);
     const float a = branchA(0.0f);
     dest[2 * i] = branchB(0.5f * src[i]);
     dest[2 * i + 1] = a;

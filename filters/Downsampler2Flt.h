@@ -13,12 +13,6 @@ inline constexpr int kHalfBandCoefs = 7;
 inline constexpr double Mydwnspl_coef_arr[kHalfBandCoefs] = {0.0457281, 0.168088, 0.332501, 0.504486,
                                                              0.663202,  0.803781, 0.933856};
 
-// One section; `lastOut` and `lastIn` are its output and input of the sample before.
-template <class Sample>
-inline Sample allPass(Sample in, Sample lastOut, Sample coef, Sample lastIn) noexcept {
-  return (in - lastOut) * coef + lastIn;
-}
-
 class Downsampler2Flt {
  public:
   virtual ~Downsampler2Flt() = default;

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <iterator>
 
+namespace filters {
+
 namespace {
 
 using kernels::DelayLines;
@@ -12,7 +14,7 @@ using kernels::SignalMemory;
 
 // Starts the stages that oscillate by themselves.
 constexpr float kSeed = 1e-7f;
-constexpr float kBeyondReason = 1e6f;
+constexpr float kBeyondReason = 1e6f;  // 120 dB above full scale
 
 template <class S>
 auto kernelOf(const kernels::Kernels& both) noexcept {
@@ -26,12 +28,9 @@ auto kernelOf(const kernels::Kernels& both) noexcept {
 // Calls `f` with every delay line that the type plays on.
 template <class S, class F>
 void eachLine(const DelayLines<S>& lines, LinesUsed used, F f) {
-  const bool bCombs = used == LinesUsed::combLines || used == LinesUsed::allLines;
-  const bool bAllPasses = used == LinesUsed::allPassLines || used == LinesUsed::allLines;
-  const int allPasses = bAllPasses ? kAllPasses : used == LinesUsed::twoAllPassLines ? 2 : 0;
-  if (used == LinesUsed::mainLine) f(lines.main);
-  if (bCombs) std::for_each_n(lines.comb, kCombs, f);
-  std::for_each_n(lines.ap, allPasses, f);
+  if (used.main) f(lines.main);
+  std::for_each_n(lines.comb, used.combs, f);
+  std::for_each_n(lines.ap, used.allPasses, f);
 }
 
 // Calls `f` with every field of the signal memory and the value with which it starts.
@@ -42,7 +41,7 @@ void eachField(SignalMemory<S>& m, F f) {
   }
   for (S& field : m.chain) f(field, kSeed);
   for (S& field : m.chainPrev) f(field, kSeed);
-  f(m.germanPrev, kSeed);
+  for (S* const field : {&m.previous, &m.late, &m.back}) f(*field, kSeed);
   f(m.held, 0.0f);
   for (S& field : m.morph) f(field, 0.0f);
   for (S& field : m.damp) f(field, 0.0f);
@@ -57,9 +56,9 @@ void eachField(SignalMemory<S>& m, F f) {
 // The zero-delay ladder alone starts from silence.
 template <class S, class F>
 void eachSilentField(SignalMemory<S>& m, const FilterType& type, F f) {
-  if (!type.bStartsSilent) return;
-  f(m.germanPrev, 0.0f);
-  std::for_each_n(m.chain, 4, [&](S& field) { f(field, 0.0f); });
+  if (type.trait != Trait::silentStart) return;
+  f(m.previous, 0.0f);
+  std::for_each_n(m.chain, kLadderPoles, [&](S& field) { f(field, 0.0f); });
 }
 
 long framesFor(long samples) noexcept {
@@ -76,14 +75,17 @@ void FilterCore<S>::setSampleRate(float rate, float invRate) {
   for (auto& line : lines_.comb) line.resize(framesFor(period >> 1), ++place);
   for (auto& line : lines_.ap) line.resize(framesFor(period >> 1), ++place);
   mode_ = 0;
-  coefs_.holdStep = 0.0;
+  coefs_.hold.step = 0.0;
   clock_.holdPhase = 0.0;
-  coefs_.combScale = coefs_.apScale = 1.0f;
   if (invRate == invSampleRate_) return;
   sampleRate_ = rate;
   invSampleRate_ = invRate;
+  // The weights of a morph glide at 5 Hz: 2 pi 5 a second. Below any rate that hosts use they jump most of the way.
+  constexpr double kGlide = -31.41592653589793;
+  constexpr double kLowestGlidingRate = 43999.0;
+  constexpr double kHalfPi = 1.5707963267948966;
   const double r = static_cast<double>(rate);
-  const double exponent = r > 43999.0 ? -31.41592653589793 : r * -1.5707963267948966;  // a glide of 5 Hz
+  const double exponent = r > kLowestGlidingRate ? kGlide : r * -kHalfPi;
   coefs_.morphRate = static_cast<float>(1.0 - std::exp(static_cast<double>(invRate) * exponent));
   coefs_.morphKeep = static_cast<float>(1.0 - static_cast<double>(coefs_.morphRate));
   clock_.delaySmooth.setRate(invRate);
@@ -97,13 +99,11 @@ template <class S>
 void FilterCore<S>::clear() noexcept {
   eachField(memory_, [](S& field, float start) { field = dsp::both<S>(start); });
   coefs_.seedStages(kSeed);
-  std::fill(std::begin(coefs_.morphTarget), std::end(coefs_.morphTarget), 0.0f);
-  coefs_.eqGain = 0.0f;
   clock_.holdPhase = 0.0;
   clock_.writePos = 0;
   // The combs of a type that plays on; any other type empties its lines when it starts.
-  const bool bCombs = mode_ != kBypass && filterTypes()[static_cast<std::size_t>(mode_)].usesCombs();
-  if (bCombs) eachLine(lines_, LinesUsed::combLines, [](const auto& line) { line.zero(); });
+  if (mode_ == kBypass) return;
+  eachLine(lines_, {.combs = typeAt(mode_).lines.combs}, [](const auto& line) { line.zero(); });
 }
 
 template <class S>
@@ -114,30 +114,30 @@ void FilterCore<S>::processBuffer(const float* params, const float* in, float* o
     mode_ = kBypass;
     return runKernel(bypassKernels(), in, out, count);
   }
-  const int wanted = filterTypeAt(params[kMode]);
-  const bool bChanged = wanted != mode_;
-  if (bChanged) {
+  const int wanted = typeIndexOf(params[kMode]);
+  const bool changed = wanted != mode_;
+  if (changed) {
     mode_ = wanted;
     clear();
   }
-  setUp(params, bChanged);
-  runKernel(filterTypes()[static_cast<std::size_t>(mode_)].run, in, out, count);
+  setUp(params, changed);
+  runKernel(typeAt(mode_).run, in, out, count);
 }
 
 template <class S>
-void FilterCore<S>::setUp(const float* params, bool bChanged) noexcept {
-  const FilterType& type = filterTypes()[static_cast<std::size_t>(mode_)];
+void FilterCore<S>::setUp(const float* params, bool changed) noexcept {
+  const FilterType& type = typeAt(mode_);
   const auto control = [params](FilterParam p) { return static_cast<double>(params[p]); };
   FilterSetup setup(coefs_, *tables_, {control(kFreq), control(kRes), control(kVar), control(kDryWet)}, sampleRate_,
                     type.polarity);
   type.setUp(setup);
-  if (type.lines == LinesUsed::mainLine) clock_.delaySmooth.target = coefs_.delayTarget;
-  if (bChanged) startType(type);
+  if (type.lines.main) clock_.delaySmooth.target = coefs_.delay.samples;
+  if (changed) startType(type);
 }
 
 template <class S>
 void FilterCore<S>::startType(const FilterType& type) noexcept {
-  if (type.lines == LinesUsed::mainLine) clock_.delaySmooth.current = coefs_.delayTarget;
+  if (type.lines.main) clock_.delaySmooth.current = coefs_.delay.samples;
   eachLine(lines_, type.lines, [](const auto& line) { line.zero(); });
   eachSilentField(memory_, type, [](S& field, float start) { field = dsp::both<S>(start); });
 }
@@ -153,14 +153,14 @@ void FilterCore<S>::runKernel(const kernels::Kernels& kernel, const float* in, f
   }
 }
 
-// A channel that grew beyond reason, or that holds what is no number, falls silent for this block and starts afresh.
+// A channel that grew beyond reason, or that holds a NaN, falls silent for this block and starts afresh.
 template <class S>
 void FilterCore<S>::guard(int lane, float* out, long count) noexcept {
   const auto isSound = [](float x) { return std::fabs(x) <= kBeyondReason; };
-  bool bSound = true;
-  eachField(memory_, [&](S& field, float) { bSound = bSound && isSound(dsp::laneOf(field, lane)); });
-  for (long i = 0; i < count; ++i) bSound = bSound && isSound(out[i * dsp::kLanes<S> + lane]);
-  if (bSound) return;
+  bool sound = true;
+  eachField(memory_, [&](S& field, float) { sound = sound && isSound(dsp::laneOf(field, lane)); });
+  for (long i = 0; i < count; ++i) sound = sound && isSound(out[i * dsp::kLanes<S> + lane]);
+  if (sound) return;
   restart(lane);
   for (long i = 0; i < count; ++i) out[i * dsp::kLanes<S> + lane] = 0.0f;
 }
@@ -170,10 +170,12 @@ void FilterCore<S>::restart(int lane) noexcept {
   const auto start = [lane](S& field, float value) { dsp::setLane(field, lane, value); };
   eachField(memory_, start);
   if (mode_ == kBypass) return;
-  const FilterType& type = filterTypes()[static_cast<std::size_t>(mode_)];
+  const FilterType& type = typeAt(mode_);
   eachSilentField(memory_, type, start);
   eachLine(lines_, type.lines, [lane](const auto& line) { line.zero(lane); });
 }
 
 template class FilterCore<float>;
 template class FilterCore<dsp::Quad>;
+
+}  // namespace filters

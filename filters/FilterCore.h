@@ -6,6 +6,8 @@
 
 #include "filters/FilterTypes.h"
 
+namespace filters {
+
 template <class S>
 class FilterCore {
  public:
@@ -25,7 +27,7 @@ class FilterCore {
   [[nodiscard]] const kernels::DelayLines<S>& lines() const noexcept { return lines_; }
 
  private:
-  void setUp(const float* params, bool bChanged) noexcept;
+  void setUp(const float* params, bool changed) noexcept;
   void startType(const FilterType& type) noexcept;
   void runKernel(const kernels::Kernels& kernel, const float* in, float* out, long count) noexcept;
   void guard(int lane, float* out, long count) noexcept;
@@ -43,3 +45,5 @@ class FilterCore {
 
 extern template class FilterCore<float>;
 extern template class FilterCore<dsp::Quad>;
+
+}  // namespace filters

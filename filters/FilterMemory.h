@@ -9,9 +9,7 @@
 #include "filters/SampleTypes.h"
 #include "filters/VSmoothLog.h"
 
-namespace kernels {
-
-inline constexpr float kTrace = 1e-18f;  // what is smaller is no longer heard
+namespace filters::kernels {
 
 // A ring of frames: left and right side by side in a pair. A position is reduced into it by AND with the mask only.
 template <class S>
@@ -47,6 +45,8 @@ struct DelayLine {
   std::unique_ptr<float[]> memory_;
 };
 
+inline constexpr int kChainSections = 8;  // of the longest phaser
+
 template <class S>
 struct StageMemory {
   S low, band, high, notch;
@@ -61,9 +61,11 @@ struct ResonatorMemory {
 template <class S>
 struct SignalMemory {
   StageMemory<S> a, b;
-  S chain[8];      // the last outputs of ladder or all-pass sections
-  S germanPrev;    // the input of the sample before
-  S chainPrev[8];  // the last inputs of those sections
+  S chain[kChainSections];      // the last outputs of ladder or all-pass sections; the clean stage's low and band
+  S chainPrev[kChainSections];  // the last inputs of those sections
+  S previous;                   // the zero-delay ladder's input of the sample before
+  S late;                       // what the dry path of combs and flangers gives next
+  S back;                       // what comes back from the delays of the low-pass with delay feedback
   S morph[kMorphTaps];
   S held;
   S damp[kCombs];     // low-pass in each loop
@@ -86,4 +88,4 @@ struct FilterClock {
   long writePos = 0;
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

@@ -5,12 +5,14 @@
 #include "filters/FilterCoefs.h"
 #include "filters/VGlobalCoeffs.h"
 
+namespace filters {
+
 // The parameter block as the set-up reads it. NaN counts as the lower end wherever a value is limited.
 struct FilterControls {
   double c = 0.0;  // cutoff: 0 is MIDI note 0, 1 note 128
   double r = 0.0;  // resonance
   double v = 0.0;  // "Var"
-  double m = 1.0;  // mix
+  double m = 1.0;  // mix: 1 is the filter alone, in combs, flangers and phasers 2
 };
 
 // The entry of the pitch tables for a cutoff, which may lie one range below or above 0 to 1.
@@ -35,17 +37,21 @@ class FilterSetup {
   [[nodiscard]] const VGlobalCoeffs::Delay& delay(double x) const noexcept { return tables.delay[entry(x)]; }
   [[nodiscard]] std::size_t resonanceEntry() const noexcept { return resonance_; }
 
-  // Stage A or B as a 12 dB stage at x, damped by the resonance but never beyond the stability limit.
-  void stageA(double x) noexcept;
-  void stageB(double x) noexcept;
+  // A 12 dB stage at x, damped by the resonance but never beyond the stability limit.
+  [[nodiscard]] StageCoefs stageAt(double x) const noexcept;
+  // A 12 dB stage at x with as little resonance as there is.
+  [[nodiscard]] StageCoefs openStageAt(double x) const noexcept;
   // Both stages at x, the second one broad while the first one rings.
   void bothStages(double x) noexcept;
-  // A 6 dB stage's coefficient.
+  // A 6 dB stage's f.
   [[nodiscard]] float poleAt(double x) const noexcept;
-  void dcBlock() noexcept;
+  // The f of a 6 dB high-pass at 1 Hz.
+  [[nodiscard]] static float dcBlock() noexcept;
+  // "Var" as a cutoff of its own: the cutoff at 0.5, and the whole range below or above it at the ends.
+  [[nodiscard]] double aroundCutoff() const noexcept { return c + 2.0 * v - 1.0; }
   // "Fat": full input level against the level that the resonance takes away.
   void fat() noexcept;
-  void allPassChain() noexcept;
+  void phaserSections() noexcept;
   // The signed feedback of combs, flangers and phasers.
   [[nodiscard]] float signedFeedback() const noexcept;
   void mix(double wetScale = 1.0) noexcept;
@@ -100,3 +106,5 @@ void formantSpoken(FilterSetup& s) noexcept;
 void formantModern(FilterSetup& s) noexcept;
 void bandReject(FilterSetup& s) noexcept;
 }  // namespace setups
+
+}  // namespace filters

@@ -10,16 +10,25 @@
 #include "filters/StateVariableKernels.h"
 #include "filters/ToneKernels.h"
 
+namespace filters {
+
 namespace {
 
-using enum LinesUsed;
+using enum Trait;
 using namespace kernels;
 using namespace setups;
 
+constexpr LinesUsed noLines{};
+constexpr LinesUsed mainLine{true};
+constexpr LinesUsed combLines{false, kCombs};
+constexpr LinesUsed allPassLines{false, 0, kAllPasses};
+constexpr LinesUsed allLines{false, kCombs, kAllPasses};
+constexpr LinesUsed frenchLines{false, 0, kFrenchDelays};
+
 constexpr FilterType kTypes[] = {
-    {"SVF LP", "clean state-variable", "-", 1, noLines, stateVariable, kClean<Low>},
-    {"SVF BP", "clean state-variable", "-", 1, noLines, stateVariable, kClean<Band>},
-    {"SVF HP", "clean state-variable", "-", 1, noLines, stateVariable, kClean<High>},
+    {"SVF LP", "clean state-variable", "-", 1, noLines, stateVariable, kClean<Low>, hertzCutoff},
+    {"SVF BP", "clean state-variable", "-", 1, noLines, stateVariable, kClean<Band>, hertzCutoff},
+    {"SVF HP", "clean state-variable", "-", 1, noLines, stateVariable, kClean<High>, hertzCutoff},
     {"MG Low 6", "ladder", "Fat", 1, noLines, ladder, kKernels<Mixed<Ladder<0>>>},
     {"MG Low 12", "ladder", "Fat", 1, noLines, ladder, kKernels<Mixed<Ladder<1>>>},
     {"MG Low 18", "ladder", "Fat", 1, noLines, ladder, kKernels<Mixed<Ladder<2>>>},
@@ -69,14 +78,14 @@ constexpr FilterType kTypes[] = {
      kKernels<Mixed<Series<NonLinear, Peak, NonLinear, Notch>>>},
     {"NN 12", "dual serial, 12 dB stages", "Freq", 1, noLines, dual,
      kKernels<Mixed<Series<NonLinear, Notch, NonLinear, Notch>>>},
-    {"L/B/H 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Low, Band, High>},
-    {"L/B/H 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Low, Band, High>},
-    {"L/P/H 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Low, Peak, High>},
-    {"L/P/H 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Low, Peak, High>},
-    {"L/N/H 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Low, Notch, High>},
-    {"L/N/H 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Low, Notch, High>},
-    {"B/P/N 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Band, Peak, Notch>},
-    {"B/P/N 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Band, Peak, Notch>},
+    {"L/B/H 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Low, Band, High>, shapedByVar},
+    {"L/B/H 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Low, Band, High>, shapedByVar},
+    {"L/P/H 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Low, Peak, High>, shapedByVar},
+    {"L/P/H 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Low, Peak, High>, shapedByVar},
+    {"L/N/H 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Low, Notch, High>, shapedByVar},
+    {"L/N/H 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Low, Notch, High>, shapedByVar},
+    {"B/P/N 12", "morphing", "Morph", 1, noLines, morph, kMorph<Morph12, Band, Peak, Notch>, shapedByVar},
+    {"B/P/N 24", "morphing", "Morph", 1, noLines, morphTwoStages, kMorph<Morph24, Band, Peak, Notch>, shapedByVar},
     {"Cmb +", "comb", "-", 1, mainLine, comb, kKernels<Comb<Loop::comb, DcBlock>>},
     {"Cmb -", "comb", "-", -1, mainLine, comb, kKernels<Comb<Loop::comb, DcBlock>>},
     {"Cmb L6+", "comb, low-passed", "LP Frq", 1, mainLine, combLow, kKernels<Comb<Loop::comb, DcBlockLowPass>>},
@@ -115,23 +124,28 @@ constexpr FilterType kTypes[] = {
      kKernels<Mixed<Phaser<HighPassLowPass, 8>>>},
     {"FPhs 12HL6+", "flanger into phaser", "HL Wid", 1, mainLine, flangerPhaser, kKernels<FlangerPhaser>},
     {"FPhs 12HL6-", "flanger into phaser", "HL Wid", -1, mainLine, flangerPhaser, kKernels<FlangerPhaser>},
-    {"Low EQ 6", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<Pole, Low>>>},
-    {"Low EQ 12", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<NonLinear, Low>>>},
-    {"Band EQ 12", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser,
-     kKernels<Mixed<Equaliser<NonLinear, Band>>>},
-    {"High EQ 6", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<Pole, High>>>},
-    {"High EQ 12", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser,
-     kKernels<Mixed<Equaliser<NonLinear, High>>>},
-    {"Ring Mod", "ring modulator", "-", 1, noLines, ring, kKernels<Mixed<Ring>>},
-    {"Ring Modx2", "ring modulator", "Spread", 1, noLines, ring, kKernels<Mixed<RingTwice>>},
-    {"SampHold", "sample and hold with bit reduction", "-", 1, noLines, sampleHold, kKernels<Mixed<SampleHold<false>>>},
-    {"SampHold-", "sample and hold with bit reduction", "-", 1, noLines, sampleHold, kKernels<Mixed<SampleHold<true>>>},
+    {"Low EQ 6", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<Pole, Low>>>,
+     shapedByVar},
+    {"Low EQ 12", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<NonLinear, Low>>>,
+     shapedByVar},
+    {"Band EQ 12", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<NonLinear, Band>>>,
+     shapedByVar},
+    {"High EQ 6", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<Pole, High>>>,
+     shapedByVar},
+    {"High EQ 12", "shelving and bell EQ", "dB +/-", 1, noLines, equaliser, kKernels<Mixed<Equaliser<NonLinear, High>>>,
+     shapedByVar},
+    {"Ring Mod", "ring modulator", "-", 1, noLines, ring, kKernels<Mixed<Ring>>, newTones},
+    {"Ring Modx2", "ring modulator", "Spread", 1, noLines, ring, kKernels<Mixed<RingTwice>>, newTones},
+    {"SampHold", "sample and hold with bit reduction", "-", 1, noLines, sampleHold, kKernels<Mixed<SampleHold<false>>>,
+     newTones},
+    {"SampHold-", "sample and hold with bit reduction", "-", 1, noLines, sampleHold, kKernels<Mixed<SampleHold<true>>>,
+     newTones},
     {"Combs", "reverberator", "-", 1, combLines, combs, kKernels<Mixed<Combs>>},
     {"Allpasses", "reverberator", "-", 1, allPassLines, allPasses, kKernels<Mixed<AllPasses>>},
     {"Reverb", "reverberator", "-", 1, allLines, reverb, kKernels<Mixed<Reverb>>},
-    {"French LP", "low-pass with delay feedback", "Boeuf", 1, twoAllPassLines, french, kKernels<French>},
-    {"German LP", "zero-delay non-linear ladder", "-", 1, noLines, german, kKernels<German>, true},
-    {"Add Bass", "sub-harmonic enhancer", "Thru", 1, noLines, addBass, kKernels<AddBass>},
+    {"French LP", "low-pass with delay feedback", "Boeuf", 1, frenchLines, french, kKernels<French>},
+    {"German LP", "zero-delay non-linear ladder", "-", 1, noLines, german, kKernels<German>, silentStart},
+    {"Add Bass", "sub-harmonic enhancer", "Thru", 1, noLines, addBass, kKernels<AddBass>, newTones},
     {"Formant-I", "five-formant vowel filter", "Formnt", 1, noLines, formantSung, kKernels<Formant<5>>},
     {"Formant-II", "three-formant vowel filter", "Formnt", 1, noLines, formantSpoken, kKernels<Formant<3>>},
     {"Formant-III", "four-formant vowel filter", "Formnt", 1, noLines, formantModern, kKernels<Formant<4>>},
@@ -141,12 +155,16 @@ static_assert(std::size(kTypes) == kFilterTypes);
 
 }  // namespace
 
-std::span<const FilterType, kFilterTypes> filterTypes() noexcept { return kTypes; }
+std::span<const FilterType, kFilterTypes> types() noexcept { return kTypes; }
+
+const FilterType& typeAt(int index) noexcept { return kTypes[index]; }
 
 const kernels::Kernels& bypassKernels() noexcept { return kernels::kKernels<kernels::Bypass>; }
 
-int filterTypeAt(float normalised) noexcept {
+int typeIndexOf(float normalised) noexcept {
   const double value = static_cast<double>(normalised);
   const double limited = value > 0.0 ? (value < 1.0 ? value : 1.0) : 0.0;
   return static_cast<int>(limited * (kFilterTypes - 1) + 0.5);
 }
+
+}  // namespace filters

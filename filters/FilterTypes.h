@@ -6,11 +6,28 @@
 #include "filters/FilterSetup.h"
 #include "filters/Kernel.h"
 
+namespace filters {
+
 inline constexpr int kFilterTypes = 93;
 inline constexpr int kBypass = -1;
 
 // The delay lines that a type plays on; they start empty with it.
-enum class LinesUsed { noLines, mainLine, combLines, allPassLines, allLines, twoAllPassLines };
+struct LinesUsed {
+  bool main = false;
+  int combs = 0;
+  int allPasses = 0;
+
+  [[nodiscard]] constexpr bool any() const noexcept { return main || combs > 0 || allPasses > 0; }
+};
+
+// What sets a type apart from all others.
+enum class Trait {
+  none,
+  hertzCutoff,  // the cutoff goes from kLowestCleanHz to kHighestCleanHz and is heard as it reads
+  shapedByVar,  // "Var" changes the response more than the cutoff does
+  newTones,     // makes other tones of a tone, so there is no response to speak of
+  silentStart,  // no seed in its state
+};
 
 struct FilterType {
   const char* name;
@@ -20,17 +37,20 @@ struct FilterType {
   LinesUsed lines;
   void (*setUp)(FilterSetup& setup) noexcept;
   kernels::Kernels run;
-  bool bStartsSilent = false;  // no seed in its state
-
-  [[nodiscard]] constexpr bool usesCombs() const noexcept {
-    return lines == LinesUsed::combLines || lines == LinesUsed::allLines;
-  }
+  Trait trait = Trait::none;
 };
 
 // In the order of the type index, which hosts and presets store: a row never moves.
-[[nodiscard]] std::span<const FilterType, kFilterTypes> filterTypes() noexcept;
+[[nodiscard]] std::span<const FilterType, kFilterTypes> types() noexcept;
+// The row of an index from 0 to kFilterTypes - 1.
+[[nodiscard]] const FilterType& typeAt(int index) noexcept;
 // What runs in the bypass state, which has no name.
 [[nodiscard]] const kernels::Kernels& bypassKernels() noexcept;
 
-// The type of a normalised value 0 to 1; what is outside, or not a number, counts as the nearer end or 0.
-[[nodiscard]] int filterTypeAt(float normalised) noexcept;
+// The index that a normalised value 0 to 1 stands for; what is outside counts as the nearer end, a NaN as 0.
+[[nodiscard]] int typeIndexOf(float normalised) noexcept;
+[[nodiscard]] constexpr float normalisedType(int index) noexcept {
+  return static_cast<float>(index) / static_cast<float>(kFilterTypes - 1);
+}
+
+}  // namespace filters

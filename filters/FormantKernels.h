@@ -1,16 +1,19 @@
 // Vowels: band-pass resonators side by side on the undriven input.
+//
+// Good at: the colour of a voice on anything that has overtones. Bad at: sounds without energy round the formants,
+// which come out as next to nothing; there is no dry part unless the mix adds it.
 #pragma once
 
 #include "filters/Kernel.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 template <std::size_t kFormants>
 struct Formant {
   template <class S>
   class Of {
    public:
-    explicit Of(Job<S>& job) noexcept : mix_(job.coefs), bMixed_(job.coefs.wet < 1.0f) {
+    explicit Of(Job<S>& job) noexcept : mix_(job.coefs), mixed_(job.coefs.wet < 1.0f) {
       x1_ = job.memory.inputs[0];
       x2_ = job.memory.inputs[1];
       for (std::size_t i = 0; i < kFormants; ++i) {
@@ -35,7 +38,7 @@ struct Formant {
       }
       x2_ = x1_;
       x1_ = x;
-      return bMixed_ ? mix_(sum, x) : sum;
+      return mixed_ ? mix_(sum, x) : sum;
     }
 
     void keep(Job<S>& job) noexcept {
@@ -49,11 +52,11 @@ struct Formant {
 
    private:
     MixStage<S> mix_;
-    bool bMixed_;
+    bool mixed_;
     S x1_, x2_;
     S b0_[kFormants], b2_[kFormants], a1_[kFormants], a2_[kFormants];
     S y1_[kFormants], y2_[kFormants];
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

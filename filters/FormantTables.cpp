@@ -1,7 +1,7 @@
 // Formants of sung and spoken vowels, in hertz: measured singers' voices, speakers, and an abstract modern voice.
 #include "filters/FormantTables.h"
 
-const Voice<5, 5> VOICE_LIST[kVoices] = {
+const filters::Voice<5, 5> VOICE_LIST[kVoices] = {
     {"Soprano",
      {{{800, 1150, 2900, 3900, 4950}, {80, 90, 120, 130, 140}},
       {{350, 2000, 2800, 3600, 4950}, {60, 100, 120, 150, 200}},
@@ -34,7 +34,7 @@ const Voice<5, 5> VOICE_LIST[kVoices] = {
       {{350, 600, 2400, 2675, 2950}, {40, 80, 100, 120, 120}}}},
 };
 
-const Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers] = {
+const filters::Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers] = {
     {"MAN",
      {{{270, 2300, 3000}, {60, 100, 120}},
       {{400, 2000, 2550}, {60, 100, 120}},
@@ -81,7 +81,7 @@ const Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers] = {
       {{840, 2475, 3225}, {60, 100, 120}}}},
 };
 
-const Voice<6, 4> FRMNT3_VOICE_LIST[1] = {
+const filters::Voice<6, 4> FRMNT3_VOICE_LIST[1] = {
     {"MODERN",
      {{{519, 1407, 5233, 6128}, {60, 100, 120, 120}},
       {{715, 1421, 5130, 5841}, {60, 100, 120, 120}},

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+namespace filters {
+
 template <std::size_t kFormants>
 struct Vowel {
   float freq[kFormants];  // hertz
@@ -15,11 +17,13 @@ struct Voice {
   Vowel<kFormants> vowels[kVowels];
 };
 
+}  // namespace filters
+
 inline constexpr int kVoices = 5;
 inline constexpr int kSpeakers = 4;
-extern const Voice<5, 5> VOICE_LIST[kVoices];
-extern const Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers];
-extern const Voice<6, 4> FRMNT3_VOICE_LIST[1];
+extern const filters::Voice<5, 5> VOICE_LIST[kVoices];
+extern const filters::Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers];
+extern const filters::Voice<6, 4> FRMNT3_VOICE_LIST[1];
 
 // The walks wrap round at these lengths.
 inline constexpr int kTransitions = 10;

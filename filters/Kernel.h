@@ -6,16 +6,16 @@
 
 #include "filters/FilterMemory.h"
 
-namespace kernels {
+namespace filters::kernels {
 
-// Looks at all that stays behind at a block's end: traces too small to be heard become zero before they turn into
-// denormal numbers, and a single bit tells whether any value reached 2 or stopped being a number.
+// Looks at all that stays behind at a block's end: traces are flushed before they turn into denormal numbers, and a
+// single bit tells whether any value reached 2 or became a NaN.
 template <class S>
 class Watch {
  public:
   void keep(S& field, S value) noexcept {
     look(value);
-    field = dsp::withoutTraces(value, kTrace);
+    field = dsp::flushed(value);
   }
   void look(S value) noexcept { seen_ |= dsp::bitsOf(value); }
   // Whether a channel may hold what a filter must not go on with; then its fields are worth a closer look.
@@ -85,9 +85,13 @@ inline constexpr Kernels kEither = {&runEither<float, Fast, Full>, &runEither<ds
 // Cubic limiter: +-1 at an input of +-1.5, with zero slope there, and constant beyond.
 template <class S>
 [[nodiscard]] inline S softClip(S x) noexcept {
+  constexpr float kCubic = 0.14814815f;  // 4/27, which is 1 / (3 * 1.5^2)
   const S t = dsp::limited(x, -1.5f, 1.5f);
-  return t - 0.14814815f * (t * t * t);
+  return t - kCubic * (t * t * t);
 }
+
+// Where loops of phasers, combs and flangers are cut off: 5/6, the most that comes back.
+inline constexpr float kLoopLimit = 0.8333333f;
 
 // Below this, no cube moves the last bit of what it is taken from.
 inline constexpr float kCubeCounts = 1e-10f;
@@ -96,6 +100,23 @@ inline constexpr float kCubeCounts = 1e-10f;
 template <class S>
 [[nodiscard]] inline S clippedBetween(S x) noexcept {
   return dsp::anyAbove(x, kCubeCounts) ? softClip(x) : x;
+}
+
+// One sample of a filter that takes two steps a sample: the tap before, between and after them, weighted 1/4, 1/2, 1/4.
+// That is a low-pass with its zero at half the rate of the steps, the simplest way back from two steps to one sample.
+template <class S, class Steps, class Tap>
+[[nodiscard]] inline S twoSteps(Steps& filter, const Tap& tap, S first, S second) noexcept {
+  const S before = tap(filter);
+  filter.step(first);
+  const S between = tap(filter);
+  filter.step(second);
+  return 0.25f * before + 0.5f * between + 0.25f * tap(filter);
+}
+
+// Both steps hear the same input in nearly all types.
+template <class S, class Steps, class Tap>
+[[nodiscard]] inline S twoSteps(Steps& filter, const Tap& tap, S u) noexcept {
+  return twoSteps(filter, tap, u, u);
 }
 
 // The drive in front of nearly all types.
@@ -147,4 +168,4 @@ struct Mixed {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

@@ -35,23 +35,26 @@ inline Quad quadOf(Pair low, Pair high) noexcept { return __builtin_shufflevecto
 inline Pair lowPair(Quad q) noexcept { return __builtin_shufflevector(q, q, 0, 1); }
 inline Pair highPair(Quad q) noexcept { return __builtin_shufflevector(q, q, 2, 3); }
 
-// x + offset, then - offset, the offset a double and each sum rounded to float: numbers far below the offset collapse
-// onto a residue of a few 1e-26, which keeps whatever circulates from there on out of the denormal range.
-inline float collapseDenormal(float x, double offset) noexcept {
+// The vocabulary of small numbers: a denormal number lies below 1e-38 and is slow to compute with; a trace, below
+// kTrace, is not heard any more, but left to itself it decays into denormal numbers; to flush is to take traces away.
+inline constexpr float kTrace = 1e-18f;
+
+// Flushes by a sum: x + offset, then - offset, the offset a double and each sum rounded to float. Numbers far below the
+// offset end on a residue of a few 1e-26, which keeps whatever circulates from there on out of the denormal range.
+inline constexpr double kFlushOffset = 1e-18;
+inline float flushedBySum(float x, double offset) noexcept {
   const auto raised = static_cast<float>(static_cast<double>(x) + offset);
   return static_cast<float>(static_cast<double>(raised) - offset);
 }
 
-inline Pair collapseDenormal(Pair x, double offset) noexcept {
+inline Pair flushedBySum(Pair x, double offset) noexcept {
   const DoublePair o = {offset, offset};
   const Pair raised = __builtin_convertvector(__builtin_convertvector(x, DoublePair) + o, Pair);
   return __builtin_convertvector(__builtin_convertvector(raised, DoublePair) - o, Pair);
 }
 
-inline Quad collapseDenormal(Quad x, double offset) noexcept {
-  return quadOf(collapseDenormal(lowPair(x), offset), collapseDenormal(highPair(x), offset));
+inline Quad flushedBySum(Quad x, double offset) noexcept {
+  return quadOf(flushedBySum(lowPair(x), offset), flushedBySum(highPair(x), offset));
 }
-
-inline constexpr double kDenormalOffset = 1e-18;
 
 }  // namespace dsp

@@ -1,15 +1,19 @@
-// Phasers: a chain of first-order all-passes y = a (x - y1) + x1 with feedback round the chain.
+// Phasers: a chain of first-order all-passes with feedback round the chain, mixed with the plain signal.
+//
+// Good at: few wide notches that stand in no harmonic row, so they colour without a pitch; cheap, however low they
+// stand. Bad at: sharp or many notches, since each takes two sections.
 #pragma once
 
+#include "filters/AllPass.h"
 #include "filters/StateVariableKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 template <class S, std::size_t kSections>
 class AllPassChain {
  public:
   explicit AllPassChain(Job<S>& job) noexcept
-      : coef_(dsp::both<S>(job.coefs.chainCoef)), feedback_(dsp::both<S>(job.coefs.feedback)) {
+      : coef_(dsp::both<S>(job.coefs.phaser.allPass)), feedback_(dsp::both<S>(job.coefs.phaser.feedback)) {
     for (std::size_t i = 0; i < kSections; ++i) {
       out_[i] = job.memory.chain[i];
       in_[i] = job.memory.chainPrev[i];
@@ -17,10 +21,9 @@ class AllPassChain {
   }
 
   S operator()(S x) noexcept {
-    constexpr float kLimit = 0.8333333f;
-    S w = dsp::limited(feedback_ * out_[kSections - 1] + x, -kLimit, kLimit);
+    S w = dsp::limited(feedback_ * out_[kSections - 1] + x, -kLoopLimit, kLoopLimit);
     for (std::size_t i = 0; i < kSections; ++i) {
-      const S y = (w - out_[i]) * coef_ + in_[i];
+      const S y = dsp::allPass(w, out_[i], coef_, in_[i]);
       in_[i] = w;
       out_[i] = y;
       w = y;
@@ -65,7 +68,7 @@ struct PoleFilter {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept : stage_(job, kSlot) {}
-    S operator()(S x) noexcept { return averaged(stage_, Tap{}, x); }
+    S operator()(S x) noexcept { return twoSteps(stage_, Tap{}, x); }
     void keep(Job<S>& job) noexcept { stage_.keep(job, kSlot); }
 
    private:
@@ -113,4 +116,4 @@ struct Phaser {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

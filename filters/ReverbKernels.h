@@ -1,10 +1,13 @@
 // Networks of tuned delays: combs side by side, all-passes in a row, both together, and a low-pass that feeds back
 // through two delays. Delays are whole samples; all lines share one write position.
+//
+// Good at: tuned, metallic resonance and small rooms, whose size sweeps with the cutoff. Bad at: natural halls: eight
+// combs are few echoes a second, and a moving size clicks from sample to sample.
 #pragma once
 
 #include "filters/StateVariableKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // The lines of a network in a kernel's registers: all but the main one are of the same length.
 template <class S, std::size_t kLines>
@@ -19,10 +22,8 @@ class Lines {
 
   void moveTo(long position) noexcept { position_ = position; }
   [[nodiscard]] S read(int line) const noexcept { return dsp::loadFrame<S>(slot(line, position_ - delay_[line])); }
-  // Traces too small to be heard are stored as zero, so that no loop ends in denormal numbers.
-  void write(int line, S value) const noexcept {
-    dsp::storeFrame(slot(line, position_), dsp::withoutTraces(value, kTrace));
-  }
+  // Flushed, so that no loop ends in denormal numbers.
+  void write(int line, S value) const noexcept { dsp::storeFrame(slot(line, position_), dsp::flushed(value)); }
 
  private:
   [[nodiscard]] float* slot(int line, long position) const noexcept {
@@ -46,14 +47,17 @@ class LineClock {
   long position_, mask_;
 };
 
+// How fast the loops' DC is followed: a hundredth of the way per sample, or per block in the bank of combs.
+inline constexpr float kDcShare = 0.01f;
+
 // Eight damped feedback combs.
 template <class S>
 class CombBank {
  public:
   explicit CombBank(Job<S>& job) noexcept
-      : lines_(job.lines.comb, job.coefs.combDelay),
-        damping_(dsp::both<S>(job.coefs.fA)),
-        feedback_(dsp::both<S>(job.coefs.verbFeedback)) {
+      : lines_(job.lines.comb, job.coefs.network.combSamples),
+        damping_(dsp::both<S>(job.coefs.network.damping)),
+        feedback_(dsp::both<S>(job.coefs.network.combFeedback)) {
     for (int i = 0; i < kCombs; ++i) damp_[i] = job.memory.damp[i];
   }
 
@@ -72,7 +76,7 @@ class CombBank {
   // Takes the DC out of the loops, slowly: once a block.
   void trackDc(Job<S>& job) noexcept {
     for (int i = 0; i < kCombs; ++i) {
-      const S dc = job.memory.dcTrack[i] + (damp_[i] - job.memory.dcTrack[i]) * 0.01f;
+      const S dc = job.memory.dcTrack[i] + (damp_[i] - job.memory.dcTrack[i]) * kDcShare;
       damp_[i] = damp_[i] - dc;
       job.watch.keep(job.memory.dcTrack[i], dc);
     }
@@ -92,7 +96,7 @@ struct Combs {
   template <class S>
   class Of {
    public:
-    explicit Of(Job<S>& job) noexcept : clock_(job), bank_(job), input_(dsp::both<S>(job.coefs.verbIn)) {}
+    explicit Of(Job<S>& job) noexcept : clock_(job), bank_(job), input_(dsp::both<S>(job.coefs.network.input)) {}
     S tap(S y) noexcept { return bank_(input_ * y, clock_.next()); }
     void keep(Job<S>& job) noexcept {
       clock_.keep(job);
@@ -111,7 +115,7 @@ struct Combs {
 template <class S, std::size_t kLoops>
 class DampedLoops {
  public:
-  explicit DampedLoops(const Job<S>& job) noexcept : damping_(dsp::both<S>(job.coefs.fA)) {
+  explicit DampedLoops(const Job<S>& job) noexcept : damping_(dsp::both<S>(job.coefs.network.damping)) {
     for (std::size_t i = 0; i < kLoops; ++i) {
       damp_[i] = job.memory.damp[i];
       dc_[i] = job.memory.dcTrack[i];
@@ -120,7 +124,7 @@ class DampedLoops {
 
   S operator()(int loop, S r) noexcept {
     damp_[loop] += (r - damp_[loop]) * damping_;
-    dc_[loop] += (damp_[loop] - dc_[loop]) * 0.01f;
+    dc_[loop] += (damp_[loop] - dc_[loop]) * kDcShare;
     return damp_[loop] - dc_[loop];
   }
 
@@ -136,26 +140,39 @@ class DampedLoops {
   S damp_[kLoops], dc_[kLoops];
 };
 
+// Delays in a row that pass every frequency at its level: h = d - a u, and the line takes u + a h. Before that, the
+// delayed signal d of each line i becomes `shape(i, d)`.
+template <class S>
+class AllPassRow {
+ public:
+  explicit AllPassRow(const Job<S>& job) noexcept
+      : lines_(job.lines.ap, job.coefs.network.allPassSamples), coef_(dsp::both<S>(job.coefs.network.allPass)) {}
+
+  template <class Shape>
+  S operator()(S u, long p, Shape shape) noexcept {
+    lines_.moveTo(p);
+    for (int i = 0; i < kAllPasses; ++i) {
+      const S h = shape(i, lines_.read(i)) - u * coef_;
+      lines_.write(i, coef_ * h + u);
+      u = h;
+    }
+    return u;
+  }
+
+ private:
+  Lines<S, kAllPasses> lines_;
+  S coef_;
+};
+
 struct AllPasses {
   template <class S>
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
-        : lines_(job.lines.ap, job.coefs.apDelay),
-          clock_(job),
-          loops_(job),
-          input_(dsp::both<S>(job.coefs.verbIn)),
-          coef_(dsp::both<S>(job.coefs.apCoef)) {}
+        : row_(job), clock_(job), loops_(job), input_(dsp::both<S>(job.coefs.network.input)) {}
 
     S tap(S y) noexcept {
-      lines_.moveTo(clock_.next());
-      S u = input_ * y;
-      for (int i = 0; i < kAllPasses; ++i) {
-        const S h = loops_(i, lines_.read(i)) - u * coef_;
-        lines_.write(i, coef_ * h + u);
-        u = h;
-      }
-      return u;
+      return row_(input_ * y, clock_.next(), [this](int i, S delayed) noexcept { return loops_(i, delayed); });
     }
 
     void keep(Job<S>& job) noexcept {
@@ -164,10 +181,10 @@ struct AllPasses {
     }
 
    private:
-    Lines<S, kAllPasses> lines_;
+    AllPassRow<S> row_;
     LineClock<S> clock_;
     DampedLoops<S, kAllPasses> loops_;
-    S input_, coef_;
+    S input_;
   };
 };
 
@@ -176,22 +193,11 @@ struct Reverb {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
-        : lines_(job.lines.ap, job.coefs.apDelay),
-          clock_(job),
-          bank_(job),
-          input_(dsp::both<S>(job.coefs.verbIn)),
-          coef_(dsp::both<S>(job.coefs.apCoef)) {}
+        : row_(job), clock_(job), bank_(job), input_(dsp::both<S>(job.coefs.network.input)) {}
 
     S tap(S y) noexcept {
       const long p = clock_.next();
-      S sum = bank_(input_ * y, p);
-      lines_.moveTo(p);
-      for (int i = 0; i < kAllPasses; ++i) {
-        const S t = lines_.read(i) - sum * coef_;
-        lines_.write(i, coef_ * t + sum);
-        sum = t;
-      }
-      return sum;
+      return row_(bank_(input_ * y, p), p, [](int, S delayed) noexcept { return delayed; });
     }
 
     void keep(Job<S>& job) noexcept {
@@ -200,10 +206,10 @@ struct Reverb {
     }
 
    private:
-    Lines<S, kAllPasses> lines_;
+    AllPassRow<S> row_;
     LineClock<S> clock_;
     CombBank<S> bank_;
-    S input_, coef_;
+    S input_;
   };
 };
 
@@ -227,26 +233,27 @@ struct NearlyStill {
 };
 
 // A resonant low-pass into a second stage that stands nearly still, and back to its input through two damped delays.
-// The all-pass coefficient of those delays is 0 in this type, so its terms are left out.
+// Good at: grit and a hollow, wavering body round a plain low-pass. Bad at: clean resonance, since what comes back is
+// driven again.
 struct French {
   template <class S>
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept
-        : lines_(job.lines.ap, job.coefs.apDelay),
+        : lines_(job.lines.ap, job.coefs.network.allPassSamples),
           clock_(job),
           loops_(job),
           drive_(job.coefs),
           a_(job, Slot::a),
           b_(job, Slot::b),
-          return_(dsp::both<S>(job.coefs.inGain > 0.2f ? job.coefs.inGain : 0.2f)),
-          wet_(dsp::both<S>(job.coefs.wet * 0.25f)),
+          return_(dsp::both<S>(job.coefs.network.comesBack)),
+          wet_(dsp::both<S>(job.coefs.wet * kOutput)),
           dry_(dsp::both<S>(job.coefs.dry)),
-          back_(job.memory.chain[7]) {}
+          back_(job.memory.back) {}
 
     S operator()(S in) noexcept {
       const S y = drive_(in);
-      const S a = averaged(a_, Low{}, drive_.between(return_ * back_ + y));
+      const S a = twoSteps(a_, Low{}, drive_.between(return_ * back_ + y));
       const S u = clippedBetween(a);
       b_.step(u);
       const S l1 = b_.low;
@@ -260,16 +267,16 @@ struct French {
       clock_.keep(job);
       a_.keep(job, Slot::a);
       b_.keep(job, Slot::b);
-      job.watch.keep(job.memory.chain[7], back_);
+      job.watch.keep(job.memory.back, back_);
       loops_.keep(job);
     }
 
    private:
-    static constexpr int kDelays = 2;
+    static constexpr float kOutput = 0.25f;  // for a sum of three taps
 
     void feedBack(S u) noexcept {
       lines_.moveTo(clock_.next());
-      for (int i = 0; i < kDelays; ++i) {
+      for (int i = 0; i < kFrenchDelays; ++i) {
         const S r = lines_.read(i);
         lines_.write(i, u);
         u = loops_(i, r);
@@ -277,9 +284,9 @@ struct French {
       back_ = u;
     }
 
-    Lines<S, kDelays> lines_;
+    Lines<S, kFrenchDelays> lines_;
     LineClock<S> clock_;
-    DampedLoops<S, kDelays> loops_;
+    DampedLoops<S, kFrenchDelays> loops_;
     DriveStage<S> drive_;
     typename NonLinear::template Stage<S, Needs::nothing> a_;
     typename NearlyStill::template Stage<S, Needs::nothing> b_;
@@ -287,4 +294,4 @@ struct French {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

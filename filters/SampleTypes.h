@@ -49,6 +49,9 @@ inline void setLane(Quad& x, int lane, float value) noexcept { x[lane] = value; 
 
 [[nodiscard]] inline float magnitude(float x) noexcept { return std::fabs(x); }
 
+// Traces, of a magnitude below kTrace, become zero; larger numbers stay as they are.
+[[nodiscard]] inline float flushed(float x) noexcept { return std::fabs(x) < kTrace ? 0.0f : x; }
+
 // low to high with low < high; a NaN stays one.
 [[nodiscard]] inline float limited(float x, float low, float high) noexcept {
   const float raised = low > x ? low : x;
@@ -76,9 +79,8 @@ inline Quad loadFrame<Quad>(const float* from) noexcept {
   return _mm_movemask_ps(_mm_cmpgt_ps(magnitude(x), quadOf(limit))) != 0;
 }
 
-// Lanes below the threshold in magnitude become zero.
-[[nodiscard]] inline Quad withoutTraces(Quad x, float threshold) noexcept {
-  return _mm_andnot_ps(_mm_cmplt_ps(magnitude(x), quadOf(threshold)), x);
+[[nodiscard]] inline Quad flushed(Quad x) noexcept {
+  return _mm_andnot_ps(_mm_cmplt_ps(magnitude(x), quadOf(kTrace)), x);
 }
 
 // Toward zero; what does not fit an int, a NaN too, becomes the lowest one.
@@ -110,8 +112,8 @@ template <class F>
   return m[0] > limit || m[1] > limit;
 }
 
-[[nodiscard]] inline Quad withoutTraces(Quad x, float threshold) noexcept {
-  return laneByLane(x, [=](float lane) { return std::fabs(lane) < threshold ? 0.0f : lane; });
+[[nodiscard]] inline Quad flushed(Quad x) noexcept {
+  return laneByLane(x, [](float lane) { return flushed(lane); });
 }
 
 [[nodiscard]] inline float truncated(float x) noexcept {
@@ -126,9 +128,6 @@ template <class F>
 #endif
 
 [[nodiscard]] inline bool anyAbove(float x, float limit) noexcept { return std::fabs(x) > limit; }
-[[nodiscard]] inline float withoutTraces(float x, float threshold) noexcept {
-  return std::fabs(x) < threshold ? 0.0f : x;
-}
 
 // The bits of a sample, lane by lane.
 namespace detail {

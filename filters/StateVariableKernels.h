@@ -1,20 +1,21 @@
-// State-variable filters. A stage takes two steps a sample, and a tap is averaged over the two: 1/4, 1/2, 1/4 of its
-// values before, between and after the steps.
+// State-variable filters: two integrators in a loop, which give low-pass, band-pass and high-pass at once. A stage
+// takes two steps a sample (`twoSteps`).
+//
+// Good at: all responses from one state, damping apart from the cutoff, cheap, smooth when its cutoff is swept fast.
+// Bad at: high cutoffs, where damping has to grow to keep it stable, and steep slopes, which take a second stage. The
+// cubic holds a ringing stage in bounds, so resonance sounds thicker and lower the louder it gets. The clean types
+// leave the soft clipping out: they are the most exact ones, and clip hard when the band reaches 1.
 #pragma once
 
 #include "filters/Kernel.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // One of the two stages of the filter's memory and coefficients.
 enum class Slot { a, b };
 
-struct StageCoefs {
-  float f, cubic, q;
-};
-
-[[nodiscard]] inline StageCoefs stageCoefs(const FilterCoefs& k, Slot slot) noexcept {
-  return slot == Slot::a ? StageCoefs{k.fA, k.cubicA, k.qA} : StageCoefs{k.fB, k.cubicB, k.qB};
+[[nodiscard]] inline const StageCoefs& stageCoefs(const FilterCoefs& k, Slot slot) noexcept {
+  return slot == Slot::a ? k.a : k.b;
 }
 
 template <class S>
@@ -101,6 +102,14 @@ struct TwoPole {
   TwoPole(const StageMemory<S>& m, const StageCoefs& k) noexcept
       : low(m.low), band(m.band), high(m.high), notch(m.notch), f(dsp::both<S>(k.f)), q(dsp::both<S>(k.q)) {}
 
+  // Up to what the band moves by, which is the same in all stages.
+  [[nodiscard]] S advance(S u) noexcept {
+    notch = u - q * band;
+    low += f * band;
+    high = notch - low;
+    return f * high;
+  }
+
   void keep(Job<S>& job, Slot slot) noexcept {
     StageMemory<S>& m = stageMemory(job, slot);
     job.watch.keep(m.low, low);
@@ -118,12 +127,7 @@ struct Linear {
   struct Stage : TwoPole<S, kNeeds> {
     using TwoPole<S, kNeeds>::TwoPole;
 
-    void step(S u) noexcept {
-      this->notch = u - this->q * this->band;
-      this->low += this->f * this->band;
-      this->high = this->notch - this->low;
-      this->band += this->f * this->high;
-    }
+    void step(S u) noexcept { this->band += this->advance(u); }
   };
 };
 
@@ -137,11 +141,8 @@ struct NonLinear {
         : TwoPole<S, kNeeds>(job, slot), cubic(dsp::both<S>(stageCoefs(job.coefs, slot).cubic)) {}
 
     void step(S u) noexcept {
-      constexpr float kSlew = 0.8333333f;
-      this->notch = u - this->q * this->band;
-      this->low += this->f * this->band;
-      this->high = this->notch - this->low;
-      S move = this->f * this->high;
+      constexpr float kSlew = 0.8333333f;  // 5/6 of full scale in one step
+      S move = this->advance(u);
       if (dsp::anyAbove(move, kSlew)) [[unlikely]]
         move = dsp::limited(move, -kSlew, kSlew);
       const S b = this->band + move;
@@ -152,21 +153,6 @@ struct NonLinear {
   };
 };
 
-// One sample of a stage with its two inputs, which are the same in nearly all types.
-template <class S, class Stage, class Tap>
-[[nodiscard]] inline S averaged(Stage& stage, const Tap& tap, S first, S second) noexcept {
-  const S before = tap(stage);
-  stage.step(first);
-  const S between = tap(stage);
-  stage.step(second);
-  return 0.25f * before + 0.5f * between + 0.25f * tap(stage);
-}
-
-template <class S, class Stage, class Tap>
-[[nodiscard]] inline S averaged(Stage& stage, const Tap& tap, S u) noexcept {
-  return averaged(stage, tap, u, u);
-}
-
 // Stage A alone.
 template <class Kind, class Tap>
 struct Single {
@@ -174,7 +160,7 @@ struct Single {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept : a_(job, Slot::a), inGain_(dsp::both<S>(job.coefs.inGain)) {}
-    S tap(S y) noexcept { return averaged(a_, Tap{}, inGain_ * y); }
+    S tap(S y) noexcept { return twoSteps(a_, Tap{}, inGain_ * y); }
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
@@ -190,7 +176,7 @@ struct Series {
   class Of {
    public:
     explicit Of(Job<S>& job) noexcept : a_(job, Slot::a), b_(job, Slot::b), inGain_(dsp::both<S>(job.coefs.inGain)) {}
-    S tap(S y) noexcept { return averaged(b_, TapB{}, clippedBetween(averaged(a_, TapA{}, inGain_ * y))); }
+    S tap(S y) noexcept { return twoSteps(b_, TapB{}, clippedBetween(twoSteps(a_, TapA{}, inGain_ * y))); }
     void keep(Job<S>& job) noexcept {
       a_.keep(job, Slot::a);
       b_.keep(job, Slot::b);
@@ -214,12 +200,12 @@ struct MorphTaps {
   [[nodiscard]] static bool rest(const Job<S>& job) noexcept {
     Of<S> next(job);
     next.glide();
-    bool bRest = true;
+    bool allRest = true;
     for (int i = 0; i < kMorphTaps; ++i) {
       const auto moved = dsp::bitsOf(next.weight_[i]) ^ dsp::bitsOf(job.memory.morph[i]);
-      bRest = bRest && !dsp::anyBit(moved, -1);
+      allRest = allRest && !dsp::anyBit(moved, -1);
     }
-    return bRest;
+    return allRest;
   }
 
   template <class S>
@@ -272,7 +258,7 @@ struct Morph12 {
     explicit Of(Job<S>& job) noexcept : taps_(job), a_(job, Slot::a), inGain_(dsp::both<S>(job.coefs.inGain)) {}
     S tap(S y) noexcept {
       taps_.next();
-      return averaged(a_, taps_, inGain_ * y);
+      return twoSteps(a_, taps_, inGain_ * y);
     }
     void keep(Job<S>& job) noexcept {
       taps_.keep(job);
@@ -300,7 +286,7 @@ struct Morph24 {
         : taps_(job), a_(job, Slot::a), b_(job, Slot::b), inGain_(dsp::both<S>(job.coefs.inGain)) {}
     S tap(S y) noexcept {
       taps_.next();
-      return averaged(b_, taps_, clippedBetween(averaged(a_, taps_, inGain_ * y)));
+      return twoSteps(b_, taps_, clippedBetween(twoSteps(a_, taps_, inGain_ * y)));
     }
     void keep(Job<S>& job) noexcept {
       taps_.keep(job);
@@ -328,7 +314,7 @@ struct BandReject {
     explicit Of(Job<S>& job) noexcept : a_(job, Slot::a), b_(job, Slot::b), inGain_(dsp::both<S>(job.coefs.inGain)) {}
     S tap(S y) noexcept {
       const S g = inGain_ * y;
-      return averaged(a_, Low{}, g) + averaged(b_, High{}, g);
+      return twoSteps(a_, Low{}, g) + twoSteps(b_, High{}, g);
     }
     void keep(Job<S>& job) noexcept {
       a_.keep(job, Slot::a);
@@ -356,8 +342,8 @@ struct Bypass {
   };
 };
 
-// The clean filter: the drive acts as the strength of the cubic only, and the band is limited to +-1. Traces far below
-// the signal become exactly zero within the step.
+// The clean filter: the drive acts as the strength of the cubic only, and the band is limited to +-1. It flushes within
+// the step.
 template <class Tap, bool kDriven>
 struct Clean {
   template <class S>
@@ -373,18 +359,19 @@ struct Clean {
           band(job.memory.chain[1]),
           high(dsp::both<S>(0.0f)),
           mix_(job.coefs),
-          f_(dsp::both<S>(job.coefs.fA)),
-          q_(dsp::both<S>(job.coefs.qA)),
+          f_(dsp::both<S>(job.coefs.a.f)),
+          q_(dsp::both<S>(job.coefs.a.q)),
           drive_(dsp::both<S>(job.coefs.driveRaw)) {}
 
     S operator()(S in) noexcept {
-      const S x = dsp::limited(in, -0.9999f, 0.9999f);
+      constexpr float kInput = 0.9999f;  // just below where the band is cut off
+      const S x = dsp::limited(in, -kInput, kInput);
       low += f_ * band;
       const S b = dsp::limited(bent(band + f_ * (x - q_ * band - low), band), -1.0f, 1.0f);
       const S notch = x - q_ * b;
       low += f_ * b;
       high = notch - low;
-      band = dsp::limited(flushed(bent(b + f_ * high, b)), -1.0f, 1.0f);
+      band = dsp::limited(flushedBySum(bent(b + f_ * high, b)), -1.0f, 1.0f);
       return mix_(Tap{}(*this), x);
     }
 
@@ -400,8 +387,9 @@ struct Clean {
       if constexpr (!kDriven) return moved;
       return moved - drive_ * (from * from * from);
     }
-    [[nodiscard]] static S flushed(S x) noexcept {
-      const S offset = dsp::both<S>(1e-18f);
+    // In single precision throughout, so that traces end on exactly zero.
+    [[nodiscard]] static S flushedBySum(S x) noexcept {
+      const S offset = dsp::both<S>(dsp::kTrace);
       return (x + offset) - offset;
     }
 
@@ -413,4 +401,4 @@ struct Clean {
 template <class Tap>
 inline constexpr Kernels kClean = kEither<Clean<Tap, false>, Clean<Tap, true>>;
 
-}  // namespace kernels
+}  // namespace filters::kernels

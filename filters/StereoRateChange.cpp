@@ -2,19 +2,19 @@
 
 #include <cmath>
 
+#include "filters/AllPass.h"
 #include "filters/Downsampler2Flt.h"
 #include "filters/SampleTypes.h"
 
 namespace rspl {
 namespace {
 
+using dsp::allPass;
 using dsp::highPair;
 using dsp::lowPair;
 using dsp::Pair;
 using dsp::Quad;
 using dsp::quadOf;
-
-constexpr float kTrace = 1e-18f;
 
 // The half-band's state in registers for the length of a block.
 struct Running {
@@ -39,20 +39,17 @@ struct Running {
 
   // One step of both branches: B's result in the low pair, A's in the high pair.
   Quad step(Quad in) noexcept {
-    const Quad t1 = allPass(in, m1, c0, m0);
-    const Quad t2 = allPass(t1, m2, c1, m1);
-    const Quad t3 = allPass(t2, m3, c2, m2);
-    const Quad t4 = allPass(t3, m4, c3, m3);
-    m0 = in;
-    m1 = t1;
-    m2 = t2;
-    m3 = t3;
-    m4 = t4;
-    return __builtin_shufflevector(t3, t4, 0, 1, 6, 7);
+    const Quad lastOfThird = m3;
+    const Quad t3 = threeSections(in);
+    m4 = allPass(t3, m4, c3, lastOfThird);
+    return __builtin_shufflevector(t3, m4, 0, 1, 6, 7);
   }
 
   // The same where branch A is silent.
-  Quad stepOfB(Quad in) noexcept {
+  Quad stepOfB(Quad in) noexcept { return m4 = threeSections(in); }
+
+  // What both branches have.
+  Quad threeSections(Quad in) noexcept {
     const Quad t1 = allPass(in, m1, c0, m0);
     const Quad t2 = allPass(t1, m2, c1, m1);
     const Quad t3 = allPass(t2, m3, c2, m2);
@@ -60,7 +57,6 @@ struct Running {
     m1 = t1;
     m2 = t2;
     m3 = t3;
-    m4 = t3;
     return t3;
   }
 
@@ -92,8 +88,8 @@ void StereoHalfBand::dropNonFinite() noexcept {
   if (!(sum[0] + sum[1] == 0.0f)) clear_buffers();
 }
 
-void StereoHalfBand::dropTraces() noexcept {
-  for (Quad& m : mem) m = dsp::withoutTraces(m, kTrace);
+void StereoHalfBand::flushTraces() noexcept {
+  for (Quad& m : mem) m = dsp::flushed(m);
 }
 
 // Branch A hears zeros only, so its memories stay zero and every other frame is zero; branch B has three sections.

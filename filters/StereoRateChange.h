@@ -1,6 +1,6 @@
 // The rate change of `rspl::Downsampler2Flt` for a left/right pair: both branches of both channels in four lanes. Gives
 // what two mono objects give, to the bit down and within 1e-17 up: the mono class guards each sample against denormal
-// numbers, here the owner calls `dropTraces` now and then.
+// numbers, here the owner calls `flushTraces` now and then.
 //
 // Frames are interleaved: left, right, left, right. Life: construction (coefficients loaded, memories clear), then
 // blocks [audio]; one object a direction.
@@ -18,8 +18,8 @@ struct StereoHalfBand {
   // Clears the memories when a NaN or an infinity circulates in them. The last memory of either branch shows it, since
   // what enters the first section never leaves the last.
   void dropNonFinite() noexcept;
-  // What has decayed below 1e-18 becomes zero, before it turns into denormal numbers.
-  void dropTraces() noexcept;
+  // Flushes what has decayed, before it turns into denormal numbers.
+  void flushTraces() noexcept;
 
   dsp::Quad coef[4];
   dsp::Quad mem[5] = {};  // the branches' input of the sample before, then each section's output

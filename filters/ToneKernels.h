@@ -1,11 +1,16 @@
 // Equalisers, ring modulators, sample and hold, and the sub-harmonic enhancer.
+//
+// Equalisers are exact where they leave the signal flat, but their boost grows by the cube, most of it near the end of
+// the knob. Ring modulators make bells that follow no key; their carrier needs a moment to swing up. Sample and hold is
+// rough on purpose: its images and steps are not filtered away. The enhancer thickens soft bass; loud sounds fold back
+// on themselves.
 #pragma once
 
 #include <numbers>
 
 #include "filters/StateVariableKernels.h"
 
-namespace kernels {
+namespace filters::kernels {
 
 // The band of a stage added to the whole signal by a signed gain.
 template <class Kind, class Tap>
@@ -13,8 +18,8 @@ struct Equaliser {
   template <class S>
   class Of {
    public:
-    explicit Of(Job<S>& job) noexcept : a_(job, Slot::a), gain_(dsp::both<S>(job.coefs.eqGain)) {}
-    S tap(S y) noexcept { return averaged(a_, Tap{}, y) * gain_ + y; }
+    explicit Of(Job<S>& job) noexcept : a_(job, Slot::a), gain_(dsp::both<S>(job.coefs.bandGain)) {}
+    S tap(S y) noexcept { return twoSteps(a_, Tap{}, y) * gain_ + y; }
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
@@ -29,7 +34,7 @@ template <class S, Slot kSlot>
 class Oscillator {
  public:
   explicit Oscillator(Job<S>& job) noexcept : stage_(job, kSlot) {}
-  S operator()() noexcept { return averaged(stage_, Low{}, dsp::both<S>(0.0f)); }
+  S operator()() noexcept { return twoSteps(stage_, Low{}, dsp::both<S>(0.0f)); }
   void keep(Job<S>& job) noexcept {
     job.watch.look(stage_.low);
     job.watch.look(stage_.band);
@@ -82,9 +87,9 @@ struct SampleHold {
    public:
     explicit Of(Job<S>& job) noexcept
         : phase_(job.clock.holdPhase),
-          step_(job.coefs.holdStep),
-          levels_(dsp::both<S>(job.coefs.holdLevels)),
-          perLevel_(job.coefs.holdLevels),
+          step_(job.coefs.hold.step),
+          levels_(dsp::both<S>(job.coefs.hold.levels)),
+          perLevel_(job.coefs.hold.levels),
           held_(job.memory.held) {}
 
     S tap(S y) noexcept {
@@ -134,19 +139,21 @@ struct AddBass {
     explicit Of(Job<S>& job) noexcept
         : drive_(job.coefs),
           a_(job, Slot::a),
-          through_(dsp::both<S>(job.coefs.chainCoef)),
+          through_(dsp::both<S>(job.coefs.through)),
           wet_(dsp::both<S>(job.coefs.wet)),
           dry_(dsp::both<S>(job.coefs.dry)) {}
 
     S operator()(S in) noexcept {
       const S y = drive_(in);
-      const S c = averaged(a_, Low{}, y, sineOfPi(y));
-      return (y * through_ - c) * wet_ * 0.5f + in * dry_;
+      const S c = twoSteps(a_, Low{}, y, sineOfPi(y));
+      return (y * through_ - c) * wet_ * kOutput + in * dry_;
     }
 
     void keep(Job<S>& job) noexcept { a_.keep(job, Slot::a); }
 
    private:
+    static constexpr float kOutput = 0.5f;  // signal and enhancement are two signals of full scale
+
     // sin(pi y) for y from -1 to 1.
     [[nodiscard]] static S sineOfPi(S y) noexcept { return dsp::narrowed(sine(dsp::widened(y) * std::numbers::pi)); }
 
@@ -156,4 +163,4 @@ struct AddBass {
   };
 };
 
-}  // namespace kernels
+}  // namespace filters::kernels

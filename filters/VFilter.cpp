@@ -4,13 +4,13 @@
 
 #include "filters/Strings.h"
 
+using namespace filters;
+
 namespace {
 
 constexpr long kIn = kDryWet + 1;  // the input level slot, which only has a text
 
-const FilterType& typeOf(float normalised) noexcept {
-  return filterTypes()[static_cast<std::size_t>(filterTypeAt(normalised))];
-}
+const FilterType& typeOf(float normalised) noexcept { return typeAt(typeIndexOf(normalised)); }
 
 }  // namespace
 

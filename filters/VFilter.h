@@ -29,10 +29,10 @@ class VFilter {
   // Forgets the signal.
   void clear() noexcept { core_.clear(); }
   [[nodiscard]] int mode() const noexcept { return core_.mode(); }
-  [[nodiscard]] const FilterCore<float>& core() const noexcept { return core_; }
+  [[nodiscard]] const filters::FilterCore<float>& core() const noexcept { return core_; }
 
   const VGlobalCoeffs* coeffs;  // not owned
 
  private:
-  FilterCore<float> core_;
+  filters::FilterCore<float> core_;
 };

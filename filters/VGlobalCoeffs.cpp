@@ -15,6 +15,8 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 constexpr double kNoteZeroRatio = 0.018581361171917516;  // 2^(-69/12): MIDI note 0 over A4
 constexpr int kStepsPerSemitone = 64;
+constexpr double kNoteOfA4 = 69.0;
+constexpr double kNotesAnOctave = 12.0;
 constexpr double kLevelBits = 22.0;  // of the quantiser without resonance
 
 float asFloat(double x) { return static_cast<float>(x); }
@@ -28,12 +30,16 @@ double ladderPole(double f) {
   return static_cast<double>(asFloat(p));
 }
 
+// A pole with a zero, y = c2 x + c3 x1 - c1 y1, whose gain at DC is 1. The zero takes a part of the delay
+// out of the loop. Four poles oscillate at a loop gain of 4, which is reached at a resonance of 1.
 VGlobalCoeffs::Moog moogEntry(double f, double base) {
+  constexpr double kZero = 0.29;
   const double p = ladderPole(f);
-  return {asFloat(4.0 * base), asFloat((0.29 * p - 1.0) / (p + 1.0)), asFloat(p / (p + 1.0)),
-          asFloat(0.29 * p / (p + 1.0))};
+  return {asFloat(4.0 * base), asFloat((kZero * p - 1.0) / (p + 1.0)), asFloat(p / (p + 1.0)),
+          asFloat(kZero * p / (p + 1.0))};
 }
 
+// Damping falls by the fourth root, from 2 without resonance to 0 at 1, and is limited to what keeps a stage stable.
 VGlobalCoeffs::Svf svfEntry(double f, double base) {
   const double s = 2.0 * std::sin(kPi * f / 2.0);
   return {asFloat(s), asFloat(2.0 * (1.0 - std::pow(base, 0.25))), asFloat(std::clamp(2.0 / s - s / 2.0, 0.0, 2.0)),
@@ -57,7 +63,7 @@ void VGlobalCoeffs::announce(float tune, float sampleRate) noexcept {
 
 double VGlobalCoeffs::cyclesPerSample(int entry, float tune, float sampleRate) noexcept {
   const double note = static_cast<double>(entry - kNoteZero) / kStepsPerSemitone;
-  const double hertz = static_cast<double>(tune) * std::exp2((note - 69.0) / 12.0);
+  const double hertz = static_cast<double>(tune) * std::exp2((note - kNoteOfA4) / kNotesAnOctave);
   return std::min(hertz / static_cast<double>(sampleRate), 0.5);
 }
 

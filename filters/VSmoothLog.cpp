@@ -3,8 +3,9 @@
 #include <algorithm>
 
 void VSmoothLog::setRate(float inverseRate) noexcept {
+  constexpr double kHalfPi = 1.5707964;  // as single precision holds it
   invRate = inverseRate;
-  coef = static_cast<float>(std::min(static_cast<double>(freq) * 1.5707964 * static_cast<double>(invRate), 1.0));
+  coef = static_cast<float>(std::min(static_cast<double>(freq) * kHalfPi * static_cast<double>(invRate), 1.0));
 }
 
 void VSmoothLog::processBuffer(float* in, float* out, float*, float*, long count) noexcept {

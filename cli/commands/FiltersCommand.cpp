@@ -29,26 +29,22 @@ constexpr auto kCutoffs = std::to_array<float>({0.2f, 0.35f, 0.5f, 0.65f, 0.8f})
 constexpr auto kFewCutoffs = std::to_array<float>({0.5f, 0.65f, 0.8f});  // where one line fills the picture
 constexpr auto kPositions = std::to_array<float>({0.0f, 0.25f, 0.5f, 0.75f, 1.0f});
 
-// Names of "Var" where it says more of the type than the cutoff does.
-constexpr auto kShapingVars = std::to_array<std::string_view>({"Morph", "dB +/-"});
-
-const FilterType& typeOf(int type) { return filterTypes()[static_cast<std::size_t>(type)]; }
-
 // "all" is everything.
 std::vector<int> typesFor(const std::string& typed) {
   std::vector<int> all;
   std::vector<std::string> names;
-  for (int type = 0; type < kFilterTypes; ++type) {
+  for (int type = 0; type < filters::kFilterTypes; ++type) {
     all.push_back(type);
-    names.emplace_back(typeOf(type).name);
+    names.emplace_back(filters::typeAt(type).name);
   }
   const std::string_view wanted = trimmed(typed);
   if (equalInAnyCase(wanted, "all")) return all;
   const auto found = std::ranges::find_if(names, [&](const std::string& name) { return equalInAnyCase(name, wanted); });
   if (found != names.end()) return {static_cast<int>(found - names.begin())};
   if (const auto number = parseInteger(wanted)) {
-    if (*number >= 0 && *number < kFilterTypes) return {*number};
-    throw UsageError(fmt::format("TYPE: a number from 0 to {} was expected, not {}", kFilterTypes - 1, *number));
+    if (*number >= 0 && *number < filters::kFilterTypes) return {*number};
+    throw UsageError(
+        fmt::format("TYPE: a number from 0 to {} was expected, not {}", filters::kFilterTypes - 1, *number));
   }
   throw UsageError(
       fmt::format("TYPE: the name or number of a filter type, or all, was expected, not '{}'; near it are {}", wanted,
@@ -58,7 +54,7 @@ std::vector<int> typesFor(const std::string& typed) {
 // With the number before the name, in letters that any system takes: "46-cmb-h6-plus.png".
 std::string fileName(int type) {
   std::string name = fmt::format("{:02}", type);
-  const std::string_view typeName = typeOf(type).name;
+  const std::string_view typeName = filters::typeAt(type).name;
   for (std::size_t i = 0; i < typeName.size(); ++i) {
     const char c = typeName[i];
     const bool isLast = i + 1 == typeName.size();
@@ -79,12 +75,12 @@ std::filesystem::path targetFor(const FilterPlotOptions& options, int type) {
 
 std::string overFor(const FilterPlotOptions& options, int type) {
   if (!options.over.empty()) return options.over;
-  return std::ranges::find(kShapingVars, typeOf(type).varText) == kShapingVars.end() ? "cutoff" : "var";
+  return filters::typeAt(type).trait == filters::Trait::shapedByVar ? "var" : "cutoff";
 }
 
 std::span<const float> positionsOf(const std::string& over, int type) {
   if (over != "cutoff") return kPositions;
-  const bool isDense = typeOf(type).lines != LinesUsed::noLines || FilterMeasurement::makesNewTones(type);
+  const bool isDense = filters::typeAt(type).lines.any() || FilterMeasurement::makesNewTones(type);
   return isDense ? std::span<const float>(kFewCutoffs) : kCutoffs;
 }
 
@@ -102,7 +98,7 @@ std::string controlsText(const FilterPlotOptions& options, const std::string& ov
 }
 
 FrequencyChart emptyChart(const FilterPlotOptions& options, int type, const std::string& over) {
-  const FilterType& row = typeOf(type);
+  const filters::FilterType& row = filters::typeAt(type);
   const std::string var = row.varText == std::string_view("-") ? "no Var" : fmt::format("Var is \"{}\"", row.varText);
   const std::string controls = controlsText(options, over);
   FrequencyChart chart;
@@ -139,8 +135,8 @@ FrequencyChart measured(const FilterPlotOptions& options, int type, FilterMeasur
 void runFilterList(bool asJson) {
   nlohmann::ordered_json json = nlohmann::ordered_json::array();
   Rows rows = {{"number", "name", "family", "Var"}};
-  for (int type = 0; type < kFilterTypes; ++type) {
-    const FilterType& row = typeOf(type);
+  for (int type = 0; type < filters::kFilterTypes; ++type) {
+    const filters::FilterType& row = filters::typeAt(type);
     json.push_back({{"number", type}, {"name", row.name}, {"family", row.family}, {"var", row.varText}});
     rows.push_back({std::to_string(type), row.name, row.family, row.varText});
   }
@@ -162,7 +158,7 @@ void runFilterPlot(const FilterPlotOptions& options) {
     PendingFile pending(target);
     writeFrequencyChart(pending.path(), measured(options, type, measurement));
     pending.commit();
-    fmt::print("{} -> {}\n", typeOf(type).name, target.string());
+    fmt::print("{} -> {}\n", filters::typeAt(type).name, target.string());
   }
 }
 

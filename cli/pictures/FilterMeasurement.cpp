@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <numbers>
-#include <string_view>
 
 #include "filters/FilterTypes.h"
 
@@ -15,9 +14,6 @@ constexpr double kRunningRateHz = 2.0 * static_cast<double>(FilterMeasurement::k
 constexpr std::size_t kTick = 24;                // samples between two settings of the filter
 constexpr std::size_t kSettling = 3000 * kTick;  // 0.8 s: the slowest glide of a control is over
 constexpr std::size_t kMeasured = 131072;        // 1.5 s
-
-constexpr auto kNewTones =
-    std::to_array<std::string_view>({"ring modulator", "sample and hold with bit reduction", "sub-harmonic enhancer"});
 
 WaveTrack track(std::vector<float> samples) {
   std::vector<std::vector<float>> channels;
@@ -39,7 +35,7 @@ FilterMeasurement::FilterMeasurement()
 }
 
 bool FilterMeasurement::makesNewTones(int type) noexcept {
-  return std::ranges::find(kNewTones, filterTypes()[static_cast<std::size_t>(type)].family) != kNewTones.end();
+  return filters::typeAt(type).trait == filters::Trait::newTones;
 }
 
 // The last kMeasured samples of the signal, filtered.
@@ -47,9 +43,9 @@ std::vector<float> FilterMeasurement::play(const FilterSettings& settings, std::
   VFilter filter(&tables_);
   filter.setSampleRate(static_cast<float>(kRunningRateHz), static_cast<float>(1.0 / kRunningRateHz));
   filter.clear();
-  const float type = static_cast<float>(settings.type) / static_cast<float>(kFilterTypes - 1);
-  const std::array<float, kFilterParams> params = {settings.drive,     1.0f,         type, settings.cutoff,
-                                                   settings.resonance, settings.var, 1.0f};
+  const float type = filters::normalisedType(settings.type);
+  const std::array<float, filters::kFilterParams> params = {settings.drive,     1.0f,         type, settings.cutoff,
+                                                            settings.resonance, settings.var, 1.0f};
   for (std::size_t start = 0; start < signal.size(); start += kTick) {
     const std::size_t count = std::min(kTick, signal.size() - start);
     filter.processBuffer(params.data(), &signal[start], &signal[start], static_cast<long>(count));

@@ -12,7 +12,7 @@ namespace modrift::cli {
 
 // All but the type 0 to 1, as the plug-in's parameters.
 struct FilterSettings {
-  int type = 0;  // 0 to kFilterTypes - 1
+  int type = 0;  // 0 to filters::kFilterTypes - 1
   float cutoff = 0.6f;
   float resonance = 0.5f;
   float var = 0.5f;

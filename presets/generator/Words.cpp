@@ -93,9 +93,9 @@ std::optional<float> readWarp(std::string_view text) {
 
 std::optional<float> readFilterType(std::string_view text) {
   const auto type =
-      std::ranges::find(filterTypes(), text, [](const FilterType& t) { return std::string_view(t.name); });
-  if (type == filterTypes().end()) return std::nullopt;
-  return static_cast<float>(type - filterTypes().begin()) / static_cast<float>(kFilterTypes - 1);
+      std::ranges::find(filters::types(), text, [](const filters::FilterType& t) { return std::string_view(t.name); });
+  if (type == filters::types().end()) return std::nullopt;
+  return filters::normalisedType(static_cast<int>(type - filters::types().begin()));
 }
 
 std::optional<float> readXoverFrequency(std::string_view text) {

@@ -10,6 +10,7 @@
 
 namespace {
 
+using namespace filters;
 using Signal = std::vector<float>;
 
 constexpr float kHostRate = 48000.0f;
@@ -90,7 +91,7 @@ class Response {
 
 TEST(FilterFacts, CleanTypesMeetTheStatedHertz) {
   for (const float c : {0.0f, 0.3f, 0.7f}) {
-    const double hz = std::exp(6.526007 * static_cast<double>(c) + 3.069596);
+    const double hz = static_cast<double>(kLowestCleanHz * std::pow(kHighestCleanHz / kLowestCleanHz, c));
     EXPECT_NEAR(Response(filterParams(1, c, 0.9f, 0.5f)).peakOver(hz), 1.0, 0.005) << c;
     for (const int type : {0, 2}) {
       const Response r(filterParams(type, c, 0.0f, 0.5f));
@@ -108,12 +109,12 @@ TEST(FilterFacts, TableDrivenCornersLieAnOctaveAboveTheNoteAndFallSixDecibelsAPo
   const double corner = 2.0 * noteHz(0.45);
   for (int type = 3; type <= 14; ++type) {
     const Response r(filterParams(type, 0.45f, 0.0f, 1.0f));
-    const bool bHigh = type >= 11;
+    const bool isHigh = type >= 11;
     const int poles = (type - 3) % 4 + 1;
-    const double fall = bHigh ? -r.dbPerOctave(corner / 8.0) : r.dbPerOctave(4.0 * corner);
+    const double fall = isHigh ? -r.dbPerOctave(corner / 8.0) : r.dbPerOctave(4.0 * corner);
     EXPECT_NEAR(fall, -6.0206 * poles, 0.25 * poles) << type;
     EXPECT_NEAR(r.dbAt(corner), -3.0103 * poles, 0.15 * poles) << type << ": undamped poles of one frequency";
-    EXPECT_NEAR(r.dbAt(bHigh ? corner * 16.0 : corner / 32.0), 0.0, 0.2 * poles) << type;
+    EXPECT_NEAR(r.dbAt(isHigh ? corner * 16.0 : corner / 32.0), 0.0, 0.2 * poles) << type;
   }
   // Low-pass (1), high-pass (2) or both (3) in front of phasers and in flangers' loops, with "Var" at the cutoff's
   // pitch.
@@ -224,6 +225,8 @@ TEST(FilterFacts, ReverberatorsEchoAtTunedTimesAndDecayMoreSlowlyAsResonanceRise
   const Response full(filterParams(85, 0.4f, 1.0f, 0.0f));
   const double loops = 16000.0 / (static_cast<double>(kHostRate) / noteHz(0.4));
   EXPECT_NEAR(full.energyDb(0, 16000) - full.energyDb(16000, 16000), -db(0.99) * loops, 1.5);
+  for (const int type : {83, 84, 85})
+    EXPECT_TRUE(isSilent(Response(filterParams(type, 0.4f, 1.1f, 0.0f)).taps)) << type << " holds, and takes no more";
 }
 
 TEST(FilterFacts, VowelsStandAtTheirFormantsWithTheDrivesGain) {
@@ -326,11 +329,11 @@ TEST(FilterFacts, DryMixIsTheInputAsEachFamilyHearsIt) {
   for (int type = 0; type < kFilterTypes; ++type) {
     const FilterParams params = mixed(filterParams(type, 0.5f, 0.0f, 0.5f, 0.2f), 0.0f);
     const Signal out = played(params, in);
-    const bool bClean = type <= 2, bRaw = type >= 87 && type <= 91;
-    const bool bLate = (type >= 42 && type <= 57) || type == 72 || type == 73;
-    for (std::size_t i = bLate ? 1 : 0; i < in.size(); ++i) {
-      const float x = in[bLate ? i - 1 : i];
-      const float expected = bRaw ? x : bClean ? std::min(x, 0.9999f) : kernels::softClip(x * 2.0736f);
+    const bool isClean = type <= 2, isRaw = type >= 87 && type <= 91;
+    const bool isLate = (type >= 42 && type <= 57) || type == 72 || type == 73;
+    for (std::size_t i = isLate ? 1 : 0; i < in.size(); ++i) {
+      const float x = in[isLate ? i - 1 : i];
+      const float expected = isRaw ? x : isClean ? std::min(x, 0.9999f) : kernels::softClip(x * 2.0736f);
       EXPECT_NEAR(out[i], expected, 1e-6f) << type << " at " << i;
     }
   }
@@ -407,6 +410,18 @@ TEST(FilterLines, AreThePowersOfTwoAboveThePeriodOfNoteZeroAndWrapBeyond) {
   filter.run(filterParams(83, 0.0f, 0.0f, 0.0f), impulse);
   const auto echo = std::find_if(impulse.begin(), impulse.end(), [](float x) { return x > 1e-3f; });
   EXPECT_EQ(echo - impulse.begin(), 4368 - 4096) << "the first comb wants 4368 samples at note 0";
+}
+
+TEST(FilterLines, StartEmptyWithEachType) {
+  for (int type = 0; type < kFilterTypes; ++type) {
+    if (!typeAt(type).lines.any()) continue;
+    TestFilter<float> filter(tables(), kHostRate);
+    Signal loud = noise(5u, 12000), little(24), silence(12000);
+    filter.run(filterParams(type, 0.1f, 0.8f, 0.5f), loud);
+    filter.run(filterParams(0, 0.1f, 0.0f, 0.5f), little);
+    filter.run(filterParams(type, 0.1f, 0.8f, 0.5f), silence);
+    for (const float x : silence) ASSERT_LT(std::fabs(x), 1e-5f) << type;
+  }
 }
 
 }  // namespace

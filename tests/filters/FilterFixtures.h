@@ -1,6 +1,7 @@
 // Signals and settings for tests of the filter bank.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <complex>
@@ -10,12 +11,10 @@
 
 #include "filters/FilterCore.h"
 
-using FilterParams = std::array<float, kFilterParams>;
-
-inline float typeValue(int type) { return static_cast<float>(type) / (kFilterTypes - 1); }
+using FilterParams = std::array<float, filters::kFilterParams>;
 
 inline FilterParams filterParams(int type, float cutoff, float resonance, float var, float drive = 0.0f) {
-  return {drive, 1.0f, typeValue(type), cutoff, resonance, var, 1.0f};
+  return {drive, 1.0f, filters::normalisedType(type), cutoff, resonance, var, 1.0f};
 }
 
 // The gain of a filter with this answer to an impulse of 1.
@@ -42,6 +41,40 @@ class Noise {
   std::uint32_t state_;
 };
 
+// One tick's length and settings.
+struct Tick {
+  long first, count;
+  FilterParams params;
+};
+
+// Settings that jump every fifth tick, drive and mix from the middle on; every fourth tick has an odd length, as at the
+// end of a host's block.
+inline std::vector<Tick> wanderingTicks(int type, long frames) {
+  Noise random(static_cast<std::uint32_t>(type) + 7u);
+  const auto unit = [&] { return 0.5f + 0.5f * random(); };
+  std::vector<Tick> ticks;
+  FilterParams params{};
+  for (long first = 0; first < frames;) {
+    const bool isOdd = ticks.size() % 4 == 3;
+    const long count = std::min(isOdd ? 7L : 24L, frames - first);
+    const bool isLate = first > frames / 2;
+    if (ticks.size() % 5 == 0)
+      params = filterParams(type, 0.2f + 0.6f * unit(), 0.8f * unit(), unit(), isLate ? random() : 0.0f);
+    if (ticks.size() % 5 == 0 && isLate) params[filters::kDryWet] = 2.0f * unit();
+    ticks.push_back({first, count, params});
+    first += count;
+  }
+  return ticks;
+}
+
+// White noise at half level.
+inline std::vector<float> noise(std::uint32_t seed, long count) {
+  Noise next(seed);
+  std::vector<float> out(static_cast<std::size_t>(count));
+  for (float& x : out) x = 0.5f * next();
+  return out;
+}
+
 // A filter as the effect runs it: tables for the host's rate, twice that rate for itself, blocks of a tick.
 template <class S>
 class TestFilter {
@@ -63,8 +96,8 @@ class TestFilter {
     core_.processBuffer(params.data(), at, at, count);
   }
 
-  [[nodiscard]] const FilterCore<S>& core() const { return core_; }
+  [[nodiscard]] const filters::FilterCore<S>& core() const { return core_; }
 
  private:
-  FilterCore<S> core_;
+  filters::FilterCore<S> core_;
 };

@@ -10,6 +10,7 @@
 
 namespace {
 
+using namespace filters;
 using Signal = std::vector<float>;
 
 // A lightly damped section, so that what it remembers counts.
@@ -257,9 +258,9 @@ TEST(Texts, NameAllTypesInTheOrderThatProjectsStore) {
     std::istringstream list(names);
     for (std::string name; std::getline(list, name, ','); ++type) {
       char text[32] = {};
-      filter.getParamInInfo(2, typeValue(type), text);
+      filter.getParamInInfo(2, normalisedType(type), text);
       EXPECT_EQ(text, name) << type;
-      filter.getParamInInfo(5, typeValue(type), text);
+      filter.getParamInInfo(5, normalisedType(type), text);
       EXPECT_STREQ(text, varText) << name;
     }
   }

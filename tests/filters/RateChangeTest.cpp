@@ -94,10 +94,10 @@ TEST(RateChange, GivesForAPairWhatTwoChannelsGive) {
     stereoUp.process(twice.data(), frames.data(), static_cast<int>(n));
     const Samples expected = pairs(l, r);
     for (std::size_t i = 0; i < expected.size(); ++i) {
-      const bool bHeard = std::fabs(expected[i]) > 1e-9f;  // far above what either guard touches
-      ASSERT_NEAR(twice[i], expected[i], bHeard ? 0.0 : 1e-17) << "up, from frame " << start;
+      const bool isHeard = std::fabs(expected[i]) > 1e-9f;  // far above what either guard touches
+      ASSERT_NEAR(twice[i], expected[i], isHeard ? 0.0 : 1e-17) << "up, from frame " << start;
     }
-    stereoUp.halfBand.dropTraces();
+    stereoUp.halfBand.flushTraces();
     stereoDown.process(frames.data(), expected.data(), static_cast<int>(n));
     ASSERT_EQ(frames, pairs(down(downLeft, l), down(downRight, r))) << "down, from frame " << start;
   }
@@ -106,11 +106,14 @@ TEST(RateChange, GivesForAPairWhatTwoChannelsGive) {
 TEST(RateChange, DropsItsStateOnlyWhereThatIsNotFinite) {
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   for (const float value : {0.5f, std::numeric_limits<float>::quiet_NaN(), kInfinity, -kInfinity}) {
-    rspl::StereoUpsampler2 upper;
-    Samples frames(24, value), twice(48);
-    upper.process(twice.data(), frames.data(), 12);
-    upper.halfBand.dropNonFinite();
-    EXPECT_EQ(upper.halfBand.mem[3][0] != 0.0f, value == 0.5f) << value;
+    for (const std::size_t lane : {0u, 1u, 2u, 3u}) {  // either channel in either branch
+      rspl::StereoDownsampler2 lower;
+      Samples frames(48), half(24);
+      for (std::size_t i = lane; i < frames.size(); i += 4) frames[i] = value;
+      lower.process(half.data(), frames.data(), 12);
+      lower.halfBand.dropNonFinite();
+      EXPECT_EQ(lower.halfBand.mem[3][lane] != 0.0f, value == 0.5f) << value << " in lane " << lane;
+    }
   }
 }
 

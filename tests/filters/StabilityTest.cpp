@@ -8,6 +8,7 @@
 
 namespace {
 
+using namespace filters;
 using Frames = std::vector<float>;
 
 constexpr long kTick = 24;
@@ -93,8 +94,8 @@ TEST(Guard, DropsHostileInputOfOneChannelAloneAndGoesOn) {
         last = 0.0f;
         for (std::size_t j = 0; j < right.size(); ++j) last = std::max(last, std::fabs(both[2 * j]));
       }
-      const bool bGrowsFromSeed = type == 79 || type == 80;
-      EXPECT_GT(last, bGrowsFromSeed ? 0.0f : 1e-4f) << type << " after " << hostile;
+      const bool growsFromSeed = type == 79 || type == 80;
+      EXPECT_GT(last, growsFromSeed ? 0.0f : 1e-4f) << type << " after " << hostile;
     }
   }
 }
