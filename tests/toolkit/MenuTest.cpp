@@ -102,9 +102,9 @@ TEST(MenuPopups, ReportTheItemThatWasClicked) {
   EXPECT_EQ(user.popups()[0].left, 10);
   EXPECT_EQ(user.popups()[0].top, 24);
   user.click(window.on(0, 2));
-  EXPECT_TRUE(window.frame->isMenuOpen()) << "a disabled item can't be chosen";
+  EXPECT_TRUE(window.frame->isPopupOpen()) << "a disabled item can't be chosen";
   user.click(window.on(0, 3));
-  EXPECT_FALSE(window.frame->isMenuOpen());
+  EXPECT_FALSE(window.frame->isPopupOpen());
   EXPECT_EQ(user.popups().size(), 0u);
   EXPECT_EQ(window.listener.values, std::vector<float>{3.0f});
   EXPECT_EQ(window.menu->getLastItemMenu(index), window.menu);
@@ -133,16 +133,16 @@ TEST(MenuPopups, CloseWithoutAReport) {
   auto& user = window.user();
   user.click({15, 15});
   user.click({190, 90});
-  EXPECT_FALSE(window.frame->isMenuOpen());
+  EXPECT_FALSE(window.frame->isPopupOpen());
   user.click({15, 15});
   EXPECT_TRUE(user.key(0, VKEY_ESCAPE));
-  EXPECT_FALSE(window.frame->isMenuOpen());
+  EXPECT_FALSE(window.frame->isPopupOpen());
   user.click({15, 15});
   user.activate(false);
-  EXPECT_FALSE(window.frame->isMenuOpen());
+  EXPECT_FALSE(window.frame->isPopupOpen());
   user.click({15, 15});
   window.frame->removeView(window.menu);
-  EXPECT_FALSE(window.frame->isMenuOpen());
+  EXPECT_FALSE(window.frame->isPopupOpen());
   EXPECT_TRUE(window.listener.values.empty());
 }
 
@@ -175,7 +175,7 @@ TEST(MenuPopups, BreakIntoColumnsAndStayOnTheScreen) {
     menu->setNbItemsPerColumn(perColumn);
     menu->popup();
     const CRect rect = window.user().popups().at(0);
-    window.frame->closeMenu();
+    window.frame->closePopup();
     return rect;
   };
   EXPECT_EQ(popupOf(18).getHeight(), 18 * 19 + 8);

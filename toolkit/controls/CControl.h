@@ -10,20 +10,9 @@
 #include "toolkit/base/IControlListener.h"
 #include "toolkit/base/Relaxed.h"
 #include "toolkit/views/CView.h"
+#include "toolkit/views/IFocusDrawing.h"
 
 namespace VSTGUI {
-
-class CGraphicsPath;
-
-// How a view with the focus shows it.
-class IFocusDrawing {
- public:
-  virtual ~IFocusDrawing() = default;
-  // Whether the mark lies over the view's own drawing.
-  [[nodiscard]] virtual bool drawFocusOnTop() = 0;
-  // Adds the mark's outline; false for no mark.
-  virtual bool getFocusPath(CGraphicsPath& path) = 0;
-};
 
 // An object whose changes others want to hear of; they must take themselves off before they go.
 class IDependency {

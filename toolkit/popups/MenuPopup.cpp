@@ -67,13 +67,22 @@ class MenuPopup::HoverDelay : private CBaseObject {
   Counted<CVSTGUITimer> timer_;
 };
 
-MenuPopup::MenuPopup(CFrame& frame, COptionMenu* menu, const CRect& at, const CPoint& pressedAt)
+MenuPopup::MenuPopup(CFrame& frame, COptionMenu* menu, const CRect& at, Done done)
     : frame_(frame),
+      menu_(menu),
       owner_(at),
-      pressedAt_(pressedAt),
+      done_(std::move(done)),
+      pressedAt_(at.getTopLeft()),
       openedTicks_(CFrame::getTicks()),
-      hoverDelay_(std::make_unique<HoverDelay>(*this)) {
-  openLevel(menu, at, false);
+      hoverDelay_(std::make_unique<HoverDelay>(*this)) {}
+
+void MenuPopup::open() {
+  frame_.getCurrentMouseLocation(pressedAt_);
+  openLevel(menu_, owner_, false);
+}
+
+std::function<void()> MenuPopup::takeReport() {
+  return [done = std::exchange(done_, nullptr), choice = choice_] { done(choice.menu, choice.index); };
 }
 
 MenuPopup::~MenuPopup() {

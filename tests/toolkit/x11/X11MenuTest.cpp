@@ -55,7 +55,7 @@ TEST_F(X11Menu, IsUsedByMouse) {
   pointAt(popups()[1], 20, 30);
   press();
   release();
-  ASSERT_TRUE(until([&] { return !frame->isMenuOpen(); }));
+  ASSERT_TRUE(until([&] { return !frame->isPopupOpen(); }));
   std::int32_t index = 0;
   EXPECT_EQ(menu->getLastItemMenu(index), sub);
   EXPECT_EQ(index, 1);
@@ -69,7 +69,7 @@ TEST_F(X11Menu, IsUsedByKeysThatTheHostDoesntSee) {
   type(XKB_KEY_Down);
   type(XKB_KEY_Down);
   type(XKB_KEY_Return);
-  ASSERT_TRUE(until([&] { return !frame->isMenuOpen(); }));
+  ASSERT_TRUE(until([&] { return !frame->isPopupOpen(); }));
   EXPECT_EQ(listener.values, std::vector<float>{3.0f});
   EXPECT_FALSE(hostGot(XCB_KEY_PRESS));
   type(XKB_KEY_a);
@@ -79,12 +79,12 @@ TEST_F(X11Menu, IsUsedByKeysThatTheHostDoesntSee) {
 TEST_F(X11Menu, ClosesOnAPressElsewhereAndWhenItsWindowHides) {
   openMenu();
   click(400, 400);
-  ASSERT_TRUE(until([&] { return !frame->isMenuOpen(); }));
+  ASSERT_TRUE(until([&] { return !frame->isPopupOpen(); }));
   click(20, 15);
   ASSERT_TRUE(until([&] { return popups().size() == 1; }));
   xcb_unmap_window(*user, host);
   (void)geometry(user->root());
-  ASSERT_TRUE(until([&] { return !frame->isMenuOpen(); }));
+  ASSERT_TRUE(until([&] { return !frame->isPopupOpen(); }));
   EXPECT_TRUE(listener.values.empty());
   EXPECT_TRUE(until([&] { return popups().empty(); }));
 }

@@ -194,12 +194,12 @@ TEST_F(X11Window, ClosesWithTheHostsWindow) {
   menu->addEntry("entry");
   frame->addView(menu);
   menu->popup();
-  ASSERT_TRUE(frame->isMenuOpen());
+  ASSERT_TRUE(frame->isPopupOpen());
   xcb_destroy_window(*user, host);
   (void)geometry(user->root());
   EXPECT_FALSE(frame->setSize(300, 200)) << "before we heard of it";
   ASSERT_TRUE(until([&] { return !frame->isOpen(); }));
-  EXPECT_FALSE(frame->isMenuOpen());
+  EXPECT_FALSE(frame->isPopupOpen());
 }
 
 TEST_F(X11Window, ClosesWhenTheServerGoes) {
