@@ -30,7 +30,7 @@ const std::vector<Row> kRooms = {
     {"threads", {}},
     {"model", {}},
     {"effect", {"vst2", "filters", "threads", "model"}},
-    {"toolkit/base", {"threads"}},
+    {"toolkit/base", {}},
     {"toolkit/drawing", {"toolkit/base"}},
     {"toolkit/views", {"threads", "toolkit/base", "toolkit/drawing"}},
     {"toolkit/controls", {"threads", "toolkit/base", "toolkit/drawing", "toolkit/views"}},
