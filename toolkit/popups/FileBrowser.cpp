@@ -1,5 +1,6 @@
 #include "toolkit/popups/FileBrowser.h"
 
+#include "toolkit/base/Utf8.h"
 #include "toolkit/controls/ItemList.h"
 #include "toolkit/controls/NameField.h"
 #include "toolkit/controls/TextButton.h"
@@ -94,13 +95,13 @@ void FileBrowser::addViews() {
 void FileBrowser::enter(const fs::path& folder) {
   auto found = listFolder(folder, filterOf(request_));
   if (!found) {
-    hint_->setText("This folder can't be read: " + drawableName(folder.string()));
+    hint_->setText("This folder can't be read: " + madeValidUtf8(folder.string()));
     return;
   }
   entries_ = std::move(*found);
   folder_ = folder;
   hint_->setText("");
-  place_->setText((request_.title.empty() ? "" : request_.title + "   ") + drawableName(folder_.string()));
+  place_->setText((request_.title.empty() ? "" : request_.title + "   ") + madeValidUtf8(folder_.string()));
   std::vector<ItemList::Item> items;
   for (const auto& [name, title, isFolder] : entries_) items.push_back({title, name, isFolder});
   list_->setItems(std::move(items));
@@ -149,7 +150,7 @@ void FileBrowser::acceptName() {
   if (!ending.empty() && !hasExtension(file, ending)) file += "." + ending;
   if (fs::exists(file, error) && confirmed_ != file) {
     confirmed_ = file;
-    hint_->setText(drawableName(file.filename().string()) + " is there already.");
+    hint_->setText(madeValidUtf8(file.filename().string()) + " is there already.");
     ok_->setTitle("Replace");
     return;
   }

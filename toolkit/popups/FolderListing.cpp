@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <glib.h>
+
+#include "toolkit/base/Utf8.h"
 
 namespace VSTGUI {
 
@@ -35,7 +36,7 @@ std::optional<std::vector<FolderEntry>> listFolder(const fs::path& folder, const
     std::error_code unknown;
     const bool isFolder = it->is_directory(unknown);
     if (name.starts_with('.') || (!isFolder && !fits(it->path(), filter))) continue;
-    entries.push_back({name, drawableName(name), isFolder});
+    entries.push_back({name, madeValidUtf8(name), isFolder});
   }
   std::sort(entries.begin(), entries.end(), [](const FolderEntry& a, const FolderEntry& b) {
     return a.isFolder != b.isFolder ? a.isFolder : lowered(a.name) < lowered(b.name);
@@ -46,13 +47,6 @@ std::optional<std::vector<FolderEntry>> listFolder(const fs::path& folder, const
 
 bool hasExtension(const fs::path& file, const std::string& extension) {
   return lowered(file.extension().string()) == "." + lowered(extension);
-}
-
-std::string drawableName(const std::string& bytes) {
-  char* const valid = g_utf8_make_valid(bytes.c_str(), static_cast<gssize>(bytes.size()));
-  std::string text = valid;
-  g_free(valid);
-  return text;
 }
 
 }  // namespace VSTGUI

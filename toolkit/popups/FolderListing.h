@@ -31,7 +31,5 @@ struct FolderFilter {
 
 // Whether the file has that ending, in either case.
 [[nodiscard]] bool hasExtension(const std::filesystem::path& file, const std::string& extension);
-// A file name as UTF-8 that can be drawn, whatever bytes it has.
-[[nodiscard]] std::string drawableName(const std::string& bytes);
 
 }  // namespace VSTGUI

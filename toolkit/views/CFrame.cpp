@@ -1,8 +1,6 @@
 // A frame's life, its window, focus, popups and painting. Events are in CFrameEvents.cpp.
 #include "toolkit/views/CFrame.h"
 
-#include <chrono>
-
 #include "toolkit/base/VSTGUIEditorInterface.h"
 #include "toolkit/drawing/CDrawContext.h"
 #include "toolkit/drawing/CGraphicsPath.h"
@@ -84,10 +82,8 @@ void CFrame::setCursor(std::int32_t cursor) {
 }
 
 std::uint32_t CFrame::getTicks() {
-  if (const auto* const platform = getPlatform()) return static_cast<std::uint32_t>(platform->getMilliseconds());
-  using std::chrono::milliseconds;
-  const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  return static_cast<std::uint32_t>(std::chrono::duration_cast<milliseconds>(now).count());
+  const auto* const platform = getPlatform();
+  return static_cast<std::uint32_t>(platform ? platform->getMilliseconds() : steadyMilliseconds());
 }
 
 void CFrame::setFocusView(CView* view) {
