@@ -119,9 +119,16 @@ std::uint8_t Desktop::keycode(std::uint32_t symbol) {
   return 0;
 }
 
-void Desktop::type(std::uint32_t symbol) {
+void Desktop::type(std::uint32_t symbol, std::uint32_t held) {
+  if (held != 0) keyDown(held);
   keyDown(symbol);
   keyUp(symbol);
+  if (held != 0) keyUp(held);
+}
+
+void Desktop::destroyHost() {
+  xcb_destroy_window(*user, host);
+  (void)geometry(user->root());
 }
 
 xcb_get_geometry_reply_t Desktop::geometry(xcb_window_t which) {

@@ -58,6 +58,9 @@ class Desktop : public testing::Test {
     return reinterpret_cast<void*>(static_cast<std::uintptr_t>(which));
   }
 
+  // Waits until the server has done it.
+  void destroyHost();
+
   // At pixels of the host's window.
   void point(int x, int y);
   void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
@@ -65,7 +68,8 @@ class Desktop : public testing::Test {
   void click(int x, int y, std::uint8_t button = 1);
   void keyDown(std::uint32_t symbol) { fake(XCB_KEY_PRESS, keycode(symbol)); }
   void keyUp(std::uint32_t symbol) { fake(XCB_KEY_RELEASE, keycode(symbol)); }
-  void type(std::uint32_t symbol);
+  // With a modifier key held, unless it is 0.
+  void type(std::uint32_t symbol, std::uint32_t held = 0);
 
   [[nodiscard]] xcb_get_geometry_reply_t geometry(xcb_window_t which);
   [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t which);

@@ -70,7 +70,7 @@ TEST_F(X11Menu, IsUsedByKeysThatTheHostDoesntSee) {
   type(XKB_KEY_Down);
   type(XKB_KEY_Return);
   ASSERT_TRUE(until([&] { return !frame->isPopupOpen(); }));
-  EXPECT_EQ(listener.values, std::vector<float>{3.0f});
+  EXPECT_NE(listener.told.find("begin 3 end"), std::string::npos) << listener.told;
   EXPECT_FALSE(hostGot(XCB_KEY_PRESS));
   type(XKB_KEY_a);
   EXPECT_TRUE(until([&] { return hostGot(XCB_KEY_PRESS); })) << "the keyboard is the host's again";
@@ -85,7 +85,7 @@ TEST_F(X11Menu, ClosesOnAPressElsewhereAndWhenItsWindowHides) {
   xcb_unmap_window(*user, host);
   (void)geometry(user->root());
   ASSERT_TRUE(until([&] { return !frame->isPopupOpen(); }));
-  EXPECT_TRUE(listener.values.empty());
+  EXPECT_EQ(listener.told.find("begin"), std::string::npos);
   EXPECT_TRUE(until([&] { return popups().empty(); }));
 }
 
