@@ -65,37 +65,27 @@ TEST(Controls, ReportTheUsersDoings) {
   };
   const auto kick = [](Listener* l) { return new CKickButton({0, 0, 20, 20}, l, 1, nullptr); };
   const auto rocker = [](Listener* l) { return new CRockerSwitch({0, 0, 20, 10}, l, 98, 10, nullptr); };
+  const auto onOff = [](Listener* l) { return new COnOffButton({0, 0, 20, 20}, l, 1); };
+  const auto steps = [&](Listener* l) { return new CHorizontalSwitch({0, 0, 80, 20}, l, 2, images); };
   const auto knob = [](Listener* l) {
     auto* const made = new CKnob({0, 0, 20, 20}, l, 1, nullptr, nullptr);
     made->setDefaultValue(0.25f);
     return made;
   };
   for (const auto& [what, make, doings, told, value] : {
-           Case{"a kick button's value follows the pointer", kick, "press 5 5", "over begin ", 1},
+           Case{"follows the pointer", kick, "press 5 5", "over begin ", 1},
            {"also outside", kick, "press 5 5 move 50 5", "over begin ", 0},
-           {"and is reported once, at the release", kick, "press 5 5 move 50 5 move 5 5 release 0 0",
-            "over begin 1 0 end ", 0},
-           {"released outside it was not pressed", kick, "press 5 5 move 50 5 release 0 0", "over begin 0 end exit ",
-            0},
-           {"a rocker switch holds its half and falls back", rocker, "press 4 5 release 0 0", "over begin -1 0 end ",
-            0},
-           {"with nothing on the way out and back", rocker, "press 16 5 move 60 5 move 16 5 move 60 5 release 0 0",
+           {"is reported once", kick, "press 5 5 move 50 5 move 5 5 release 0 0", "over begin 1 0 end ", 0},
+           {"isn't pressed", kick, "press 5 5 move 50 5 release 0 0", "over begin 0 end exit ", 0},
+           {"falls back", rocker, "press 4 5 release 0 0", "over begin -1 0 end ", 0},
+           {"says nothing on the way", rocker, "press 16 5 move 60 5 move 16 5 move 60 5 release 0 0",
             "over begin 1 0 end exit ", 0},
-           {"a button flips",
-            [](Listener* l) {
-              return new COnOffButton({0, 0, 20, 20}, l, 1);
-            },
-            "click 5 5 click 5 5 move 50 5", "over begin 1 end begin 0 end exit ", 0},
-           {"a row of images steps",
-            [&](Listener* l) {
-              return new CHorizontalSwitch({0, 0, 80, 20}, l, 2, images);
-            },
-            "press 5 5 move 30 5 move 40 5 move 99 5 release 0 0", "over begin 0.5 1 end exit ", 1},
-           {"Control brings the default, which is told once", knob, "hold 32 0 click 5 5 click 5 5",
-            "over begin 0.25 end ", 0.25f},
-           {"50 to the right and 50 up are half of a knob's way", knob, "press 5 5 move 55 -45", "over begin 0.5 ",
-            0.5f},
-           {"which ends at the maximum", knob, "press 5 5 move 500 -500 release 0 0", "over begin 1 end exit ", 1},
+           {"flips", onOff, "click 5 5 click 5 5 move 50 5", "over begin 1 end begin 0 end exit ", 0},
+           {"goes by images", steps, "press 5 5 move 30 5 move 40 5 move 99 5 release 0 0",
+            "over begin 0.5 1 end exit ", 1},
+           {"is reset by Control", knob, "hold 32 0 click 5 5 click 5 5", "over begin 0.25 end ", 0.25f},
+           {"has 200 units of way", knob, "press 5 5 move 55 -45", "over begin 0.5 ", 0.5f},
+           {"stays in its range", knob, "press 5 5 move 500 -500 release 0 0", "over begin 1 end exit ", 1},
        }) {
     Window window;
     Listener listener;
