@@ -119,6 +119,8 @@ TEST(Lists, SelectByMouseAndKeysAndTellTheirOwner) {
   list->setAllowsMultiple(true);
   user.click(row(1));
   EXPECT_EQ(list->selection(), (Rows{1, 2}));
+  user.click(row(2));
+  EXPECT_EQ(list->selection(), Rows{1}) << "and off again";
   user.holdModifiers(0);
   window.platform.advance(1000);
   told.clear();
