@@ -134,6 +134,9 @@ TEST(MenuPopups, OpenSubMenusAfterAMomentAndReportThem) {
   EXPECT_EQ(window.chosen(), Choice(window.sub, 1));
   EXPECT_EQ(window.menu->getLastResult(), 1);
   EXPECT_EQ(window.listener.told, "over begin 0 end ") << "the value is an index in the menu itself";
+  window.platform.workArea = {0, 0, 200, 60};
+  window.open();
+  EXPECT_EQ(user.popups().size(), 1u) << "a click chooses nothing, though the popup has come under the pointer";
 }
 
 TEST(MenuPopups, CloseWithoutAReport) {

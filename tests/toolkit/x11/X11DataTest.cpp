@@ -7,7 +7,6 @@
 #include <dbus/dbus.h>
 #include <filesystem>
 #include <fstream>
-#include <sys/wait.h>
 #include <thread>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -299,11 +298,13 @@ TEST_F(X11Files, ComeFromADialogProgram) {
                                     "--filename=" + folder.string() + "/", std::string("Preset | *.fxp")})
     EXPECT_NE(arguments.find(wanted), std::string::npos) << wanted << " in " << arguments;
 
-  std::ofstream(folder / "zenity") << "#!/bin/sh\nexec sleep 100\n";
+  std::ofstream(folder / "zenity") << "#!/bin/sh\necho $$ > " << folder / "pid"
+                                   << "\nexec sleep 100\n";
   run(CNewFileSelector::kSelectFile, {X11Platform::Selector::kProgram});
-  frame->idle();
-  frame->close();  // ends the program
-  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0) << "no child is left but the server";
+  pid_t child = 0;
+  ASSERT_TRUE(until([&] { return static_cast<bool>(std::ifstream(folder / "pid") >> child); }));
+  frame->close();
+  EXPECT_NE(::kill(child, 0), 0) << "the program has ended";
   EXPECT_FALSE(chooser.done);
   ::setenv("PATH", path.c_str(), 1);
 }

@@ -249,6 +249,8 @@ TEST(X11Damage, KeepsRectanglesWholeAndFew) {
   EXPECT_EQ(after({{0, 0, 10, 10}, {20, 0, 30, 10}, {}}), (std::vector<CRect>{{0, 0, 10, 10}, {20, 0, 30, 10}}));
   EXPECT_TRUE(damage.isEmpty());
   EXPECT_EQ(after({{0, 0, 10, 10}, {20, 0, 30, 10}, {5, 5, 25, 8}}), (std::vector<CRect>{{0, 0, 30, 10}}));
+  EXPECT_EQ(after({{0, 20, 10, 30}, {0, 0, 30, 10}, {25, 5, 28, 35}}), (std::vector<CRect>{{0, 0, 30, 35}}))
+      << "which reaches an earlier one only once it has grown";
   for (int i = 0; i < 100; ++i) damage.add({i * 10.0, 0, i * 10.0 + 5, 5});
   const auto rects = damage.take();
   EXPECT_LE(rects.size(), 12u);
