@@ -5,7 +5,6 @@
 #include "tests/toolkit/Window.h"
 #include "toolkit/controls/ItemList.h"
 #include "toolkit/controls/NameField.h"
-#include "toolkit/popups/CNewFileSelector.h"
 
 namespace {
 
@@ -147,25 +146,15 @@ TEST(Lists, SelectByMouseAndKeysAndTellTheirOwner) {
 }
 
 TEST(FileSelectors, TellTheDelegateOnceTheUserIsDoneAndEndSilentlyWithTheFrame) {
-  struct Delegate : CBaseObject {
-    CMessageResult notify(CBaseObject* sender, IdStringPtr message) override {
-      const auto* const selector = dynamic_cast<CNewFileSelector*>(sender);
-      told += message == CNewFileSelector::kSelectEndMessage ? "end " : "? ";
-      told += selector->getNumSelectedFiles() > 0 ? selector->getSelectedFile(0) : "none";
-      EXPECT_EQ(selector->getSelectedFile(1), nullptr);
-      return kMessageNotified;
-    }
-    std::string told;
-  };
   Window window;
-  Delegate delegate;
+  Chooser chooser;
   const auto run = [&] {
     const auto selector =
         Counted<CNewFileSelector>::adopt(CNewFileSelector::create(window.frame, CNewFileSelector::kSelectSaveFile));
     selector->setTitle("Please choose a name");
     selector->setInitialDirectory("/presets");
     selector->setDefaultExtension(CFileExtension("Preset", "fxp", "fxp"));
-    EXPECT_TRUE(selector->run(&delegate));
+    EXPECT_TRUE(selector->run(&chooser));
   };
   run();
   const auto* const request = window.user().fileSelector();
@@ -173,15 +162,16 @@ TEST(FileSelectors, TellTheDelegateOnceTheUserIsDoneAndEndSilentlyWithTheFrame) 
   EXPECT_EQ(request->kind, FileSelectorRequest::Kind::kSave);
   EXPECT_EQ(request->title + request->initialDirectory, "Please choose a name/presets");
   EXPECT_EQ(request->extensions.at(0).extension, "fxp");
-  EXPECT_EQ(delegate.told, "");
+  EXPECT_EQ(chooser.ended, 0);
   window.user().answerFileSelector({"/presets/mine.fxp"});
+  EXPECT_EQ(chooser.chosen, std::vector<std::string>{"/presets/mine.fxp"});
   run();
   window.user().answerFileSelector({});
-  EXPECT_EQ(delegate.told, "end /presets/mine.fxpend none");
+  EXPECT_TRUE(chooser.chosen.empty());
+  EXPECT_EQ(chooser.ended, 2);
   run();
-  delegate.told.clear();
   window.frame->close();
-  EXPECT_EQ(delegate.told, "");
+  EXPECT_EQ(chooser.ended, 2);
   EXPECT_EQ(CNewFileSelector::create(nullptr), nullptr);
 }
 

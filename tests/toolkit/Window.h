@@ -3,11 +3,13 @@
 
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "toolkit/base/IControlListener.h"
 #include "toolkit/base/VSTGUIEditorInterface.h"
 #include "toolkit/controls/CControl.h"
 #include "toolkit/headless/HeadlessPlatform.h"
+#include "toolkit/popups/CNewFileSelector.h"
 #include "toolkit/views/CFrame.h"
 
 namespace VSTGUI {
@@ -72,6 +74,20 @@ class Listener : public IControlListener {
   void MouseExit(CControl*) override { told += "exit "; }
 
   std::string told;
+};
+
+// Hears of a file selector's end.
+struct Chooser : CBaseObject {
+  CMessageResult notify(CBaseObject* sender, IdStringPtr message) override {
+    const auto* const selector = dynamic_cast<CNewFileSelector*>(sender);
+    if (!selector || message != CNewFileSelector::kSelectEndMessage) return kMessageUnknown;
+    ++ended;
+    chosen.clear();
+    for (std::int32_t i = 0; selector->getSelectedFile(i); ++i) chosen.emplace_back(selector->getSelectedFile(i));
+    return kMessageNotified;
+  }
+  std::vector<std::string> chosen;
+  int ended = 0;
 };
 
 // Writes down its events, each with `name` before it, in its own log or one that several share.

@@ -1,6 +1,7 @@
 // A display of its own for each test, the window of a host on it, and a user at mouse and keyboard.
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -17,10 +18,10 @@ using VSTGUI::X11::eventAs;
 using VSTGUI::X11::Name;
 using VSTGUI::X11::Reply;
 
-// A program in the background that says on its file 3 how it can be reached.
+// A program in the background whose first line of output says how it can be reached.
 class Daemon {
  public:
-  explicit Daemon(std::vector<const char*> arguments);
+  explicit Daemon(const std::string& command);
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
   ~Daemon() { stop(); }
@@ -30,7 +31,8 @@ class Daemon {
   [[nodiscard]] const std::string& address() const { return address_; }
 
  private:
-  pid_t process_ = -1;
+  FILE* output_;
+  pid_t process_ = 0;
   std::string address_;
 };
 
@@ -82,7 +84,7 @@ class Desktop : public testing::Test {
   // True once an event of the type has come to the host's own connection.
   bool hostGot(std::uint8_t type);
 
-  Daemon server{{"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-nolisten", "tcp"}};
+  Daemon server{"Xvfb -displayfd 1 -screen 0 800x600x24 -nolisten tcp"};
   VSTGUI::X11Platform platform;
   std::unique_ptr<Connection> user;
   xcb_window_t host = XCB_WINDOW_NONE;
