@@ -62,14 +62,6 @@ TEST(Events, CarryPlacesOfTheParentAndWordsWithDoubleClicksAndTheAppleKey) {
 }
 
 TEST(Events, PassViewsThatAreGoneInvisibleOrDisabled) {
-  class Leaver : public Probe {
-   public:
-    using Probe::Probe;
-    CMouseEventResult onMouseDown(CPoint&, const CButtonState&) override {
-      getFrame()->removeView(this);
-      return kMouseEventHandled;
-    }
-  };
   TwoViews window;
   auto* const cover = new Probe({0, 0, 100, 100}, kMouseEventHandled, &window.log, "c");
   window.frame->addView(cover);
@@ -79,24 +71,18 @@ TEST(Events, PassViewsThatAreGoneInvisibleOrDisabled) {
   cover->setMouseEnabled(false);
   window.play("click 60 10");
   EXPECT_EQ(window.log, "lenter lmove ldown lup lmove ldown lup ");
-  window.frame->addView(new Leaver({0, 0, 50, 50}, kMouseEventHandled));
+  auto* const leaver = new Probe({0, 0, 50, 50}, kMouseEventHandled);
+  leaver->whenPressed = [&] { window.frame->removeView(leaver); };
+  window.frame->addView(leaver);
   const auto before = window.frame->getNbViews();
   window.play("press 10 10 move 20 10 release 0 0");
   EXPECT_EQ(window.frame->getNbViews(), before - 1);
 }
 
 TEST(Events, ADragOutEndsThePressAndKeepsThePackage) {
-  class Source : public Probe {
-   public:
-    using Probe::Probe;
-    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override {
-      const auto drag = Counted<CDropSource>::adopt(new CDropSource("/a.mid", 6, IDataPackage::kFilePath));
-      if (buttons.isLeftButton()) getFrame()->doDrag(drag, {0, 0});
-      return Probe::onMouseMoved(where, buttons);
-    }
-  };
   Window window;
-  auto* const source = new Source({0, 0, 50, 50}, kMouseEventHandled);
+  auto* const source = new Probe({0, 0, 50, 50}, kMouseEventHandled);
+  source->whenDragged = [&] { window.frame->doDrag(std::exchange(window.dragged, nullptr), {0, 0}); };
   window.frame->addView(source);
   window.play("press 10 10 move -5 10");
   EXPECT_EQ(source->log, "enter move down drag up exit ");

@@ -1,6 +1,7 @@
 // A frame in memory with what its views report; for the tests of the toolkit.
 #pragma once
 
+#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -98,10 +99,12 @@ class Probe : public CView {
   CMouseEventResult onMouseDown(CPoint& where, const CButtonState& buttons) override {
     lastPress = where;
     pressWord = buttons;
+    if (whenPressed) whenPressed();
     return write("down ", answer_);
   }
   CMouseEventResult onMouseUp(CPoint&, const CButtonState&) override { return write("up "); }
   CMouseEventResult onMouseMoved(CPoint&, const CButtonState& buttons) override {
+    if (whenDragged && buttons.isLeftButton()) whenDragged();
     return write(buttons.getButtonState() ? "drag " : "move ");
   }
   CMouseEventResult onMouseEntered(CPoint&, const CButtonState&) override { return write("enter "); }
@@ -122,6 +125,8 @@ class Probe : public CView {
   std::string& log;
   CPoint lastPress;
   std::int32_t pressWord = 0;
+  std::function<void()> whenPressed;
+  std::function<void()> whenDragged;
 
  private:
   CMouseEventResult answer_;

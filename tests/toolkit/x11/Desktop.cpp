@@ -142,7 +142,7 @@ std::uint32_t Desktop::screenPixel(int x, int y) {
 
 bool Desktop::hostGot(std::uint8_t type) {
   while (const Event event = user->poll())
-    if ((event->response_type & 0x7f) == type) return true;
+    if (eventType(*event) == type) return true;
   return false;
 }
 

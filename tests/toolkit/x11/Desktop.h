@@ -15,6 +15,7 @@
 using VSTGUI::X11::Connection;
 using VSTGUI::X11::Event;
 using VSTGUI::X11::eventAs;
+using VSTGUI::X11::eventType;
 using VSTGUI::X11::Name;
 using VSTGUI::X11::Reply;
 

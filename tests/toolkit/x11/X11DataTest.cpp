@@ -33,7 +33,7 @@ class X11Data : public FrameDesktop {
     };
   }
   void serve(const xcb_generic_event_t& event, Name type, bool inPieces) {
-    const auto kind = event.response_type & 0x7f;
+    const auto kind = eventType(event);
     if (kind == XCB_CLIENT_MESSAGE) messages.push_back(eventAs<xcb_client_message_event_t>(event));
     if (kind == XCB_PROPERTY_NOTIFY && eventAs<xcb_property_notify_event_t>(event).state == XCB_PROPERTY_DELETE &&
         pieces.property != 0 && eventAs<xcb_property_notify_event_t>(event).window == pieces.requestor) {
@@ -178,25 +178,17 @@ TEST_F(X11Data, TakesFilesThatAreDropped) {
   ASSERT_TRUE(until([&] { return !frame->isOpen(); }));
 }
 
-// Begins a drag as soon as it is dragged.
-struct DragView : Recorder {
-  using Recorder::Recorder;
-  CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override {
+TEST_F(X11Data, DragsFilesOutToOthersThatTakeThem) {
+  open();
+  const auto picture = Counted<CBitmap>::adopt(new CBitmap(30, 20));
+  auto* const source = view;
+  bool began = false;
+  source->whenDragged = [&] {
     const std::string path = "/some where/temp.mid";
     const auto drag = Counted<CDropSource>::adopt(
         new CDropSource(path.data(), static_cast<std::uint32_t>(path.size()), IDataPackage::kFilePath));
-    if (buttons.isLeftButton()) began = getFrame()->doDrag(drag, {}, picture);
-    return Recorder::onMouseMoved(where, buttons);
-  }
-  bool began = false;
-  Counted<CBitmap> picture;
-};
-
-TEST_F(X11Data, DragsFilesOutToOthersThatTakeThem) {
-  open();
-  auto* const source = new DragView(CRect(0, 0, 200, 100));
-  source->picture = Counted<CBitmap>::adopt(new CBitmap(30, 20));
-  frame->addView(source);
+    began = frame->doDrag(drag, {}, picture);
+  };
   const auto target = Counted<CFrame>::adopt(new CFrame({0, 0, 200, 100}, nullptr));
   auto* const taker = new Recorder({0, 0, 200, 100});
   target->addView(taker);
@@ -204,13 +196,13 @@ TEST_F(X11Data, DragsFilesOutToOthersThatTakeThem) {
   alsoIdle = [&] { target->idle(); };
   // Begins a drag and brings it over a view at `x`.
   const auto dragTo = [&](const Recorder* over, int x) {
-    source->began = false;
+    began = false;
     taker->log.clear();
     source->log.clear();
     point(20, 20);
     press();
     point(35, 20);
-    if (!until([&] { return source->began; })) return false;
+    if (!until([&] { return began; })) return false;
     EXPECT_NE(source->log.find("drag up "), std::string::npos) << "the drag takes the release: " << source->log;
     point(x, 50);
     return !over || until([&] { return over->log.find("dragenter ") != std::string::npos; });

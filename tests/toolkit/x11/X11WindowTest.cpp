@@ -103,7 +103,7 @@ TEST_F(X11Window, FollowsTheEmbeddingProtocol) {
   bool asked = false;
   EXPECT_TRUE(until([&] {
     while (const Event event = user->poll())
-      if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE)
+      if (eventType(*event) == XCB_CLIENT_MESSAGE)
         asked = asked || eventAs<xcb_client_message_event_t>(*event).data.data32[1] == 3;
     return asked;
   })) << "for the focus";
