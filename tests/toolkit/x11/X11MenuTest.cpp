@@ -23,13 +23,15 @@ class X11Menu : public FrameDesktop {
     menu->addEntry("The last one");
     menu->setNbItemsPerColumn(4);
     frame->addView(menu);
-    popupsBefore = childrenOf(user->root()).size();
     click(20, 15);
     ASSERT_TRUE(until([&] { return popups().size() == 1; }));
   }
   std::vector<xcb_window_t> popups() {
     auto windows = childrenOf(user->root());
-    windows.erase(windows.begin(), windows.begin() + static_cast<std::ptrdiff_t>(popupsBefore));
+    std::erase_if(windows, [&](xcb_window_t w) {
+      return user->property(w, user->atom(Name::kNetWmWindowType)).words() !=
+             std::vector<std::uint32_t>{user->atom(Name::kNetWmWindowTypePopupMenu)};
+    });
     return windows;
   }
   // A point on the item whose top is at `top` of a popup, in the frame's pixels.
@@ -41,7 +43,6 @@ class X11Menu : public FrameDesktop {
   Listener listener;
   COptionMenu* sub = new COptionMenu({}, nullptr, 2);
   COptionMenu* menu = new COptionMenu({10, 10, 80, 24}, &listener, 1);
-  std::size_t popupsBefore = 0;
 };
 
 TEST_F(X11Menu, IsUsedByMouse) {
