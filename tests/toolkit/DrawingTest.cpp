@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 
 #include "toolkit/base/Bundle.h"
@@ -35,20 +36,24 @@ class Canvas {
   // The rectangle of the device pixels that are not empty.
   CRect inked() {
     CRect all;
-    for (int y = 0; y < 20 * scale_; ++y)
-      for (int x = 0; x < 40 * scale_; ++x)
-        if (at(x, y) > 0) all.unite(CRect(x, y, x + 1, y + 1));
+    eachPixel([&](int x, int y) {
+      if (at(x, y) > 0) all.unite(CRect(x, y, x + 1, y + 1));
+    });
     return all;
   }
   // Pixels that are neither empty nor full.
   int blurred() {
     int count = 0;
-    for (int y = 0; y < 20 * scale_; ++y)
-      for (int x = 0; x < 40 * scale_; ++x) count += at(x, y) > 0 && at(x, y) < 255;
+    eachPixel([&](int x, int y) { count += at(x, y) > 0 && at(x, y) < 255; });
     return count;
   }
+  Counted<CGraphicsPath> path() { return Counted<CGraphicsPath>::adopt(context->createGraphicsPath()); }
 
  private:
+  void eachPixel(const std::function<void(int, int)>& visit) const {
+    for (int y = 0; y < 20 * scale_; ++y)
+      for (int x = 0; x < 40 * scale_; ++x) visit(x, y);
+  }
   double scale_;
 
  public:
@@ -56,44 +61,56 @@ class Canvas {
       Counted<COffscreenContext>::adopt(COffscreenContext::create(nullptr, 40, 20, scale_));
 };
 
-TEST(Lines, OfOneUnitFillWholePixelsInTheIntegralModes) {
-  for (const std::uint32_t mode : {kAliasing, kAntiAliasing}) {
-    for (const double scale : {1.0, 1.5, 2.0}) {
-      Canvas canvas(scale);
-      canvas.context->setDrawMode(mode);
-      canvas.context->drawLine({10, 2}, {10, 12});
-      EXPECT_EQ(canvas.blurred(), 0) << mode << " " << scale;
-      EXPECT_EQ(canvas.inked().left, std::round(10 * scale));
-      EXPECT_EQ(canvas.inked().getWidth(), std::round(scale));
-    }
-  }
-}
-
-TEST(Lines, WithoutAntiAliasingAreSharpAnywhere) {
-  for (const double x : {10.0, 10.3, 10.7}) {
-    Canvas canvas;
-    canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
+TEST(Lines, AreSharpInTheIntegralModesAndWithoutAntiAliasing) {
+  const auto expectSharp = [](std::uint32_t mode, double scale, double x) {
+    Canvas canvas(scale);
+    canvas.context->setDrawMode(mode);
     canvas.context->drawLine({x, 2}, {x, 12});
-    EXPECT_EQ(canvas.blurred(), 0);
-    EXPECT_EQ(canvas.inked(), CRect(10, 2, 11, 12)) << x;
-  }
+    const double left = std::round(10 * scale);
+    EXPECT_EQ(canvas.blurred(), 0) << mode << " " << scale << " " << x;
+    EXPECT_EQ(canvas.inked(), CRect(left, 2 * scale, left + std::round(scale), 12 * scale)) << mode << " " << x;
+  };
+  for (const double scale : {1.0, 1.5, 2.0})
+    for (const std::uint32_t mode : {kAliasing, kAntiAliasing}) expectSharp(mode, scale, 10);
+  for (const double x : {10.0, 10.3, 10.7}) expectSharp(kAliasing | kNonIntegralMode, 1, x);
   Canvas canvas;
   canvas.context->setDrawMode(kAntiAliasing | kNonIntegralMode);
   canvas.context->drawLine({10, 2}, {10, 12});
   EXPECT_EQ(canvas.at(9, 5), canvas.at(10, 5)) << "half on each side";
 }
 
-TEST(Lines, OfWidthZeroAreOneDevicePixelUnderAnyTransform) {
-  Canvas canvas(2);
-  canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
-  canvas.context->setLineWidth(0);
-  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
-  path->beginSubpath({0, 0});
-  path->addLine({1, 0});
-  CGraphicsTransform transform;
-  transform.scale(30, 50).translate(5, 10);
-  canvas.context->drawGraphicsPath(path, CDrawContext::kPathStroked, &transform);
-  EXPECT_EQ(canvas.inked(), CRect(10, 20, 70, 21));
+TEST(Paths, AreStrokedUnderTransforms) {
+  const auto inked = [](double scale, double lineWidth, CPoint from, CPoint to, const CGraphicsTransform& transform) {
+    Canvas canvas(scale);
+    canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
+    canvas.context->setLineWidth(lineWidth);
+    const auto path = canvas.path();
+    path->beginSubpath(from);
+    path->addLine(to);
+    canvas.context->drawGraphicsPath(path, CDrawContext::kPathStroked, &transform);
+    return canvas.inked();
+  };
+  EXPECT_EQ(inked(2, 0, {0, 0}, {1, 0}, {30, 0, 0, 50, 5, 10}), CRect(10, 20, 70, 21)) << "0 is one device pixel";
+  EXPECT_EQ(inked(1, 2, {2, 2}, {6, 2}, {3, 0, 0, 3, 0, 0}), CRect(6, 3, 18, 9)) << "any other width grows";
+}
+
+TEST(Paths, AreFilledAlsoAfterATransformThatFlattensEverythingAndWithGradients) {
+  Canvas canvas;
+  const auto small = canvas.path();
+  small->addRect({0, 0, 5, 5});
+  CGraphicsTransform flat;
+  canvas.context->drawGraphicsPath(small, CDrawContext::kPathFilled, &flat.scale(0, 1));
+  canvas.context->drawGraphicsPath(small);
+  EXPECT_EQ(canvas.inked(), CRect(0, 0, 5, 5));
+  const auto path = canvas.path();
+  path->addRect({10, 0, 20, 20});
+  const auto gradient =
+      Counted<CGradient>::adopt(path->createGradient(0, 1, CColor(255, 255, 255, 0), CColor(255, 255, 255, 255)));
+  canvas.context->fillLinearGradient(path, *gradient, {0, 0}, {0, 20});
+  EXPECT_LT(canvas.at(15, 0), 15);
+  EXPECT_NEAR(canvas.at(15, 10), 134, 4);
+  EXPECT_GT(canvas.at(15, 19), 240);
+  EXPECT_EQ(canvas.at(25, 19), 0);
 }
 
 TEST(Shapes, OutlinesLieInsideInTheIntegralModes) {
@@ -108,41 +125,6 @@ TEST(Shapes, OutlinesLieInsideInTheIntegralModes) {
   round.context->drawEllipse({5, 5, 15, 15}, kDrawFilled);
   EXPECT_EQ(round.inked(), CRect(5, 5, 15, 15));
   EXPECT_EQ(round.at(5, 5), 0);
-}
-
-TEST(Shapes, StrokesScaleWithTheTransform) {
-  Canvas canvas;
-  canvas.context->setDrawMode(kAliasing | kNonIntegralMode);
-  canvas.context->setLineWidth(2);
-  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
-  path->beginSubpath({2, 2});
-  path->addLine({6, 2});
-  CGraphicsTransform transform;
-  canvas.context->drawGraphicsPath(path, CDrawContext::kPathStroked, &transform.scale(3, 3));
-  EXPECT_EQ(canvas.inked(), CRect(6, 3, 18, 9));
-}
-
-TEST(Shapes, ATransformThatFlattensEverythingDoesNotEndTheDrawing) {
-  Canvas canvas;
-  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
-  path->addRect({0, 0, 5, 5});
-  CGraphicsTransform flat;
-  canvas.context->drawGraphicsPath(path, CDrawContext::kPathFilled, &flat.scale(0, 1));
-  canvas.context->drawGraphicsPath(path);
-  EXPECT_EQ(canvas.inked(), CRect(0, 0, 5, 5));
-}
-
-TEST(Gradients, GoFromOneColourToTheOtherInsideThePath) {
-  Canvas canvas;
-  const auto path = Counted<CGraphicsPath>::adopt(canvas.context->createGraphicsPath());
-  path->addRect({10, 0, 20, 20});
-  const auto gradient =
-      Counted<CGradient>::adopt(path->createGradient(0, 1, CColor(255, 255, 255, 0), CColor(255, 255, 255, 255)));
-  canvas.context->fillLinearGradient(path, *gradient, {0, 0}, {0, 20});
-  EXPECT_LT(canvas.at(15, 0), 15);
-  EXPECT_NEAR(canvas.at(15, 10), 134, 4);
-  EXPECT_GT(canvas.at(15, 19), 240);
-  EXPECT_EQ(canvas.at(25, 19), 0);
 }
 
 TEST(Clips, CutAndComeBack) {
@@ -175,14 +157,13 @@ TEST(Text, LiesInItsRectangleWhereTheAlignmentSays) {
   EXPECT_NEAR(inked[kCenterText].getCenter().y, rect.getCenter().y, 2);
 }
 
-TEST(Text, IsSmoothOrNotAsTold) {
-  Canvas smooth;
-  smooth.context->drawString("Sog", CRect(0, 0, 40, 20), kCenterText, true);
-  EXPECT_GT(smooth.blurred(), 0);
-  Canvas plain;
-  plain.context->drawString("Sog", CRect(0, 0, 40, 20), kCenterText, false);
-  EXPECT_EQ(plain.blurred(), 0);
-  EXPECT_FALSE(plain.inked().isEmpty());
+TEST(Text, IsSmoothOrSharp) {
+  for (const bool smooth : {true, false}) {
+    Canvas canvas;
+    canvas.context->drawString("Sog", CRect(0, 0, 40, 20), kCenterText, smooth);
+    EXPECT_EQ(canvas.blurred() > 0, smooth);
+    EXPECT_FALSE(canvas.inked().isEmpty());
+  }
 }
 
 TEST(Text, GrowsWithItsSizeAndTakesAnyBytes) {

@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/Window.h"
-#include "toolkit/controls/CButtons.h"
-#include "toolkit/popups/CNewFileSelector.h"
 
 namespace {
 
 using namespace VSTGUI;
 
+// Two views side by side, "l" of which wants all of a press and "r", in a container at (100, 0), only the press itself.
 struct TwoViews : Window {
   TwoViews() {
     auto* const box = new CViewContainer({100, 0, 200, 100});
@@ -17,113 +16,75 @@ struct TwoViews : Window {
     frame->addView(left);
     frame->addView(box);
   }
-  Probe* left = new Probe({0, 0, 100, 100}, kMouseEventHandled);
-  Probe* right = new Probe({0, 0, 100, 100},  // in a container at (100, 0)
-                           kMouseDownEventHandledButDontNeedMovedOrUpEvents);
+  std::string log;
+  Probe* left = new Probe({0, 0, 100, 100}, kMouseEventHandled, &log, "l");
+  Probe* right = new Probe({0, 0, 100, 100}, kMouseDownEventHandledButDontNeedMovedOrUpEvents, &log, "r");
 };
 
-TEST(Events, AHandledPressKeepsThePointerUntilTheRelease) {
-  TwoViews window;
-  window.user().press({10, 10});
-  window.user().moveTo({150, 10});
-  EXPECT_EQ(window.right->log, "");
-  window.user().release();
-  EXPECT_EQ(window.left->log, "enter move down drag up exit ");
-  EXPECT_EQ(window.right->log, "enter ");
+TEST(Events, ReachTheViewThatTheyBelongTo) {
+  struct Case {
+    const char* what;
+    const char* doings;
+    const char* log;
+  };
+  for (const auto& [what, doings, log] : {
+           Case{"a handled press keeps the pointer until the release", "press 10 10 move 150 10 release 0 0",
+                "lenter lmove ldown ldrag lup lexit renter "},
+           {"one that wants no more gets no moves and no release", "press 150 20 move 10 10 release 0 0 move 11 10",
+            "renter rmove rdown rexit lenter lmove "},
+           {"leaving the window leaves the view", "move 10 10 leave 0 0", "lenter lmove lexit "},
+           {"drags from outside reach what is under them", "dragin 10 10 dragover 20 10 dragover 150 10 drop 160 10",
+            "ldragenter ldragmove ldragleave rdragenter rdragmove rdrop "},
+       }) {
+    TwoViews window;
+    window.play(doings);
+    EXPECT_EQ(window.log, log) << what;
+  }
 }
 
-TEST(Events, APressThatWantsNoMoreGetsNoMovesAndNoRelease) {
-  TwoViews window;
-  window.user().press({150, 20});
-  EXPECT_EQ(window.right->lastPress, CPoint(50, 20)) << "a view's points are in its parent's coordinates";
-  window.user().moveTo({10, 10});
-  window.user().release();
-  window.user().moveTo({11, 10});
-  EXPECT_EQ(window.right->log, "enter move down exit ");
-  EXPECT_EQ(window.left->log, "enter move ");
-}
-
-TEST(Events, LeavingTheWindowLeavesTheView) {
-  TwoViews window;
-  window.user().moveTo({10, 10});
-  window.user().leaveWindow();
-  EXPECT_EQ(window.left->log, "enter move exit ");
-}
-
-TEST(Events, ButtonWordsTellDoubleClicksAndTheAppleKey) {
+TEST(Events, CarryPlacesOfTheParentAndWordsWithDoubleClicksAndTheAppleKey) {
   TwoViews window;
   auto& user = window.user();
+  window.play("click 150 20");
+  EXPECT_EQ(window.right->lastPress, CPoint(50, 20));
   user.doubleClick({10, 10});
   EXPECT_EQ(window.left->pressWord, kLButton | kDoubleClick);
-  user.click({10, 10});
+  window.play("click 10 10");
   EXPECT_EQ(window.left->pressWord, kLButton) << "a third click begins anew";
-  window.platform.advance(1000);
-  user.click({10, 10});
+  window.play("wait 1000 0 click 10 10");
   EXPECT_EQ(window.left->pressWord, kLButton);
   user.holdModifiers(kApple);
-  user.press({10, 10});
+  window.play("press 10 10");
   EXPECT_EQ(window.left->pressWord, kRButton | kApple | kDoubleClick);
   EXPECT_EQ(window.frame->getCurrentMouseButtons(), kRButton | kApple);
+  user.dragEnter(window.dragged, {10, 10});
+  EXPECT_TRUE(user.drop({10, 10}));
 }
 
-TEST(Events, AViewThatGoesAwayInItsOwnPressIsForgottenSafely) {
-  class Leaver : public Probe {
-   public:
-    using Probe::Probe;
-    CMouseEventResult onMouseDown(CPoint&, const CButtonState&) override {
-      getFrame()->removeView(this);
-      return kMouseEventHandled;
-    }
-  };
-  Window window;
-  window.frame->addView(new Leaver({0, 0, 50, 50}, kMouseEventHandled));
-  window.user().press({10, 10});
-  window.user().moveTo({20, 10});
-  window.user().release();
-  EXPECT_EQ(window.frame->getNbViews(), 0u);
-}
-
-TEST(Events, InvisibleAndDisabledViewsLetThePointerThrough) {
+TEST(Events, PassViewsThatAreGoneInvisibleOrDisabled) {
   TwoViews window;
-  auto* const cover = new Probe({0, 0, 100, 100}, kMouseEventHandled);
+  auto* const cover = new Probe({0, 0, 100, 100}, kMouseEventHandled, &window.log, "c");
   window.frame->addView(cover);
   cover->setVisible(false);
-  window.user().click({10, 10});
+  window.play("click 10 10");
   cover->setVisible(true);
   cover->setMouseEnabled(false);
-  window.user().click({60, 10});
-  EXPECT_EQ(cover->log, "");
-  EXPECT_EQ(window.left->log, "enter move down up move down up ");
-}
-
-TEST(Events, DragsFromOutsideReachTheViewUnderThem) {
-  TwoViews window;
-  const auto drag = Counted<CDropSource>::adopt(new CDropSource("/a.mid", 6, IDataPackage::kFilePath));
-  window.user().dragEnter(drag, {10, 10});
-  window.user().dragMove({20, 10});
-  window.user().dragMove({150, 10});
-  EXPECT_TRUE(window.user().drop({160, 10}));
-  EXPECT_EQ(window.left->log, "dragenter dragmove dragleave ");
-  EXPECT_EQ(window.right->log, "dragenter dragmove drop ");
+  window.play("click 60 10");
+  EXPECT_EQ(window.log, "lenter lmove ldown lup lmove ldown lup ");
+  auto* const leaver = new Probe({0, 0, 50, 50}, kMouseEventHandled);
+  leaver->whenPressed = [&] { window.frame->removeView(leaver); };
+  window.frame->addView(leaver);
+  const auto before = window.frame->getNbViews();
+  window.play("press 10 10 move 20 10 release 0 0");
+  EXPECT_EQ(window.frame->getNbViews(), before - 1);
 }
 
 TEST(Events, ADragOutEndsThePressAndKeepsThePackage) {
-  class Source : public Probe {
-   public:
-    using Probe::Probe;
-    CMouseEventResult onMouseMoved(CPoint& where, const CButtonState& buttons) override {
-      if (buttons.isLeftButton()) {
-        const auto drag = Counted<CDropSource>::adopt(new CDropSource("/a.mid", 6, IDataPackage::kFilePath));
-        getFrame()->doDrag(drag, {0, 0});
-      }
-      return Probe::onMouseMoved(where, buttons);
-    }
-  };
   Window window;
-  auto* const source = new Source({0, 0, 50, 50}, kMouseEventHandled);
+  auto* const source = new Probe({0, 0, 50, 50}, kMouseEventHandled);
+  source->whenDragged = [&] { window.frame->doDrag(std::exchange(window.dragged, nullptr), {0, 0}); };
   window.frame->addView(source);
-  window.user().press({10, 10});
-  window.user().moveTo({-5, 10});
+  window.play("press 10 10 move -5 10");
   EXPECT_EQ(source->log, "enter move down drag up exit ");
   const void* data = nullptr;
   IDataPackage::Type type = IDataPackage::kError;
@@ -133,7 +94,7 @@ TEST(Events, ADragOutEndsThePressAndKeepsThePackage) {
   window.user().endDrag();
 }
 
-TEST(Events, KeysGoToTheFocusAndItsParents) {
+TEST(Events, KeysGoToTheFocus) {
   class KeyView : public CView {
    public:
     using CView::CView;
@@ -174,15 +135,14 @@ TEST(Frame, DoesNotOpenWithoutADisplay) {
 
 TEST(Frame, ChangesItsSizeOnlyWhenAllAgree) {
   Window window;
+  for (bool* const refuses : {&window.refusesSize, &window.user().refusesSize}) {
+    *refuses = true;
+    EXPECT_FALSE(window.frame->setSize(300, 150));
+    *refuses = false;
+  }
   CRect size;
-  window.refusesSize = true;
-  EXPECT_FALSE(window.frame->setSize(300, 150));
-  window.refusesSize = false;
-  window.user().refusesSize = true;
-  EXPECT_FALSE(window.frame->setSize(300, 150));
   window.frame->getSize(size);
   EXPECT_EQ(size, CRect(0, 0, 200, 100));
-  window.user().refusesSize = false;
   EXPECT_TRUE(window.frame->setSize(300, 150));
   window.frame->getSize(size);
   EXPECT_EQ(size, CRect(0, 0, 300, 150));

@@ -89,6 +89,10 @@ struct CRect {
     if (top > bottom) std::swap(top, bottom);
     return *this;
   }
+  // Without the right and the lower edge, so that of two rectangles side by side one has each point.
+  [[nodiscard]] constexpr bool holds(const CPoint& p) const noexcept {
+    return p.x >= left && p.x < right && p.y >= top && p.y < bottom;
+  }
   [[nodiscard]] constexpr bool rectOverlap(const CRect& other) const noexcept {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
   }

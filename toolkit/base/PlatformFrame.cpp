@@ -1,6 +1,7 @@
 #include "toolkit/base/PlatformFrame.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 
 namespace VSTGUI {
@@ -16,5 +17,11 @@ IPlatform*& platformSlot(PlatformType type) {
 
 void setPlatform(PlatformType type, IPlatform* platform) { platformSlot(type) = platform; }
 IPlatform* getPlatform(PlatformType type) { return platformSlot(type); }
+
+std::uint64_t steadyMilliseconds() {
+  using std::chrono::milliseconds;
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<std::uint64_t>(std::chrono::duration_cast<milliseconds>(now).count());
+}
 
 }  // namespace VSTGUI

@@ -171,4 +171,7 @@ class IPlatform {
 void setPlatform(PlatformType type, IPlatform* platform);
 [[nodiscard]] IPlatform* getPlatform(PlatformType type = PlatformType::kDefaultNative);
 
+// The process's monotonic clock, for platforms and for where there is none.
+[[nodiscard]] std::uint64_t steadyMilliseconds();
+
 }  // namespace VSTGUI

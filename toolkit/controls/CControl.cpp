@@ -31,7 +31,19 @@ CControl::CControl(const CRect& size, IControlListener* toTell, std::int32_t ini
   setBackground(background);
 }
 
-CControl::CControl(const CControl& other) = default;
+CControl::CControl(const CControl& other)
+    : CView(other),
+      IFocusDrawing(other),
+      IDependency(other),
+      tag(std::int32_t{other.tag}),
+      oldValue(float{other.oldValue}),
+      defaultValue(float{other.defaultValue}),
+      value(float{other.value}),
+      vmin(float{other.vmin}),
+      vmax(float{other.vmax}),
+      listener(other.listener),
+      backOffset(other.backOffset),
+      wheelInc(other.wheelInc) {}
 
 void CControl::setValueNormalized(float normalized) {
   setValue(getMin() + std::clamp(normalized, 0.0f, 1.0f) * (getMax() - getMin()));

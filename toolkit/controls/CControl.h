@@ -7,23 +7,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "threads/Shared.h"
 #include "toolkit/base/IControlListener.h"
-#include "toolkit/base/Relaxed.h"
 #include "toolkit/views/CView.h"
+#include "toolkit/views/IFocusDrawing.h"
 
 namespace VSTGUI {
-
-class CGraphicsPath;
-
-// How a view with the focus shows it.
-class IFocusDrawing {
- public:
-  virtual ~IFocusDrawing() = default;
-  // Whether the mark lies over the view's own drawing.
-  [[nodiscard]] virtual bool drawFocusOnTop() = 0;
-  // Adds the mark's outline; false for no mark.
-  virtual bool getFocusPath(CGraphicsPath& path) = 0;
-};
 
 // An object whose changes others want to hear of; they must take themselves off before they go.
 class IDependency {
@@ -50,7 +39,7 @@ class CControl : public CView, public IFocusDrawing, public IDependency {
  public:
   explicit CControl(const CRect& size, IControlListener* listener = nullptr, std::int32_t tag = 0,
                     CBitmap* background = nullptr);
-  CControl(const CControl& other);
+  CControl(const CControl& other);  // values as they stand, the same listener, no dependents
 
   virtual void setValue(float newValue) { value = newValue; }
   [[nodiscard]] virtual float getValue() const { return value; }
@@ -111,12 +100,12 @@ class CControl : public CView, public IFocusDrawing, public IDependency {
   // The listener's controlModifierClicked, where a modifier is held; true if the listener keeps the press.
   bool modifierClicked(CButtonState buttons);
 
-  Relaxed<std::int32_t> tag;
-  Relaxed<float> oldValue = 1.0f;
-  Relaxed<float> defaultValue = 0.5f;
-  Relaxed<float> value = 0.0f;
-  Relaxed<float> vmin = 0.0f;
-  Relaxed<float> vmax = 1.0f;
+  Shared<std::int32_t> tag;
+  Shared<float> oldValue = 1.0f;
+  Shared<float> defaultValue = 0.5f;
+  Shared<float> value = 0.0f;
+  Shared<float> vmin = 0.0f;
+  Shared<float> vmax = 1.0f;
   IControlListener* listener;
   CPoint backOffset;
   float wheelInc = 0.1f;

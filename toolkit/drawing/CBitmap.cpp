@@ -13,13 +13,12 @@ namespace {
 constexpr double kMaxPixels = 32767;  // a side of cairo's pictures in memory
 
 // Null instead of a surface that is in error.
-cairo_surface_t* usable(cairo_surface_t* surface) {
-  if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) return surface;
-  cairo_surface_destroy(surface);
-  return nullptr;
+CairoSurface usable(cairo_surface_t* surface) {
+  CairoSurface made(surface);
+  return cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS ? std::move(made) : nullptr;
 }
 
-cairo_surface_t* loadPng(const CResourceDescription& resource) {
+CairoSurface loadPng(const CResourceDescription& resource) {
   const std::string name = resource.lookupName("bmp");
   const auto path = gBundleRef ? gBundleRef->findResource(name, "png") : Bundle({}).findResource(name, "png");
   return path.empty() ? nullptr : usable(cairo_image_surface_create_from_png(path.c_str()));
@@ -29,8 +28,8 @@ cairo_surface_t* loadPng(const CResourceDescription& resource) {
 
 CBitmap::CBitmap(const CResourceDescription& resource) : surface_(loadPng(resource)) {
   if (!surface_) return;
-  width_ = cairo_image_surface_get_width(surface_);
-  height_ = cairo_image_surface_get_height(surface_);
+  width_ = cairo_image_surface_get_width(surface_.get());
+  height_ = cairo_image_surface_get_height(surface_.get());
 }
 
 CBitmap::CBitmap(CCoord width, CCoord height, double scaleFactor) : scaleFactor_(scaleFactor) {
@@ -40,13 +39,9 @@ CBitmap::CBitmap(CCoord width, CCoord height, double scaleFactor) : scaleFactor_
   surface_ = usable(
       cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(pixelsWide), static_cast<int>(pixelsHigh)));
   if (!surface_) return;
-  cairo_surface_set_device_scale(surface_, scaleFactor, scaleFactor);
+  cairo_surface_set_device_scale(surface_.get(), scaleFactor, scaleFactor);
   width_ = width;
   height_ = height;
-}
-
-CBitmap::~CBitmap() {
-  if (surface_) cairo_surface_destroy(surface_);
 }
 
 void CBitmap::draw(CDrawContext* context, const CRect& rect, const CPoint& offset, float alpha) {

@@ -4,8 +4,7 @@
 #include "toolkit/base/CBaseObject.h"
 #include "toolkit/base/CResourceDescription.h"
 #include "toolkit/base/Geometry.h"
-
-struct _cairo_surface;
+#include "toolkit/drawing/CairoPointers.h"
 
 namespace VSTGUI {
 
@@ -18,7 +17,6 @@ class CBitmap : public CBaseObject {
   explicit CBitmap(const CResourceDescription& resource);
   // An empty, transparent picture. Sizes are in frame units; each unit has `scaleFactor` device pixels.
   CBitmap(CCoord width, CCoord height, double scaleFactor = 1.0);
-  ~CBitmap() override;
   CBitmap(const CBitmap&) = delete;
   CBitmap& operator=(const CBitmap&) = delete;
 
@@ -31,12 +29,12 @@ class CBitmap : public CBaseObject {
   virtual void draw(CDrawContext* context, const CRect& rect, const CPoint& offset = CPoint(), float alpha = 1.0f);
 
   // The pixels, for this folder; null when nothing was loaded.
-  [[nodiscard]] _cairo_surface* getSurface() const { return surface_; }
+  [[nodiscard]] _cairo_surface* getSurface() const { return surface_.get(); }
 
   VSTGUI_CLASS(CBitmap, CBaseObject)
 
  private:
-  _cairo_surface* surface_ = nullptr;
+  CairoSurface surface_;
   CCoord width_ = 0;
   CCoord height_ = 0;
   double scaleFactor_ = 1.0;

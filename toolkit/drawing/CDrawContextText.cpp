@@ -7,6 +7,7 @@
 #include <string>
 
 #include "toolkit/base/CString.h"
+#include "toolkit/base/Utf8.h"
 #include "toolkit/drawing/CDrawContext.h"
 #include "toolkit/drawing/CDrawContextImpl.h"
 
@@ -32,8 +33,7 @@ constexpr const char* kFallbackFaces = ",Liberation Sans,Arimo,Helvetica,DejaVu 
 
 // One valid line: bytes that are no UTF-8 show as such, control characters as blanks.
 std::string oneLine(const char* text) {
-  const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text, -1), g_free);
-  std::string line = valid.get();
+  std::string line = madeValidUtf8(text);
   for (char& c : line)
     if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = ' ';
   return line;

@@ -10,11 +10,6 @@ namespace VSTGUI {
 
 namespace {
 
-struct ContextDeleter {
-  void operator()(cairo_t* context) const noexcept { cairo_destroy(context); }
-};
-using Cairo = std::unique_ptr<cairo_t, ContextDeleter>;
-
 int pixelsOf(double units, double scale) { return std::max(1, static_cast<int>(std::ceil(units * scale))); }
 
 // A colour of a premultiplied pixel.
@@ -24,10 +19,6 @@ std::uint8_t straight(std::uint32_t premultiplied, std::uint32_t alpha) {
 
 }  // namespace
 
-void HeadlessFrame::SurfaceDeleter::operator()(_cairo_surface* surface) const noexcept {
-  cairo_surface_destroy(surface);
-}
-
 HeadlessFrame::HeadlessFrame(HeadlessPlatform& platform, IPlatformFrameCallback* callback, const CRect& size)
     : platform_(platform), callback_(callback), scaleFactor_(platform.scaleFactor), size_(size), dirty_(size) {
   pixels_ = newSurface(size_);
@@ -36,9 +27,9 @@ HeadlessFrame::HeadlessFrame(HeadlessPlatform& platform, IPlatformFrameCallback*
 
 HeadlessFrame::~HeadlessFrame() { std::erase(platform_.frames_, this); }
 
-HeadlessFrame::Surface HeadlessFrame::newSurface(const CRect& size) const {
-  Surface made(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixelsOf(size.getWidth(), scaleFactor_),
-                                          pixelsOf(size.getHeight(), scaleFactor_)));
+CairoSurface HeadlessFrame::newSurface(const CRect& size) const {
+  CairoSurface made(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixelsOf(size.getWidth(), scaleFactor_),
+                                               pixelsOf(size.getHeight(), scaleFactor_)));
   cairo_surface_set_device_scale(made.get(), scaleFactor_, scaleFactor_);
   return made;
 }
@@ -185,7 +176,7 @@ void HeadlessFrame::cancelFileSelector(IFileSelectorCallback* callback) {
 _cairo_surface* HeadlessFrame::picture() {
   paintNow();
   composed_ = newSurface(size_);
-  const Cairo cairo(cairo_create(composed_.get()));
+  const CairoContext cairo(cairo_create(composed_.get()));
   cairo_set_source_surface(cairo.get(), pixels_.get(), 0, 0);
   cairo_paint(cairo.get());
   for (const auto& [id, popup] : popups_) {

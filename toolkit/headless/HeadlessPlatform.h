@@ -18,8 +18,8 @@
 #include "toolkit/base/CColor.h"
 #include "toolkit/base/IDataPackage.h"
 #include "toolkit/base/PlatformFrame.h"
-
-struct _cairo_surface;
+#include "toolkit/base/TimerQueue.h"
+#include "toolkit/drawing/CairoPointers.h"
 
 namespace VSTGUI {
 
@@ -35,7 +35,9 @@ class HeadlessPlatform : public IPlatform {
   [[nodiscard]] std::unique_ptr<IPlatformFrame> createFrame(IPlatformFrameCallback* callback, const CRect& size,
                                                             void* parent) override;
   [[nodiscard]] double getScaleFactor() const override { return scaleFactor; }
-  [[nodiscard]] std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) override;
+  [[nodiscard]] std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) override {
+    return timers_.createTimer(callback);
+  }
   [[nodiscard]] std::uint64_t getMilliseconds() const override { return now_; }
 
   // Moves the clock on and fires the timers that fall due, in the order of their times.
@@ -50,11 +52,10 @@ class HeadlessPlatform : public IPlatform {
 
  private:
   friend class HeadlessFrame;
-  friend class HeadlessTimer;
 
   std::uint64_t now_ = 1000;
   std::vector<HeadlessFrame*> frames_;
-  std::vector<class HeadlessTimer*> timers_;
+  TimerQueue timers_{*this};
 };
 
 // The window of one frame. The injecting operations hold the state of the pointer, its buttons and the modifier keys.
@@ -127,17 +128,13 @@ class HeadlessFrame : public IPlatformFrame {
   void cancelFileSelector(IFileSelectorCallback* callback) override;
 
  private:
-  struct SurfaceDeleter {
-    void operator()(_cairo_surface* surface) const noexcept;
-  };
-  using Surface = std::unique_ptr<_cairo_surface, SurfaceDeleter>;
   struct Popup {
     CRect rect;
     CRect dirty;
-    Surface pixels;
+    CairoSurface pixels;
   };
 
-  [[nodiscard]] Surface newSurface(const CRect& size) const;
+  [[nodiscard]] CairoSurface newSurface(const CRect& size) const;
   void paintPopups();
 
   HeadlessPlatform& platform_;
@@ -145,8 +142,8 @@ class HeadlessFrame : public IPlatformFrame {
   double scaleFactor_;
   CRect size_;
   CRect dirty_;
-  Surface pixels_;
-  Surface composed_;
+  CairoSurface pixels_;
+  CairoSurface composed_;
   std::map<PopupId, Popup> popups_;  // ids rise, so the topmost is last
   CPoint pointer_;
   std::int32_t buttons_ = 0;

@@ -1,7 +1,5 @@
 #include "toolkit/popups/CNewFileSelector.h"
 
-#include <algorithm>
-
 #include "toolkit/views/CFrame.h"
 
 namespace VSTGUI {
@@ -19,10 +17,12 @@ CNewFileSelector* CNewFileSelector::create(CFrame* frame, Style style) {
 CNewFileSelector::CNewFileSelector(CFrame* frame, Style style) : frame_(frame) {
   using Kind = FileSelectorRequest::Kind;
   request_.kind = style == kSelectFile ? Kind::kOpen : style == kSelectSaveFile ? Kind::kSave : Kind::kFolder;
-  frame_->selectors_.push_back(this);
+  frame_->addGuest(this);
 }
 
-CNewFileSelector::~CNewFileSelector() { leaveFrame(); }
+CNewFileSelector::~CNewFileSelector() {
+  if (frame_) frame_->removeGuest(this);
+}
 
 void CNewFileSelector::setTitle(const char* title) { request_.title = title ? title : ""; }
 void CNewFileSelector::setInitialDirectory(const char* path) { request_.initialDirectory = path ? path : ""; }
@@ -66,11 +66,6 @@ void CNewFileSelector::cancel() {
   running_ = false;
   if (auto* const window = frame_ ? frame_->getPlatformFrame() : nullptr) window->cancelFileSelector(this);
   forget();
-}
-
-void CNewFileSelector::leaveFrame() {
-  if (frame_) std::erase(frame_->selectors_, this);
-  frame_ = nullptr;
 }
 
 }  // namespace VSTGUI

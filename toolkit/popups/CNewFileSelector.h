@@ -6,6 +6,7 @@
 
 #include "toolkit/base/CBaseObject.h"
 #include "toolkit/base/PlatformFrame.h"
+#include "toolkit/views/FramePopup.h"
 
 namespace VSTGUI {
 
@@ -33,7 +34,7 @@ class CFileExtension {
 // `run` returns at once and keeps the selector alive; when the user is done it calls
 // `delegate->notify(selector, kSelectEndMessage)`, with no selected file if they cancelled. A frame that closes first
 // ends the selection silently, so a delegate that closes its frame before it goes is safe.
-class CNewFileSelector : public CBaseObject, private IFileSelectorCallback {
+class CNewFileSelector : public CBaseObject, private IFileSelectorCallback, private FrameGuest {
  public:
   enum Style : std::int32_t { kSelectFile = 0, kSelectSaveFile = 1, kSelectDirectory = 2 };
   static const IdStringPtr kSelectEndMessage;
@@ -62,11 +63,10 @@ class CNewFileSelector : public CBaseObject, private IFileSelectorCallback {
   VSTGUI_CLASS(CNewFileSelector, CBaseObject)
 
  private:
-  friend class CFrame;
-
   CNewFileSelector(CFrame* frame, Style style);
   void fileSelectorDone(const std::vector<std::string>& paths) override;
-  void leaveFrame();
+  void frameCloses() override { cancel(); }
+  void frameGoes() override { frame_ = nullptr; }
 
   CFrame* frame_;
   CBaseObject* delegate_ = nullptr;

@@ -4,6 +4,7 @@
 
 #include "toolkit/base/CString.h"
 #include "toolkit/drawing/CDrawContext.h"
+#include "toolkit/popups/MenuPopup.h"
 #include "toolkit/views/CFrame.h"
 
 namespace VSTGUI {
@@ -110,14 +111,14 @@ bool COptionMenu::popup() {
   localToFrame(corner);
   const CRect at(corner.x, corner.y, corner.x + getWidth(), corner.y + getHeight());
   const Counted<COptionMenu> alive = this;
-  const bool opened = frame->openMenu(this, at, [alive](COptionMenu* menu, std::int32_t index) {
+  const auto done = [alive](COptionMenu* menu, std::int32_t index) {
     alive->popupOpen_ = false;
     alive->invalid();
     if (menu) alive->choose(menu, index);
-  });
-  popupOpen_ = opened;
-  if (opened) invalid();
-  return opened;
+  };
+  popupOpen_ = frame->openPopup(std::make_unique<MenuPopup>(*frame, this, at, done));
+  if (popupOpen_) invalid();
+  return popupOpen_;
 }
 
 void COptionMenu::choose(COptionMenu* menu, std::int32_t index) {

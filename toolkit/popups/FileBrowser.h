@@ -8,14 +8,19 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "toolkit/base/CVSTGUITimer.h"
+#include "toolkit/popups/FolderListing.h"
 #include "toolkit/views/CFrame.h"
 
 namespace VSTGUI {
+
+class ItemList;
+class NameField;
+class TextButton;
+class TextLine;
 
 class FileBrowser : private CBaseObject {
  public:
@@ -32,11 +37,6 @@ class FileBrowser : private CBaseObject {
   [[nodiscard]] const std::vector<std::string>& getPaths() const { return paths_; }
 
  private:
-  class List;
-  class NameField;
-  class Button;
-  class Line;
-
   CMessageResult notify(CBaseObject* sender, IdStringPtr message) override;
   void addViews();
   void enter(const std::filesystem::path& folder);
@@ -45,19 +45,22 @@ class FileBrowser : private CBaseObject {
   void accept();
   void acceptName();
   void finish(std::vector<std::string> paths);
+  // Keys while the list has the focus, and those that all parts share; true when they were of use.
+  bool listKey(const VstKeyCode& key);
   bool dialogKey(const VstKeyCode& key);
 
   FileSelectorRequest request_;
   std::filesystem::path folder_;
-  std::filesystem::path confirmed_;  // the file that the user was told would be replaced
+  std::vector<FolderEntry> entries_;  // of the folder, as the list shows them
+  std::filesystem::path confirmed_;   // the file that the user was told would be replaced
   std::vector<std::string> paths_;
   bool done_ = false;
   Counted<CFrame> frame_;
-  List* list_ = nullptr;  // these belong to the frame
+  ItemList* list_ = nullptr;  // these belong to the frame
   NameField* name_ = nullptr;
-  Button* ok_ = nullptr;
-  Line* place_ = nullptr;
-  Line* hint_ = nullptr;
+  TextButton* ok_ = nullptr;
+  TextLine* place_ = nullptr;
+  TextLine* hint_ = nullptr;
   Counted<CVSTGUITimer> timer_;
 };
 

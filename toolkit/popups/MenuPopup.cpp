@@ -30,10 +30,6 @@ using namespace Theme;
 
 CRect shifted(CRect rect, const CPoint& by) { return rect.offset(by.x, by.y); }
 
-bool contains(const CRect& rect, const CPoint& p) {
-  return p.x >= rect.left && p.x < rect.right && p.y >= rect.top && p.y < rect.bottom;
-}
-
 // Moves a span of `length` to where it ends inside of the room, its start winning where it doesn't fit.
 double fitted(double start, double length, double roomStart, double roomEnd) {
   return std::max(roomStart, std::min(start, roomEnd - length));
@@ -67,13 +63,22 @@ class MenuPopup::HoverDelay : private CBaseObject {
   Counted<CVSTGUITimer> timer_;
 };
 
-MenuPopup::MenuPopup(CFrame& frame, COptionMenu* menu, const CRect& at, const CPoint& pressedAt)
+MenuPopup::MenuPopup(CFrame& frame, COptionMenu* menu, const CRect& at, Done done)
     : frame_(frame),
+      menu_(menu),
       owner_(at),
-      pressedAt_(pressedAt),
+      done_(std::move(done)),
+      pressedAt_(at.getTopLeft()),
       openedTicks_(CFrame::getTicks()),
-      hoverDelay_(std::make_unique<HoverDelay>(*this)) {
-  openLevel(menu, at, false);
+      hoverDelay_(std::make_unique<HoverDelay>(*this)) {}
+
+void MenuPopup::open() {
+  frame_.getCurrentMouseLocation(pressedAt_);
+  openLevel(menu_, owner_, false);
+}
+
+std::function<void()> MenuPopup::takeReport() {
+  return [done = std::exchange(done_, nullptr), choice = choice_] { done(choice.menu, choice.index); };
 }
 
 MenuPopup::~MenuPopup() {
@@ -155,10 +160,10 @@ void MenuPopup::openSubmenu(std::size_t level, std::int32_t item) {
 MenuPopup::Place MenuPopup::find(const CPoint& where) const {
   for (std::size_t i = levels_.size(); i-- > 0;) {
     const Level& level = levels_[i];
-    if (!contains(level.rect, where)) continue;
+    if (!level.rect.holds(where)) continue;
     const CPoint inside = where - level.rect.getTopLeft();
     const auto item =
-        std::find_if(level.items.begin(), level.items.end(), [&](const CRect& r) { return contains(r, inside); });
+        std::find_if(level.items.begin(), level.items.end(), [&](const CRect& r) { return r.holds(inside); });
     return {i, item == level.items.end() ? -1 : static_cast<std::int32_t>(item - level.items.begin())};
   }
   return {levels_.size(), -1};
@@ -214,7 +219,7 @@ void MenuPopup::mouseUp(const CPoint& where) {
   if (!meant) return;
   const Place place = find(where);
   if (place.level == levels_.size()) {
-    if (!contains(owner_, where)) dismiss();
+    if (!owner_.holds(where)) dismiss();
     return;
   }
   if (place.item >= 0) choose(place.level, place.item);
@@ -302,7 +307,7 @@ void MenuPopup::moveColumn(double direction) {
   const CRect& now = level.items[static_cast<std::size_t>(level.hover)];
   const double x = direction > 0 ? now.right + 1 : now.left - 1;
   for (std::size_t i = 0; i < level.items.size(); ++i) {
-    if (!contains(level.items[i], {x, now.getCenter().y})) continue;
+    if (!level.items[i].holds({x, now.getCenter().y})) continue;
     if (level.menu->getEntry(static_cast<std::int32_t>(i))->isEnabled())
       setHover(levels_.size() - 1, static_cast<std::int32_t>(i));
     return;

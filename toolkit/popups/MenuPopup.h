@@ -1,47 +1,50 @@
-// The popup of a menu while it is open: layout, drawing, pointer, keyboard. Internal to the frame. [ui]
+// The popup of a menu while it is open: layout, drawing, pointer, keyboard. Internal to `COptionMenu`. [ui]
 //
 // Each open menu is a level with a popup window of its own; the first is the menu's, each further one a sub-menu of the
 // level before. Points are in frame coordinates, item rectangles in those of their popup.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 #include "toolkit/base/CVSTGUITimer.h"
-#include "toolkit/base/PlatformFrame.h"
 #include "toolkit/popups/COptionMenu.h"
+#include "toolkit/views/FramePopup.h"
 
 namespace VSTGUI {
 
 class CDrawContext;
 class CFrame;
 
-class MenuPopup {
+class MenuPopup : public FramePopup {
  public:
-  struct Choice {
-    Counted<COptionMenu> menu;  // null for none
-    std::int32_t index = -1;
-  };
+  // The menu that was used, this or a sub-menu, and the index in it; null and -1 for none.
+  using Done = std::function<void(COptionMenu* menu, std::int32_t index)>;
 
-  // Opens at `at`, the place of the menu's own view, just pressed with the pointer at `pressedAt`.
-  MenuPopup(CFrame& frame, COptionMenu* menu, const CRect& at, const CPoint& pressedAt);
+  // Will open at `at`, the place of the menu's own view, which has just been pressed.
+  MenuPopup(CFrame& frame, COptionMenu* menu, const CRect& at, Done done);
   MenuPopup(const MenuPopup&) = delete;
   MenuPopup& operator=(const MenuPopup&) = delete;
-  ~MenuPopup();
+  ~MenuPopup() override;
 
-  void mouseDown(const CPoint& where);
-  void mouseUp(const CPoint& where);
-  void mouseMoved(const CPoint& where);
-  void keyDown(const VstKeyCode& key);
-  void draw(PopupId popup, CDrawContext& context) const;
-  void dismiss() { finished_ = true; }
-
-  // True once an item was chosen or the menu was left; the owner then takes the choice and destroys the popup.
-  [[nodiscard]] bool isFinished() const { return finished_; }
-  [[nodiscard]] const Choice& getChoice() const { return choice_; }
-  [[nodiscard]] COptionMenu* getMenu() const { return levels_.front().menu; }
+  void open() override;
+  void mouseDown(const CPoint& where) override;
+  void mouseUp(const CPoint& where) override;
+  void mouseMoved(const CPoint& where) override;
+  void keyDown(const VstKeyCode& key) override;
+  void draw(PopupId popup, CDrawContext& context) const override;
+  void dismiss() override { finished_ = true; }
+  // Once an item was chosen or the menu was left.
+  [[nodiscard]] bool isFinished() const override { return finished_; }
+  [[nodiscard]] const CView* getOwner() const override { return menu_; }
+  [[nodiscard]] std::function<void()> takeReport() override;
 
  private:
+  struct Choice {
+    Counted<COptionMenu> menu;
+    std::int32_t index = -1;
+  };
   struct Level {
     Counted<COptionMenu> menu;
     PopupId popup = 0;
@@ -72,7 +75,9 @@ class MenuPopup {
   void drawItem(CDrawContext& context, const Level& level, std::int32_t item) const;
 
   CFrame& frame_;
+  Counted<COptionMenu> menu_;
   CRect owner_;
+  Done done_;
   CPoint pressedAt_;
   std::uint32_t openedTicks_;
   bool ownPress_ = false;  // a press of its own came, after the one that opened it

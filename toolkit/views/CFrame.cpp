@@ -1,13 +1,11 @@
-// A frame's life, its window, focus, menus and painting. Events are in CFrameEvents.cpp.
+// A frame's life, its window, focus, popups and painting. Events are in CFrameEvents.cpp.
 #include "toolkit/views/CFrame.h"
 
-#include <chrono>
-
 #include "toolkit/base/VSTGUIEditorInterface.h"
-#include "toolkit/controls/CControl.h"
 #include "toolkit/drawing/CDrawContext.h"
-#include "toolkit/popups/CNewFileSelector.h"
-#include "toolkit/popups/MenuPopup.h"
+#include "toolkit/drawing/CGraphicsPath.h"
+#include "toolkit/views/FramePopup.h"
+#include "toolkit/views/IFocusDrawing.h"
 #include "toolkit/views/TextField.h"
 
 namespace VSTGUI {
@@ -20,7 +18,7 @@ CFrame::CFrame(const CRect& size, VSTGUIEditorInterface* editor)
 CFrame::~CFrame() {
   CFrame::removeAll(true);
   close();
-  for (CNewFileSelector* const selector : std::vector(selectors_)) selector->leaveFrame();
+  for (FrameGuest* const guest : std::exchange(guests_, {})) guest->frameGoes();
   if (textField_) textField_->detach();
 }
 
@@ -35,9 +33,9 @@ bool CFrame::open(void* parent, PlatformType type) {
 
 void CFrame::close() {
   if (!platformFrame_) return;
-  closeMenu();
+  closePopup();
   setFocusView(nullptr);
-  for (CNewFileSelector* const selector : std::vector(selectors_)) selector->cancel();
+  for (FrameGuest* const guest : std::vector(guests_)) guest->frameCloses();
   mouseDownView_ = hoverView_ = dragView_ = nullptr;
   buttonHeld_ = leftIsRight_ = dragBegan_ = false;
   platformFrame_.reset();
@@ -84,10 +82,8 @@ void CFrame::setCursor(std::int32_t cursor) {
 }
 
 std::uint32_t CFrame::getTicks() {
-  if (const auto* const platform = getPlatform()) return static_cast<std::uint32_t>(platform->getMilliseconds());
-  using std::chrono::milliseconds;
-  const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  return static_cast<std::uint32_t>(std::chrono::duration_cast<milliseconds>(now).count());
+  const auto* const platform = getPlatform();
+  return static_cast<std::uint32_t>(platform ? platform->getMilliseconds() : steadyMilliseconds());
 }
 
 void CFrame::setFocusView(CView* view) {
@@ -106,7 +102,7 @@ void CFrame::setFocusView(CView* view) {
 }
 
 void CFrame::updateWantsKeyboard() {
-  if (platformFrame_) platformFrame_->setWantsKeyboard(focusView_ || textField_ || menuPopup_);
+  if (platformFrame_) platformFrame_->setWantsKeyboard(focusView_ || textField_ || popup_);
 }
 
 bool CFrame::doDrag(IDataPackage* drag, const CPoint& offset, CBitmap* picture) {
@@ -134,41 +130,36 @@ void CFrame::textFieldClosed(const TextField* field) {
   updateWantsKeyboard();
 }
 
-bool CFrame::openMenu(COptionMenu* menu, const CRect& at, MenuDone done) {
-  if (!menu || menu->getNbEntries() == 0 || !platformFrame_ || menuPopup_) return false;
-  CPoint pointer = at.getTopLeft();
-  getCurrentMouseLocation(pointer);
-  menuDone_ = std::move(done);
-  menuPopup_ = std::make_unique<MenuPopup>(*this, menu, at, pointer);
+bool CFrame::openPopup(std::unique_ptr<FramePopup> popup) {
+  if (!popup || !platformFrame_ || popup_) return false;
+  popup_ = std::move(popup);
+  popup_->open();
   updateWantsKeyboard();
   return true;
 }
 
-bool CFrame::isMenuOpen() const { return menuPopup_ != nullptr; }
-
-void CFrame::closeMenu() {
-  if (!menuPopup_) return;
-  menuPopup_->dismiss();
-  finishMenu();
+void CFrame::closePopup() {
+  if (!popup_) return;
+  popup_->dismiss();
+  finishPopup();
 }
 
-void CFrame::finishMenu() {
-  if (!menuPopup_ || !menuPopup_->isFinished()) return;
-  const MenuPopup::Choice choice = menuPopup_->getChoice();
-  const MenuDone done = std::exchange(menuDone_, nullptr);
+void CFrame::finishPopup() {
+  if (!popup_ || !popup_->isFinished()) return;
   const Counted<CFrame> alive = this;
-  menuPopup_.reset();
+  const auto report = popup_->takeReport();
+  popup_.reset();
   updateWantsKeyboard();
-  if (done) done(choice.menu, choice.index);
+  if (report) report();
 }
 
 void CFrame::viewWillBeRemoved(CView* view) {
-  const auto leaves = [&](CView* held) {
+  const auto leaves = [&](const CView* held) {
     for (const CView* v = held; v; v = v->getParentView())
       if (v == view) return true;
     return false;
   };
-  if (menuPopup_ && leaves(menuPopup_->getMenu())) closeMenu();
+  if (popup_ && leaves(popup_->getOwner())) closePopup();
   if (focusView_ && leaves(focusView_)) setFocusView(nullptr);
   for (CView** const held : {&mouseDownView_, &hoverView_, &dragView_})
     if (*held && leaves(*held)) *held = nullptr;
@@ -204,7 +195,7 @@ void CFrame::platformDraw(CDrawContext& context, const CRect& dirty) {
 }
 
 void CFrame::platformPopupDraw(PopupId popup, CDrawContext& context, const CRect& /*dirty*/) {
-  if (menuPopup_) menuPopup_->draw(popup, context);
+  if (popup_) popup_->draw(popup, context);
 }
 
 void CFrame::platformScaleFactorChanged(double /*scaleFactor*/) { invalid(); }

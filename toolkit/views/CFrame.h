@@ -7,19 +7,18 @@
 //   frame->close(); frame->forget();
 #pragma once
 
-#include <functional>
 #include <memory>
+#include <vector>
 
 #include "toolkit/base/PlatformFrame.h"
 #include "toolkit/views/CViewContainer.h"
 
 namespace VSTGUI {
 
-class COptionMenu;
-class CNewFileSelector;
+class FrameGuest;
+class FramePopup;
 class IPlatformTextEdit;
 class IPlatformTextEditCallback;
-class MenuPopup;
 class TextField;
 class VSTGUIEditorInterface;
 
@@ -31,7 +30,7 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
 
   // Attaches to the host's window. False without a display, with a bad parent, or when it is open already.
   bool open(void* parent, PlatformType type = PlatformType::kDefaultNative);
-  // Detaches; popups, text fields and selectors close without telling anybody. The views stay.
+  // Detaches; popups, text fields and guests close without telling anybody. The views stay.
   void close();
   [[nodiscard]] bool isOpen() const { return platformFrame_ != nullptr; }
   // Repaints dirty views and lets waiting events run.
@@ -64,12 +63,15 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
   // caller owns the result.
   [[nodiscard]] IPlatformTextEdit* createPlatformTextEdit(IPlatformTextEditCallback* callback);
 
-  // Opens the menu at a rectangle (in frame coordinates) that says where its view lies; `done` runs once it has closed,
-  // with null or with the menu that was used and the index in it. False while another menu is open or the frame closed.
-  using MenuDone = std::function<void(COptionMenu* menu, std::int32_t index)>;
-  bool openMenu(COptionMenu* menu, const CRect& at, MenuDone done);
-  [[nodiscard]] bool isMenuOpen() const;
-  void closeMenu();
+  // Opens a popup, which gets all events until it is finished. False, and the popup is gone without a report, while
+  // another is open or the frame is closed.
+  bool openPopup(std::unique_ptr<FramePopup> popup);
+  [[nodiscard]] bool isPopupOpen() const { return popup_ != nullptr; }
+  void closePopup();
+
+  // The guest hears of the window's end until it leaves.
+  void addGuest(FrameGuest* guest) { guests_.push_back(guest); }
+  void removeGuest(FrameGuest* guest) { std::erase(guests_, guest); }
 
   [[nodiscard]] VSTGUIEditorInterface* getEditor() const { return editor_; }
   [[nodiscard]] IPlatformFrame* getPlatformFrame() const { return platformFrame_.get(); }
@@ -92,9 +94,7 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
   void viewWillBeRemoved(CView* view) override;
 
  private:
-  friend class MenuPopup;
   friend class TextField;
-  friend class CNewFileSelector;
 
   // Where the last press was, to find double-clicks.
   struct LastPress {
@@ -129,17 +129,16 @@ class CFrame : public CViewContainer, private IPlatformFrameCallback {
   CMouseEventResult endPress(const CPoint& where, CButtonState buttons);
   void hoverOver(CView* view, const CPoint& where, CButtonState buttons);
   void dragOver(IDataPackage* drag, const CPoint& where);
-  // After each event that a popup got: closes it when it is done.
-  void finishMenu();
+  // After each event that a popup got: closes it when it is finished, and runs its report.
+  void finishPopup();
   void textFieldClosed(const TextField* field);
   void updateWantsKeyboard();
   std::int32_t offerKey(VstKeyCode& key, std::int32_t (CView::*operation)(VstKeyCode&));
 
   VSTGUIEditorInterface* editor_;
   std::unique_ptr<IPlatformFrame> platformFrame_;
-  std::unique_ptr<MenuPopup> menuPopup_;
-  MenuDone menuDone_;
-  std::vector<CNewFileSelector*> selectors_;
+  std::unique_ptr<FramePopup> popup_;
+  std::vector<FrameGuest*> guests_;
   TextField* textField_ = nullptr;
   CView* focusView_ = nullptr;
   CView* mouseDownView_ = nullptr;

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "toolkit/base/IDataPackage.h"
-#include "toolkit/popups/MenuPopup.h"
 #include "toolkit/views/CFrame.h"
+#include "toolkit/views/FramePopup.h"
 #include "toolkit/views/TextField.h"
 
 namespace VSTGUI {
@@ -44,9 +44,9 @@ CButtonState CFrame::reported(CButtonState buttons) const {
 
 CMouseEventResult CFrame::platformMouseDown(const CPoint& where, CButtonState buttons) {
   const Counted<CFrame> alive = this;
-  if (menuPopup_) {
-    menuPopup_->mouseDown(where);
-    finishMenu();
+  if (popup_) {
+    popup_->mouseDown(where);
+    finishPopup();
     return kMouseEventHandled;
   }
   if (buttonHeld_) return kMouseEventHandled;  // further buttons don't disturb a drag
@@ -85,8 +85,8 @@ CMouseEventResult CFrame::pressView(CView* view, const CPoint& where, CButtonSta
 
 CMouseEventResult CFrame::platformMouseMoved(const CPoint& where, CButtonState buttons) {
   const Counted<CFrame> alive = this;
-  if (menuPopup_) {
-    menuPopup_->mouseMoved(where);
+  if (popup_) {
+    popup_->mouseMoved(where);
     return kMouseEventHandled;
   }
   if (buttonHeld_ && buttons.getButtonState() == 0) endPress(where, buttons);  // the release got lost
@@ -108,10 +108,10 @@ CMouseEventResult CFrame::platformMouseMoved(const CPoint& where, CButtonState b
 
 CMouseEventResult CFrame::platformMouseUp(const CPoint& where, CButtonState buttons) {
   const Counted<CFrame> alive = this;
-  if (menuPopup_) {
-    menuPopup_->mouseUp(where);
+  if (popup_) {
+    popup_->mouseUp(where);
     buttonHeld_ = false;
-    finishMenu();
+    finishPopup();
     return kMouseEventHandled;
   }
   if (!buttonHeld_ || (buttons & heldButton_) == 0) return kMouseEventNotHandled;
@@ -130,13 +130,13 @@ CMouseEventResult CFrame::endPress(const CPoint& where, CButtonState buttons) {
     result = view->onMouseUp(local, word);
   }
   leftIsRight_ = false;
-  if (platformFrame_ && !menuPopup_) hoverOver(getViewAt(where, true), where, buttons.getModifierState());
+  if (platformFrame_ && !popup_) hoverOver(getViewAt(where, true), where, buttons.getModifierState());
   return result;
 }
 
 void CFrame::platformMouseExited(CButtonState buttons) {
   const Counted<CFrame> alive = this;
-  if (!buttonHeld_ && !menuPopup_) hoverOver(nullptr, {-1, -1}, reported(buttons));
+  if (!buttonHeld_ && !popup_) hoverOver(nullptr, {-1, -1}, reported(buttons));
 }
 
 // Tells the view that the pointer leaves and the one that it enters.
@@ -160,7 +160,7 @@ bool CFrame::platformWheel(const CPoint& where, float distance, CButtonState but
 }
 
 bool CFrame::onWheel(const CPoint& where, const float& distance, const CButtonState& buttons) {
-  if (menuPopup_) return true;
+  if (popup_) return true;
   const Counted<CView> view = getViewAt(where, true);
   return view && view->onWheel(inView(view, where), distance, buttons);
 }
@@ -171,9 +171,9 @@ bool CFrame::platformKeyUp(VstKeyCode& key) { return CFrame::onKeyUp(key) == kKe
 
 std::int32_t CFrame::onKeyDown(VstKeyCode& key) {
   const Counted<CFrame> alive = this;
-  if (menuPopup_) {
-    menuPopup_->keyDown(key);
-    finishMenu();
+  if (popup_) {
+    popup_->keyDown(key);
+    finishPopup();
     return kKeyHandled;
   }
   if (textField_ && !keyInField_) {
@@ -197,11 +197,11 @@ std::int32_t CFrame::offerKey(VstKeyCode& key, std::int32_t (CView::*operation)(
 void CFrame::platformActivated(bool active) {
   const Counted<CFrame> alive = this;
   if (active) return;
-  closeMenu();
+  closePopup();
   if (const Counted<TextField> field = textField_) field->leave();
 }
 
-void CFrame::platformPopupsDismissed() { closeMenu(); }
+void CFrame::platformPopupsDismissed() { closePopup(); }
 
 // Tells the view that the drag leaves and the one that it enters, or that it moves.
 void CFrame::dragOver(IDataPackage* drag, const CPoint& where) {

@@ -100,11 +100,7 @@ CBitmap* CView::getDrawBackground() const {
   return !mouseEnabled_ && disabledBackground_ ? disabledBackground_ : background_;
 }
 
-// Without the right and the lower edge, so that of two views side by side one has each pixel.
-bool CView::hitTest(const CPoint& where) const {
-  const CRect& area = mouseableArea_;
-  return where.x >= area.left && where.x < area.right && where.y >= area.top && where.y < area.bottom;
-}
+bool CView::hitTest(const CPoint& where) const { return mouseableArea_.holds(where); }
 
 void CView::attached(CViewContainer* parent) {
   parent_ = parent;

@@ -7,10 +7,10 @@
 
 #include <atomic>
 
+#include "threads/Shared.h"
 #include "toolkit/base/CBaseObject.h"
 #include "toolkit/base/Events.h"
 #include "toolkit/base/Geometry.h"
-#include "toolkit/base/Relaxed.h"
 #include "toolkit/drawing/CBitmap.h"
 
 namespace VSTGUI {
@@ -103,7 +103,7 @@ class CView : public CBaseObject {
   Counted<CBitmap> background_;
   Counted<CBitmap> disabledBackground_;
   std::atomic<std::uint32_t> dirtyMarks_ = 0;  // how often setDirty(true) was called
-  Relaxed<std::uint32_t> drawnMarks_ = 0;      // how many of these have been seen to
+  Shared<std::uint32_t> drawnMarks_ = 0;       // how many of these have been seen to
   bool visible_ = true;
   bool mouseEnabled_ = true;
   bool transparent_ = false;

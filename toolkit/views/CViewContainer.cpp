@@ -100,11 +100,8 @@ void CViewContainer::invalidateDirtyViews() {
   }
 }
 
-bool CViewContainer::hitTest(const CPoint& where) const {
-  // A container's mouseable area follows its size.
-  const CRect& area = getViewSize();
-  return where.x >= area.left && where.x < area.right && where.y >= area.top && where.y < area.bottom;
-}
+// A container's mouseable area follows its size.
+bool CViewContainer::hitTest(const CPoint& where) const { return getViewSize().holds(where); }
 
 void CViewContainer::draw(CDrawContext* context) {
   const CRect& size = getViewSize();

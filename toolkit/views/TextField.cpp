@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "toolkit/base/Utf8.h"
 #include "toolkit/views/CFrame.h"
 #include "toolkit/views/COffscreenContext.h"
 
@@ -12,27 +13,6 @@ namespace {
 constexpr std::uint32_t kBlinkMs = 530;
 constexpr std::size_t kMaxBytes = 4096;
 constexpr CColor kSelectionColor{0, 114, 179};
-
-bool continues(char c) { return (static_cast<unsigned char>(c) & 0xc0) == 0x80; }
-
-void appendUtf8(std::string& text, std::int32_t code) {
-  const auto add = [&](std::int32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (code < 0x80) {
-    add(code);
-  } else if (code < 0x800) {
-    add(0xc0 | code >> 6);
-    add(0x80 | (code & 0x3f));
-  } else if (code < 0x10000) {
-    add(0xe0 | code >> 12);
-    add(0x80 | (code >> 6 & 0x3f));
-    add(0x80 | (code & 0x3f));
-  } else {
-    add(0xf0 | code >> 18);
-    add(0x80 | (code >> 12 & 0x3f));
-    add(0x80 | (code >> 6 & 0x3f));
-    add(0x80 | (code & 0x3f));
-  }
-}
 
 bool isText(std::int32_t code) {
   return code >= 0x20 && code != 0x7f && code <= 0x10ffff && !(code >= 0xd800 && code <= 0xdfff);
@@ -60,7 +40,7 @@ TextField::~TextField() {
 bool TextField::getText(char* buffer, std::uint32_t capacity) const {
   if (!buffer || capacity == 0) return false;
   std::size_t length = std::min<std::size_t>(text_.size(), capacity - 1);
-  while (length < text_.size() && length > 0 && continues(text_[length])) --length;  // no half characters
+  while (length < text_.size() && length > 0 && continuesCharacter(text_[length])) --length;  // no half characters
   std::copy_n(text_.begin(), length, buffer);
   buffer[length] = 0;
   return true;
@@ -93,14 +73,14 @@ void TextField::invalidate() const {
 }
 
 std::size_t TextField::before(std::size_t position) const {
-  while (position > 0 && continues(text_[--position])) {
+  while (position > 0 && continuesCharacter(text_[--position])) {
   }
   return position;
 }
 
 std::size_t TextField::after(std::size_t position) const {
   if (position < text_.size()) ++position;
-  while (position < text_.size() && continues(text_[position])) ++position;
+  while (position < text_.size() && continuesCharacter(text_[position])) ++position;
   return position;
 }
 

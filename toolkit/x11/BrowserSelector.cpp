@@ -62,7 +62,7 @@ class BrowserSelector : public FileSelector {
   }
 
   void take(const xcb_generic_event_t& event) {
-    const auto type = event.response_type & 0x7f;
+    const auto type = eventType(event);
     if (type == XCB_CLIENT_MESSAGE) {
       const auto& message = eventAs<xcb_client_message_event_t>(event);
       if (message.data.data32[0] == connection_->atom(Name::kWmDeleteWindow)) closed_ = true;

@@ -11,11 +11,6 @@ namespace {
 
 constexpr std::size_t kMaxRects = 12;
 
-struct ContextDeleter {
-  void operator()(cairo_t* context) const noexcept { cairo_destroy(context); }
-};
-using Cairo = std::unique_ptr<cairo_t, ContextDeleter>;
-
 }  // namespace
 
 void Damage::add(const CRect& rect) {
@@ -36,8 +31,6 @@ void Damage::add(const CRect& rect) {
   rects_.assign(1, whole);
 }
 
-void Canvas::SurfaceDeleter::operator()(_cairo_surface* surface) const noexcept { cairo_surface_destroy(surface); }
-
 Canvas::Canvas(Connection& connection, xcb_window_t window, const xcb_visualtype_t& visual, int width, int height,
                double scaleFactor)
     : scale_(scaleFactor), width_(width), height_(height) {
@@ -47,9 +40,9 @@ Canvas::Canvas(Connection& connection, xcb_window_t window, const xcb_visualtype
 }
 
 // Of the window's own kind, so that its pixels can be sent as they are.
-Canvas::Surface Canvas::newMemory(int width, int height) const {
+CairoSurface Canvas::newMemory(int width, int height) const {
   const bool hasAlpha = cairo_surface_get_content(window_.get()) == CAIRO_CONTENT_COLOR_ALPHA;
-  Surface made(cairo_image_surface_create(hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24, width, height));
+  CairoSurface made(cairo_image_surface_create(hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24, width, height));
   cairo_surface_set_device_scale(made.get(), scale_, scale_);
   return made;
 }
@@ -60,7 +53,7 @@ bool Canvas::isUsable() const {
 }
 
 bool Canvas::resize(int width, int height) {
-  Surface grown = newMemory(width, height);
+  CairoSurface grown = newMemory(width, height);
   if (cairo_surface_status(grown.get()) != CAIRO_STATUS_SUCCESS) return false;
   memory_ = std::move(grown);
   cairo_xcb_surface_set_size(window_.get(), width, height);
@@ -86,10 +79,10 @@ void Canvas::present(const CRect& rect) {
   if (rounded.isEmpty()) return;
   cairo_surface_flush(memory_.get());
   // The same pixels without a scale, which cairo can send without a transform.
-  const Surface pixels(cairo_image_surface_create_for_data(
+  const CairoSurface pixels(cairo_image_surface_create_for_data(
       cairo_image_surface_get_data(memory_.get()), cairo_image_surface_get_format(memory_.get()),
       static_cast<int>(width_), static_cast<int>(height_), cairo_image_surface_get_stride(memory_.get())));
-  const Cairo cairo(cairo_create(window_.get()));
+  const CairoContext cairo(cairo_create(window_.get()));
   cairo_rectangle(cairo.get(), rounded.left, rounded.top, rounded.getWidth(), rounded.getHeight());
   cairo_set_operator(cairo.get(), CAIRO_OPERATOR_SOURCE);
   cairo_set_source_surface(cairo.get(), pixels.get(), 0, 0);

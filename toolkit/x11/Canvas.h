@@ -5,9 +5,8 @@
 #include <vector>
 
 #include "toolkit/base/Geometry.h"
+#include "toolkit/drawing/CairoPointers.h"
 #include "toolkit/x11/Connection.h"
-
-struct _cairo_surface;
 
 namespace VSTGUI::X11 {
 
@@ -50,20 +49,15 @@ class Canvas {
   void detachFromServer();
 
  private:
-  struct SurfaceDeleter {
-    void operator()(_cairo_surface* surface) const noexcept;
-  };
-  using Surface = std::unique_ptr<_cairo_surface, SurfaceDeleter>;
-
-  [[nodiscard]] Surface newMemory(int width, int height) const;
+  [[nodiscard]] CairoSurface newMemory(int width, int height) const;
   // The rectangle on whole pixels.
   [[nodiscard]] CRect toPixels(const CRect& units) const;
 
   double scale_;
   double width_;  // device pixels
   double height_;
-  Surface window_;
-  Surface memory_;
+  CairoSurface window_;
+  CairoSurface memory_;
   Damage damage_;
 };
 

@@ -205,6 +205,22 @@ CRect Connection::monitorAt(double x, double y) const {
   return screen;
 }
 
+std::optional<Connection::Place> Connection::translated(xcb_window_t from, xcb_window_t to, int x, int y) const {
+  const Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+      xcb_, xcb_translate_coordinates(xcb_, from, to, static_cast<std::int16_t>(x), static_cast<std::int16_t>(y)),
+      nullptr));
+  return place ? std::optional<Place>({place->dst_x, place->dst_y, place->child}) : std::nullopt;
+}
+
+bool Connection::grabPointer(xcb_window_t window, std::uint32_t events, CCursorType shape) {
+  const Reply<xcb_grab_pointer_reply_t> grab(
+      xcb_grab_pointer_reply(xcb_,
+                             xcb_grab_pointer(xcb_, 0, window, static_cast<std::uint16_t>(events), XCB_GRAB_MODE_ASYNC,
+                                              XCB_GRAB_MODE_ASYNC, kNoWindow, cursor(shape), XCB_CURRENT_TIME),
+                             nullptr));
+  return grab && grab->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
 bool Connection::waitReadable(int milliseconds) const {
   pollfd waited{xcb_get_file_descriptor(xcb_), POLLIN, 0};
   return ::poll(&waited, 1, milliseconds) > 0;

@@ -35,6 +35,9 @@ template <class T>
   return reinterpret_cast<const T&>(event);
 }
 
+// Its kind, without the mark of those that clients sent.
+[[nodiscard]] inline std::uint8_t eventType(const xcb_generic_event_t& event) { return event.response_type & 0x7f; }
+
 // As plain numbers, which the enumerators of the same meaning don't mix with.
 inline constexpr xcb_atom_t kNoAtom = XCB_ATOM_NONE;
 inline constexpr xcb_window_t kNoWindow = XCB_WINDOW_NONE;
@@ -113,6 +116,17 @@ class Connection {
   [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t window) const;
   // The monitor that holds a point of the root window, in pixels; the root window where there is none.
   [[nodiscard]] CRect monitorAt(double x, double y) const;
+
+  // A place in pixels of one window as another has it, and the child of that one that lies there; none for a window
+  // that is gone.
+  struct Place {
+    int x;
+    int y;
+    xcb_window_t child;
+  };
+  [[nodiscard]] std::optional<Place> translated(xcb_window_t from, xcb_window_t to, int x, int y) const;
+  // Has pointer events go to `window` wherever they happen; false while somebody else has them.
+  bool grabPointer(xcb_window_t window, std::uint32_t events, CCursorType shape);
 
   [[nodiscard]] Event poll() { return Event(xcb_poll_for_event(xcb_)); }
   // Waits until there is something to read; false when the time is up.

@@ -18,8 +18,7 @@ constexpr std::uint32_t kVersion = 5;
 constexpr std::uint32_t kOldestVersion = 3;
 constexpr auto kStatusPatience = 2s;     // after the release
 constexpr auto kTransferPatience = 20s;  // until the target has what it wants
-constexpr std::uint8_t kEventMask = 0x7f;
-constexpr std::uint16_t kGrabbed =
+constexpr std::uint32_t kGrabbed =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
 
 }  // namespace
@@ -100,12 +99,7 @@ bool DragSource::begin(IDataPackage* drag, CPoint offset, CBitmap* picture, int 
   if (dragging_) return false;
   cancel();  // a transfer that still hangs
   if (!selection_.own(offersOf(*drag), time)) return false;
-  const Reply<xcb_grab_pointer_reply_t> grab(xcb_grab_pointer_reply(
-      connection_,
-      xcb_grab_pointer(connection_, 0, window_, kGrabbed, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, kNoWindow,
-                       connection_.cursor(kCursorNotAllowed), XCB_CURRENT_TIME),
-      nullptr));
-  if (!grab || grab->status != XCB_GRAB_STATUS_SUCCESS) {
+  if (!connection_.grabPointer(window_, kGrabbed, kCursorNotAllowed)) {
     selection_.disown(time);
     return false;
   }
@@ -126,11 +120,7 @@ bool DragSource::begin(IDataPackage* drag, CPoint offset, CBitmap* picture, int 
 DragSource::Target DragSource::targetAt(int rootX, int rootY) const {
   Target found = asTarget(connection_.root());
   for (xcb_window_t window = connection_.root(); window != kNoWindow;) {
-    const Reply<xcb_translate_coordinates_reply_t> inside(xcb_translate_coordinates_reply(
-        connection_,
-        xcb_translate_coordinates(connection_, connection_.root(), window, static_cast<std::int16_t>(rootX),
-                                  static_cast<std::int16_t>(rootY)),
-        nullptr));
+    const auto inside = connection_.translated(connection_.root(), window, rootX, rootY);
     window = inside ? inside->child : kNoWindow;
     if (window == kNoWindow) break;
     const Target deeper = asTarget(window);
@@ -256,7 +246,7 @@ void DragSource::end() {
 
 bool DragSource::takes(const xcb_generic_event_t& event) {
   if (selection_.takes(event)) return true;
-  const std::uint8_t type = event.response_type & kEventMask;
+  const std::uint8_t type = eventType(event);
   if (type == XCB_EXPOSE && picture_) {
     const auto& area = eventAs<xcb_expose_event_t>(event);
     if (area.window != picture_->window) return false;

@@ -8,7 +8,6 @@ namespace VSTGUI::X11 {
 namespace {
 
 constexpr std::uint32_t kVersion = 5;
-constexpr std::uint8_t kEventMask = 0x7f;
 
 int hexValue(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -70,7 +69,7 @@ void DropTarget::announce() {
 }
 
 bool DropTarget::takes(const xcb_generic_event_t& event) {
-  const std::uint8_t type = event.response_type & kEventMask;
+  const std::uint8_t type = eventType(event);
   if (type == XCB_DESTROY_NOTIFY && source_ != kNoWindow && source_ != window_ &&
       eventAs<xcb_destroy_notify_event_t>(event).window == source_) {
     leave();
@@ -141,10 +140,8 @@ void DropTarget::position(const xcb_client_message_data_t& data) {
 
 std::optional<CPoint> DropTarget::placeInWindow(std::int16_t rootX, std::int16_t rootY) const {
   const NoPipeSignal guard;
-  const Reply<xcb_translate_coordinates_reply_t> here(xcb_translate_coordinates_reply(
-      connection_, xcb_translate_coordinates(connection_, connection_.root(), window_, rootX, rootY), nullptr));
-  if (!here) return std::nullopt;
-  return CPoint(here->dst_x / scale_, here->dst_y / scale_);
+  const auto here = connection_.translated(connection_.root(), window_, rootX, rootY);
+  return here ? std::optional(CPoint(here->x / scale_, here->y / scale_)) : std::nullopt;
 }
 
 void DropTarget::leave() {

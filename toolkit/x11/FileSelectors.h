@@ -39,6 +39,8 @@ class FileSelector {
 [[nodiscard]] std::unique_ptr<FileSelector> browserSelector(const FileSelectorRequest& request, xcb_window_t owner,
                                                             PlatformType platform);
 
+// The names of an extension's files as dialogs take it: "*.fxp", or "*" for all.
+[[nodiscard]] std::string patternOf(const FileSelectorRequest::Extension& extension);
 // The arguments, the program first, that make a dialog program ask for `request`.
 [[nodiscard]] std::vector<std::string> zenityArguments(const FileSelectorRequest& request, xcb_window_t owner);
 [[nodiscard]] std::vector<std::string> kdialogArguments(const FileSelectorRequest& request, xcb_window_t owner);

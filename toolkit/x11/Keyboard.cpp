@@ -4,6 +4,9 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
+#include "toolkit/base/Utf8.h"
+#include "toolkit/x11/ButtonWord.h"
+
 // The header has a field of the name `explicit`.
 #define explicit explicit_
 #include <xcb/xkb.h>
@@ -70,20 +73,6 @@ std::uint8_t keyModifiers(std::uint16_t state) {
                                    (held & kAlt ? MODIFIER_ALTERNATE : 0) | (held & kApple ? MODIFIER_COMMAND : 0));
 }
 
-// The characters of a UTF-8 text that is known to be valid.
-std::vector<std::int32_t> charactersOf(const std::string& text) {
-  std::vector<std::int32_t> characters;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte & 0xc0) == 0x80 && !characters.empty()) {
-      characters.back() = characters.back() << 6 | (byte & 0x3f);
-    } else {
-      characters.push_back(byte < 0x80 ? byte : byte < 0xe0 ? byte & 0x1f : byte < 0xf0 ? byte & 0x0f : byte & 0x07);
-    }
-  }
-  return characters;
-}
-
 const char* localeName() {
   for (const char* const variable : {"LC_ALL", "LC_CTYPE", "LANG"})
     if (const char* const value = std::getenv(variable); value && *value) return value;
@@ -91,11 +80,6 @@ const char* localeName() {
 }
 
 }  // namespace
-
-std::int32_t modifiersOf(std::uint16_t state) {
-  return (state & XCB_MOD_MASK_SHIFT ? kShift : 0) | (state & XCB_MOD_MASK_CONTROL ? kControl : 0) |
-         (state & XCB_MOD_MASK_1 ? kAlt : 0) | (state & XCB_MOD_MASK_4 ? kApple : 0);
-}
 
 Keyboard::Keyboard(Connection& connection)
     : connection_(connection), context_(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES)) {
@@ -120,7 +104,7 @@ void Keyboard::readLayout() {
 }
 
 bool Keyboard::takes(const xcb_generic_event_t& event) {
-  if (firstEvent_ == 0 || (event.response_type & 0x7f) != firstEvent_) return false;
+  if (firstEvent_ == 0 || eventType(event) != firstEvent_) return false;
   const auto kind = event.pad0;  // where all events of the extension have their kind
   if (kind == XCB_XKB_NEW_KEYBOARD_NOTIFY || kind == XCB_XKB_MAP_NOTIFY) readLayout();
   return true;

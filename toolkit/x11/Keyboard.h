@@ -11,9 +11,6 @@
 
 namespace VSTGUI::X11 {
 
-// Modifier bits of the button word, from the state of an X event.
-[[nodiscard]] std::int32_t modifiersOf(std::uint16_t state);
-
 class Keyboard {
  public:
   explicit Keyboard(Connection& connection);

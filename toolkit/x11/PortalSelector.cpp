@@ -108,7 +108,7 @@ void addFilters(Container& options, const std::vector<FileSelectorRequest::Exten
       Container pattern(patterns.inner(), DBUS_TYPE_STRUCT, nullptr);
       constexpr std::uint32_t kGlob = 0;
       pattern.append(kGlob);
-      pattern.append(extension.extension.empty() ? std::string("*") : "*." + extension.extension);
+      pattern.append(patternOf(extension));
     }
   });
 }

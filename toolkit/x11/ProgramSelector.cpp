@@ -45,10 +45,6 @@ std::string startOf(const FileSelectorRequest& request) {
   return start + (request.kind == Kind::kSave ? request.defaultSaveName : "");
 }
 
-std::string patternOf(const FileSelectorRequest::Extension& extension) {
-  return extension.extension.empty() ? "*" : "*." + extension.extension;
-}
-
 std::vector<std::string> linesOf(std::string_view text) {
   std::vector<std::string> lines;
   while (!text.empty()) {
@@ -139,6 +135,10 @@ class ProgramSelector : public FileSelector {
 };
 
 }  // namespace
+
+std::string patternOf(const FileSelectorRequest::Extension& extension) {
+  return extension.extension.empty() ? "*" : "*." + extension.extension;
+}
 
 std::vector<std::string> zenityArguments(const FileSelectorRequest& request, xcb_window_t owner) {
   std::vector<std::string> arguments{"zenity", "--file-selection", "--separator=" + std::string(1, kSeparator)};

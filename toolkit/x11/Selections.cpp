@@ -11,7 +11,6 @@ using namespace std::chrono_literals;
 constexpr auto kPatience = 2000ms;            // for each piece
 constexpr std::size_t kMaxBytes = 4u << 20;   // of what others give
 constexpr std::size_t kRequestOverhead = 64;  // bytes of a request beside its data
-constexpr std::uint8_t kEventMask = 0x7f;     // without the mark of events sent by clients
 
 }  // namespace
 
@@ -36,7 +35,7 @@ void OwnedSelection::disown(xcb_timestamp_t time) {
 }
 
 bool OwnedSelection::takes(const xcb_generic_event_t& event) {
-  const std::uint8_t type = event.response_type & kEventMask;
+  const std::uint8_t type = eventType(event);
   if (type == XCB_SELECTION_CLEAR) {
     const auto& clear = eventAs<xcb_selection_clear_event_t>(event);
     if (clear.selection != selection_) return false;
@@ -108,7 +107,7 @@ SelectionReader::State SelectionReader::state() {
 
 bool SelectionReader::takes(const xcb_generic_event_t& event) {
   if (state_ != State::kWaiting) return false;
-  const std::uint8_t type = event.response_type & kEventMask;
+  const std::uint8_t type = eventType(event);
   if (type == XCB_SELECTION_NOTIFY) {
     const auto& notice = eventAs<xcb_selection_notify_event_t>(event);
     if (notice.selection != selection_ || notice.target != type_) return false;

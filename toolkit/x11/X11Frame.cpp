@@ -6,7 +6,9 @@
 #include <glib.h>
 
 #include "toolkit/base/IDataPackage.h"
+#include "toolkit/base/Utf8.h"
 #include "toolkit/drawing/CDrawContext.h"
+#include "toolkit/x11/ButtonWord.h"
 
 namespace VSTGUI::X11 {
 
@@ -25,12 +27,6 @@ constexpr std::uint32_t kFrameEvents = kPointerEvents | XCB_EVENT_MASK_EXPOSURE 
                                        XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_PROPERTY_CHANGE;
 constexpr std::uint32_t kKeyEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
 constexpr std::uint32_t kPopupEvents = kPointerEvents | XCB_EVENT_MASK_EXPOSURE;
-constexpr auto kGrabbedEvents = static_cast<std::uint16_t>(kPointerEvents);
-
-std::int32_t buttonsOfMask(std::uint16_t mask) {
-  return (mask & XCB_BUTTON_MASK_1 ? kLButton : 0) | (mask & XCB_BUTTON_MASK_2 ? kMButton : 0) |
-         (mask & XCB_BUTTON_MASK_3 ? kRButton : 0);
-}
 
 // Bits of a pixel that are no colour are opaque.
 std::uint32_t pixelOf(const xcb_visualtype_t& visual, const CColor& color) {
@@ -44,14 +40,7 @@ std::uint32_t pixelOf(const xcb_visualtype_t& visual, const CColor& color) {
 
 std::string utf8OfLatin1(const std::string& text) {
   std::string converted;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x80) {
-      converted += c;
-    } else {
-      converted += {static_cast<char>(0xc0 | byte >> 6), static_cast<char>(0x80 | (byte & 0x3f))};
-    }
-  }
+  for (const char c : text) appendUtf8(converted, static_cast<unsigned char>(c));
   return converted;
 }
 
@@ -156,9 +145,8 @@ void Frame::fitParent(PixelSize before, PixelSize now) {
 }
 
 CPoint Frame::origin() const {
-  const Reply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
-      *connection_, xcb_translate_coordinates(*connection_, window_, connection_->root(), 0, 0), nullptr));
-  return place ? CPoint(place->dst_x, place->dst_y) : CPoint();
+  const auto place = connection_->translated(window_, connection_->root(), 0, 0);
+  return place ? CPoint(place->x, place->y) : CPoint();
 }
 
 bool Frame::isViewable() const {
@@ -221,22 +209,22 @@ bool Frame::watchPopups() {
   return !alive.expired();
 }
 
-bool Frame::getCurrentMousePosition(CPoint& where) const {
+Reply<xcb_query_pointer_reply_t> Frame::askPointer() const {
   const NoPipeSignal guard;
-  const Reply<xcb_query_pointer_reply_t> pointer(
+  return Reply<xcb_query_pointer_reply_t>(
       xcb_query_pointer_reply(*connection_, xcb_query_pointer(*connection_, window_), nullptr));
+}
+
+bool Frame::getCurrentMousePosition(CPoint& where) const {
+  const auto pointer = askPointer();
   if (!pointer || !pointer->same_screen) return false;
   where = {pointer->win_x / scale_, pointer->win_y / scale_};
   return true;
 }
 
 CButtonState Frame::getCurrentMouseButtons() const {
-  const NoPipeSignal guard;
-  const Reply<xcb_query_pointer_reply_t> pointer(
-      xcb_query_pointer_reply(*connection_, xcb_query_pointer(*connection_, window_), nullptr));
-  if (!pointer) return 0;
-  // The server keeps no state of buttons four and five.
-  return buttonsOfMask(pointer->mask) | modifiersOf(pointer->mask) | (held_ & (kButton4 | kButton5));
+  const auto pointer = askPointer();
+  return pointer ? wordOf(pointer->mask) | heldBeyondState() : 0;
 }
 
 void Frame::setMouseCursor(CCursorType cursor) {
@@ -265,6 +253,12 @@ void Frame::askForKeys(bool wanted) {
   if (!wanted) keyboard_.reset();
 }
 
+std::optional<xcb_window_t> Frame::askFocus() const {
+  const Reply<xcb_get_input_focus_reply_t> focus(
+      xcb_get_input_focus_reply(*connection_, xcb_get_input_focus(*connection_), nullptr));
+  return focus ? std::optional(focus->focus) : std::nullopt;
+}
+
 void Frame::takeFocus() {
   const NoPipeSignal guard;
   if (embedder_ != kNoWindow) {
@@ -274,11 +268,10 @@ void Frame::takeFocus() {
     tookFocus_ = true;
     return;
   }
-  const Reply<xcb_get_input_focus_reply_t> focus(
-      xcb_get_input_focus_reply(*connection_, xcb_get_input_focus(*connection_), nullptr));
-  if (!focus || focus->focus == window_) return;
+  const auto focus = askFocus();
+  if (!focus || *focus == window_) return;
   tookFocus_ = true;
-  focusBefore_ = focus->focus;
+  focusBefore_ = *focus;
   xcb_set_input_focus(*connection_, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
 }
 
@@ -286,9 +279,8 @@ void Frame::returnFocus() {
   if (!tookFocus_) return;
   tookFocus_ = false;
   if (embedder_ != kNoWindow) return;  // it keeps the keyboard itself
-  const Reply<xcb_get_input_focus_reply_t> focus(
-      xcb_get_input_focus_reply(*connection_, xcb_get_input_focus(*connection_), nullptr));
-  if (!focus || focus->focus != window_) return;  // somebody has it already
+  const auto focus = askFocus();
+  if (!focus || *focus != window_) return;  // somebody has it already
   const auto given = xcb_set_input_focus_checked(*connection_, XCB_INPUT_FOCUS_PARENT, focusBefore_, XCB_CURRENT_TIME);
   if (const Reply<xcb_generic_error_t> error{xcb_request_check(*connection_, given)})
     xcb_set_input_focus(*connection_, XCB_INPUT_FOCUS_PARENT, connection_->topLevelOf(parent_), XCB_CURRENT_TIME);
@@ -350,14 +342,7 @@ void Frame::closePopup(PopupId popup) {
 // The pointer may still be held by whoever got the press that led here; then it is tried again at the next idle.
 void Frame::grabForPopups() {
   const NoPipeSignal guard;
-  if (!pointerGrabbed_) {
-    const Reply<xcb_grab_pointer_reply_t> grab(xcb_grab_pointer_reply(
-        *connection_,
-        xcb_grab_pointer(*connection_, 0, window_, kGrabbedEvents, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, kNoWindow,
-                         connection_->cursor(kCursorDefault), XCB_CURRENT_TIME),
-        nullptr));
-    pointerGrabbed_ = grab && grab->status == XCB_GRAB_STATUS_SUCCESS;
-  }
+  if (!pointerGrabbed_) pointerGrabbed_ = connection_->grabPointer(window_, kPointerEvents, kCursorDefault);
   if (keyboardGrabbed_) return;
   const Reply<xcb_grab_keyboard_reply_t> grab(xcb_grab_keyboard_reply(
       *connection_,

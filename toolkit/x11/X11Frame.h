@@ -79,6 +79,8 @@ class Frame : public IPlatformFrame {
   bool paintFrame();
   void paintPopups();
   void grabForPopups();
+  [[nodiscard]] Reply<xcb_query_pointer_reply_t> askPointer() const;  // null when the connection is lost
+  [[nodiscard]] std::optional<xcb_window_t> askFocus() const;
   void takeFocus();
   void returnFocus();
   void askForKeys(bool wanted);
@@ -100,7 +102,9 @@ class Frame : public IPlatformFrame {
   void onMessage(const xcb_client_message_event_t& event);
   void onDestroyed(xcb_window_t window);
   bool dragTakesPointer(const xcb_button_press_event_t& event, std::uint8_t type);
-  void sendToHost(const xcb_key_press_event_t& event);
+  void sendToHost(const xcb_key_press_event_t& event, bool press);
+  // Buttons four and five, of which events have no state.
+  [[nodiscard]] std::int32_t heldBeyondState() const { return held_ & (kButton4 | kButton5); }
   void notePointer(const xcb_button_press_event_t& event);
   // A place in one of our windows, in the frame's units.
   [[nodiscard]] CPoint unitsOf(xcb_window_t window, int x, int y) const;

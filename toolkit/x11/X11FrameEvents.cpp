@@ -1,13 +1,12 @@
 #include <cmath>
 
 #include "toolkit/base/IDataPackage.h"
+#include "toolkit/x11/ButtonWord.h"
 #include "toolkit/x11/X11Frame.h"
 
 namespace VSTGUI::X11 {
 
 namespace {
-
-constexpr std::uint8_t kEventMask = 0x7f;  // without the mark of events sent by clients
 
 // Messages of an embedder, and the one to it that asks for the focus.
 enum XembedMessage : std::uint32_t {
@@ -20,30 +19,6 @@ enum XembedMessage : std::uint32_t {
 
 constexpr xcb_button_t kWheelUp = 4;
 constexpr xcb_button_t kWheelDown = 5;
-
-// The bit of a button that is pressed and released; 0 for the wheel's.
-std::int32_t buttonOf(xcb_button_t detail) {
-  switch (detail) {
-    case XCB_BUTTON_INDEX_1:
-      return kLButton;
-    case XCB_BUTTON_INDEX_2:
-      return kMButton;
-    case XCB_BUTTON_INDEX_3:
-      return kRButton;
-    case 8:
-      return kButton4;
-    case 9:
-      return kButton5;
-    default:
-      return 0;
-  }
-}
-
-// The buttons of an event's state, which has its first five; two of these are the wheel.
-std::int32_t buttonsOfState(std::uint16_t state) {
-  return (state & XCB_BUTTON_MASK_1 ? kLButton : 0) | (state & XCB_BUTTON_MASK_2 ? kMButton : 0) |
-         (state & XCB_BUTTON_MASK_3 ? kRButton : 0);
-}
 
 }  // namespace
 
@@ -63,9 +38,8 @@ bool Frame::deliverEvents() {
   while (!events_.empty()) {
     const Event event = std::move(events_.front());
     events_.pop_front();
-    const auto typeOf = [](const Event& e) { return e->response_type & kEventMask; };
     // Of a run of moves only the last matters.
-    if (!events_.empty() && typeOf(event) == XCB_MOTION_NOTIFY && typeOf(events_.front()) == XCB_MOTION_NOTIFY)
+    if (!events_.empty() && eventType(*event) == XCB_MOTION_NOTIFY && eventType(*events_.front()) == XCB_MOTION_NOTIFY)
       continue;
     if (!dropTarget_.takes(*event)) {
       if (alive.expired()) return false;
@@ -83,7 +57,7 @@ bool Frame::deliverEvents() {
 }
 
 void Frame::handle(const xcb_generic_event_t& event) {
-  switch (event.response_type & kEventMask) {
+  switch (eventType(event)) {
     case XCB_EXPOSE:
       return onExpose(eventAs<xcb_expose_event_t>(event));
     case XCB_BUTTON_PRESS:
@@ -143,7 +117,7 @@ void Frame::notePointer(const xcb_button_press_event_t& event) {
 // While something is dragged out, the pointer is the drag's.
 bool Frame::dragTakesPointer(const xcb_button_press_event_t& event, std::uint8_t type) {
   if (!dragSource_.isDragging()) return false;
-  const std::int32_t others = (buttonsOfState(event.state) | held_) & ~buttonOf(event.detail);
+  const std::int32_t others = (buttonsOf(event.state) | held_) & ~buttonOf(event.detail);
   if (type == XCB_MOTION_NOTIFY) dragSource_.moved(event.root_x, event.root_y, event.time);
   if (type == XCB_BUTTON_RELEASE && others == 0) dragSource_.released(event.time);
   return true;
@@ -153,10 +127,9 @@ void Frame::onButton(const xcb_button_press_event_t& event, bool press) {
   notePointer(event);
   const std::int32_t button = buttonOf(event.detail);
   held_ = press ? held_ | button : held_ & ~button;
-  if (dragTakesPointer(event, event.response_type & kEventMask)) return;
+  if (dragTakesPointer(event, press ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE)) return;
   const CPoint where = unitsOf(event.event, event.event_x, event.event_y);
-  const std::int32_t modifiers = modifiersOf(event.state);
-  const std::int32_t word = modifiers | buttonsOfState(event.state) | (held_ & (kButton4 | kButton5)) | button;
+  const std::int32_t word = wordOf(event.state) | heldBeyondState() | button;
   if (button != 0) {
     if (press) {
       const std::weak_ptr<int> alive = life_;
@@ -173,17 +146,16 @@ void Frame::onButton(const xcb_button_press_event_t& event, bool press) {
 // A motion event has the fields of a press.
 void Frame::onMotion(const xcb_button_press_event_t& event) {
   notePointer(event);
-  held_ &= buttonsOfState(event.state) | kButton4 | kButton5;  // a release may have gone elsewhere
+  held_ &= buttonsOf(event.state) | kButton4 | kButton5;  // a release may have gone elsewhere
   if (dragTakesPointer(event, XCB_MOTION_NOTIFY)) return;
   const CPoint where = unitsOf(event.event, event.event_x, event.event_y);
-  callback_->platformMouseMoved(
-      where, modifiersOf(event.state) | buttonsOfState(event.state) | (held_ & (kButton4 | kButton5)));
+  callback_->platformMouseMoved(where, wordOf(event.state) | heldBeyondState());
 }
 
 void Frame::onCrossing(const xcb_enter_notify_event_t& event, bool enter) {
   if (event.mode == XCB_NOTIFY_MODE_GRAB || event.detail == XCB_NOTIFY_DETAIL_INFERIOR || dragSource_.isDragging())
     return;
-  const std::int32_t word = modifiersOf(event.state) | buttonsOfState(event.state);
+  const std::int32_t word = wordOf(event.state);
   const CPoint where = unitsOf(event.event, event.event_x, event.event_y);
   if (enter) {
     callback_->platformMouseMoved(where, word);
@@ -198,7 +170,7 @@ void Frame::onKey(const xcb_key_press_event_t& event, bool press) {
     VstKeyCode key = keyboard_.released(event);
     const std::weak_ptr<int> alive = life_;
     const bool handled = callback_->platformKeyUp(key);
-    if (!alive.expired() && !handled) sendToHost(event);
+    if (!alive.expired() && !handled) sendToHost(event, press);
     return;
   }
   const std::weak_ptr<int> alive = life_;
@@ -209,18 +181,17 @@ void Frame::onKey(const xcb_key_press_event_t& event, bool press) {
     }
     const bool handled = callback_->platformKeyDown(key);
     if (alive.expired()) return;
-    if (!handled) sendToHost(event);
+    if (!handled) sendToHost(event, press);
   }
 }
 
 // A key that no view wanted is the host's. An embedder has had it already.
-void Frame::sendToHost(const xcb_key_press_event_t& event) {
+void Frame::sendToHost(const xcb_key_press_event_t& event, bool press) {
   if (embedder_ != kNoWindow || dragSource_.isDragging() || !popups_.empty()) return;
   xcb_key_press_event_t copy = event;
   copy.event = parent_;
   copy.child = kNoWindow;
-  const std::uint32_t mask =
-      (event.response_type & kEventMask) == XCB_KEY_PRESS ? XCB_EVENT_MASK_KEY_PRESS : XCB_EVENT_MASK_KEY_RELEASE;
+  const std::uint32_t mask = press ? XCB_EVENT_MASK_KEY_PRESS : XCB_EVENT_MASK_KEY_RELEASE;
   xcb_send_event(*connection_, 1, parent_, mask, reinterpret_cast<const char*>(&copy));
 }
 

@@ -13,12 +13,12 @@
 #include <vector>
 
 #include "toolkit/base/PlatformFrame.h"
+#include "toolkit/base/TimerQueue.h"
 
 namespace VSTGUI {
 
 namespace X11 {
 class Frame;
-class Timer;
 }  // namespace X11
 
 class X11Platform : public IPlatform {
@@ -32,8 +32,10 @@ class X11Platform : public IPlatform {
                                                             void* parent) override;
   // From the environment variable MODRIFT_SCALE, else from the desktop's Xft.dpi at 96 a unit; 1 without a display.
   [[nodiscard]] double getScaleFactor() const override;
-  [[nodiscard]] std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) override;
-  [[nodiscard]] std::uint64_t getMilliseconds() const override;
+  [[nodiscard]] std::unique_ptr<IPlatformTimer> createTimer(IPlatformTimerCallback* callback) override {
+    return timers_.createTimer(callback);
+  }
+  [[nodiscard]] std::uint64_t getMilliseconds() const override { return steadyMilliseconds(); }
 
   // Where files are chosen, in the order in which they are tried.
   enum class Selector { kPortal, kProgram, kBrowser };
@@ -41,7 +43,6 @@ class X11Platform : public IPlatform {
 
  private:
   friend class X11::Frame;
-  friend class X11::Timer;
 
   // Fires each due timer once; does nothing inside of one.
   void runTimers();
@@ -50,7 +51,7 @@ class X11Platform : public IPlatform {
   [[nodiscard]] PlatformType typeOfThis() const;
 
   std::vector<X11::Frame*> frames_;
-  std::vector<X11::Timer*> timers_;
+  TimerQueue timers_{*this};
   bool inTimer_ = false;
 };
 

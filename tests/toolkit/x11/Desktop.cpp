@@ -3,10 +3,8 @@
 #include <array>
 #include <chrono>
 #include <csignal>
-#include <fcntl.h>
+#include <cstdlib>
 #include <filesystem>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/xtest.h>
 
@@ -17,37 +15,25 @@ namespace {
 constexpr auto kPatience = std::chrono::seconds(10);
 
 // One line; empty when the other end closes without one.
-std::string readLine(int file) {
+std::string readLine(FILE* file) {
   std::string line;
-  for (char c = 0; ::read(file, &c, 1) == 1 && c != '\n';) line += c;
+  for (int c = 0; file && (c = std::fgetc(file)) != EOF && c != '\n';) line += static_cast<char>(c);
   return line;
 }
 
 }  // namespace
 
-Daemon::Daemon(std::vector<const char*> arguments) {
-  std::array<int, 2> ends{};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
-  constexpr int kAddressFile = 3;
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  // Also where the pipe itself has that number: a copy onto itself stays open in the child.
-  posix_spawn_file_actions_adddup2(&actions, ends[1], kAddressFile);
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-  arguments.push_back(nullptr);
-  auto** const argv = const_cast<char**>(arguments.data());
-  if (::posix_spawnp(&process_, argv[0], &actions, nullptr, argv, environ) != 0) process_ = -1;
-  posix_spawn_file_actions_destroy(&actions);
-  ::close(ends[1]);
-  if (process_ > 0) address_ = readLine(ends[0]);
-  ::close(ends[0]);
+Daemon::Daemon(const std::string& command)
+    : output_(::popen(("echo $$; exec " + command + " 2>/dev/null").c_str(), "re")) {
+  process_ = std::atoi(readLine(output_).c_str());
+  address_ = readLine(output_);
 }
 
 void Daemon::stop() {
   if (process_ <= 0) return;
   ::kill(process_, SIGKILL);
-  ::waitpid(process_, nullptr, 0);
-  process_ = -1;
+  ::pclose(output_);
+  process_ = 0;
 }
 
 Desktop::Desktop() {
@@ -119,9 +105,16 @@ std::uint8_t Desktop::keycode(std::uint32_t symbol) {
   return 0;
 }
 
-void Desktop::type(std::uint32_t symbol) {
+void Desktop::type(std::uint32_t symbol, std::uint32_t held) {
+  if (held != 0) keyDown(held);
   keyDown(symbol);
   keyUp(symbol);
+  if (held != 0) keyUp(held);
+}
+
+void Desktop::destroyHost() {
+  xcb_destroy_window(*user, host);
+  (void)geometry(user->root());
 }
 
 xcb_get_geometry_reply_t Desktop::geometry(xcb_window_t which) {
@@ -149,7 +142,7 @@ std::uint32_t Desktop::screenPixel(int x, int y) {
 
 bool Desktop::hostGot(std::uint8_t type) {
   while (const Event event = user->poll())
-    if ((event->response_type & 0x7f) == type) return true;
+    if (eventType(*event) == type) return true;
   return false;
 }
 

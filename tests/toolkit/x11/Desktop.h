@@ -1,6 +1,7 @@
 // A display of its own for each test, the window of a host on it, and a user at mouse and keyboard.
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -14,13 +15,14 @@
 using VSTGUI::X11::Connection;
 using VSTGUI::X11::Event;
 using VSTGUI::X11::eventAs;
+using VSTGUI::X11::eventType;
 using VSTGUI::X11::Name;
 using VSTGUI::X11::Reply;
 
-// A program in the background that says on its file 3 how it can be reached.
+// A program in the background whose first line of output says how it can be reached.
 class Daemon {
  public:
-  explicit Daemon(std::vector<const char*> arguments);
+  explicit Daemon(const std::string& command);
   Daemon(const Daemon&) = delete;
   Daemon& operator=(const Daemon&) = delete;
   ~Daemon() { stop(); }
@@ -30,7 +32,8 @@ class Daemon {
   [[nodiscard]] const std::string& address() const { return address_; }
 
  private:
-  pid_t process_ = -1;
+  FILE* output_;
+  pid_t process_ = 0;
   std::string address_;
 };
 
@@ -58,6 +61,9 @@ class Desktop : public testing::Test {
     return reinterpret_cast<void*>(static_cast<std::uintptr_t>(which));
   }
 
+  // Waits until the server has done it.
+  void destroyHost();
+
   // At pixels of the host's window.
   void point(int x, int y);
   void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
@@ -65,7 +71,8 @@ class Desktop : public testing::Test {
   void click(int x, int y, std::uint8_t button = 1);
   void keyDown(std::uint32_t symbol) { fake(XCB_KEY_PRESS, keycode(symbol)); }
   void keyUp(std::uint32_t symbol) { fake(XCB_KEY_RELEASE, keycode(symbol)); }
-  void type(std::uint32_t symbol);
+  // With a modifier key held, unless it is 0.
+  void type(std::uint32_t symbol, std::uint32_t held = 0);
 
   [[nodiscard]] xcb_get_geometry_reply_t geometry(xcb_window_t which);
   [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t which);
@@ -78,7 +85,7 @@ class Desktop : public testing::Test {
   // True once an event of the type has come to the host's own connection.
   bool hostGot(std::uint8_t type);
 
-  Daemon server{{"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-nolisten", "tcp"}};
+  Daemon server{"Xvfb -displayfd 1 -screen 0 800x600x24 -nolisten tcp"};
   VSTGUI::X11Platform platform;
   std::unique_ptr<Connection> user;
   xcb_window_t host = XCB_WINDOW_NONE;

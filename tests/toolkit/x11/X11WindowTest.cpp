@@ -2,6 +2,8 @@
 
 #include <array>
 #include <csignal>
+#include <functional>
+#include <set>
 #include <unistd.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -13,7 +15,13 @@ namespace {
 
 using namespace VSTGUI;
 
-class X11Window : public FrameDesktop {};
+class X11Window : public FrameDesktop {
+ protected:
+  // Waits for a pixel of the host's window: what was painted takes its time to get to the screen.
+  bool shows(int x, int y, std::uint32_t rgb) {
+    return until([=, this] { return screenPixel(kLeft + x, kTop + y) == rgb; });
+  }
+};
 
 TEST_F(X11Window, ReportsThePointer) {
   open();
@@ -47,16 +55,15 @@ TEST_F(X11Window, ReportsButtonsModifiersAndDoubleClicks) {
   };
   point(20, 20);
   EXPECT_EQ(wordOf(1), kLButton);
-  EXPECT_EQ(wordOf(1), kLButton | kDoubleClick);
-  EXPECT_EQ(wordOf(2), kMButton);
-  EXPECT_EQ(wordOf(3), kRButton);
-  EXPECT_EQ(wordOf(8), kButton4);
-  struct Held {
-    std::uint32_t symbol;
-    std::int32_t bit;
-  };
-  for (const auto& [symbol, bit] :
-       {Held{XKB_KEY_Shift_L, kShift}, {XKB_KEY_Control_L, kControl}, {XKB_KEY_Alt_L, kAlt}}) {
+  int presses = 1;  // on a slow machine two may be too far apart
+  while (wordOf(1) != (kLButton | kDoubleClick) && ++presses < 100) {
+  }
+  EXPECT_LT(presses, 100);
+  for (const auto& [button, bit] : {std::pair{2, kMButton}, {3, kRButton}, {8, kButton4}, {9, kButton5}})
+    EXPECT_EQ(wordOf(static_cast<std::uint8_t>(button)), bit);
+  for (const auto& [symbol, bit] : {std::pair<std::uint32_t, std::int32_t>{XKB_KEY_Shift_L, kShift},
+                                    {XKB_KEY_Control_L, kControl},
+                                    {XKB_KEY_Alt_L, kAlt}}) {
     keyDown(symbol);
     EXPECT_EQ(wordOf(1) & ~kDoubleClick, kLButton | bit);
     EXPECT_EQ(frame->getCurrentMouseButtons(), bit);
@@ -73,21 +80,19 @@ TEST_F(X11Window, TakesKeysWhileAViewHasTheFocusAndLeavesThemToTheHostOtherwise)
   click(20, 20);
   ASSERT_TRUE(until([&] { return frame->getFocusView() == view; }));
   type(XKB_KEY_a);
-  keyDown(XKB_KEY_Control_L);
-  type(XKB_KEY_v);
-  keyUp(XKB_KEY_Control_L);
+  type(XKB_KEY_v, XKB_KEY_Control_L);
   type(XKB_KEY_Left);
-  keyDown(XKB_KEY_Shift_L);
-  type(XKB_KEY_b);
-  keyUp(XKB_KEY_Shift_L);
+  type(XKB_KEY_b, XKB_KEY_Shift_L);
   type(XKB_KEY_F1);
   ASSERT_TRUE(until([&] { return view->keys.size() == 7; })) << view->keys.size();
-  EXPECT_EQ(view->keys[0].character, 'a');
-  EXPECT_EQ(view->keys[1].virt, VKEY_CONTROL);
-  EXPECT_EQ(view->keys[2].character, 'v');
-  EXPECT_EQ(view->keys[2].modifier, MODIFIER_CONTROL);
-  EXPECT_EQ(view->keys[3].virt, VKEY_LEFT);
-  EXPECT_EQ(view->keys[5].character, 'B');
+  const VstKeyCode wanted[] = {{'a', 0, 0},       {0, VKEY_CONTROL, 0}, {'v', 0, MODIFIER_CONTROL},
+                               {0, VKEY_LEFT, 0}, {0, VKEY_SHIFT, 0},   {'B', 0, MODIFIER_SHIFT},
+                               {0, VKEY_F1, 0}};
+  for (std::size_t i = 0; i < std::size(wanted); ++i) {
+    EXPECT_EQ(view->keys[i].character, wanted[i].character) << i;
+    EXPECT_EQ(view->keys[i].virt, wanted[i].virt) << i;
+    EXPECT_EQ(view->keys[i].modifier, wanted[i].modifier) << i;
+  }
   EXPECT_TRUE(until([&] { return hostGot(XCB_KEY_PRESS); })) << "F1 wasn't wanted";
   frame->setFocusView(nullptr);
   const Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(*user, xcb_get_input_focus(*user), nullptr));
@@ -104,7 +109,7 @@ TEST_F(X11Window, FollowsTheEmbeddingProtocol) {
   bool asked = false;
   EXPECT_TRUE(until([&] {
     while (const Event event = user->poll())
-      if ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE)
+      if (eventType(*event) == XCB_CLIENT_MESSAGE)
         asked = asked || eventAs<xcb_client_message_event_t>(*event).data.data32[1] == 3;
     return asked;
   })) << "for the focus";
@@ -122,31 +127,26 @@ TEST_F(X11Window, ResizesTheHostsWindowWithItsOwn) {
   ASSERT_TRUE(until([&] { return geometry(host).width == 500; }));
   EXPECT_EQ(geometry(window).width, 300) << "the host may have other things there";
   view->setViewSize({0, 0, 300, 150});
-  ASSERT_TRUE(until([&] { return screenPixel(kLeft + 290, kTop + 140) == 0xff0000; }));
+  ASSERT_TRUE(shows(290, 140, 0xff0000));
   EXPECT_TRUE(frame->setSize(250, 120));
   EXPECT_EQ(geometry(window).width, 250);
 }
 
-TEST_F(X11Window, PaintsWhatChangedAndWhatWasHidden) {
+TEST_F(X11Window, PaintsWhatChangedAndWhatWasHiddenOverItsBackground) {
   open();
-  EXPECT_EQ(screenPixel(kLeft + 5, kTop + 5), 0x0000ffu);
-  EXPECT_EQ(screenPixel(kLeft + 100, kTop + 50), 0xff0000u);
+  EXPECT_TRUE(shows(5, 5, 0x0000ff) && shows(100, 50, 0xff0000));
   const int draws = view->draws;
   xcb_unmap_window(*user, host);
   xcb_map_window(*user, host);
-  ASSERT_TRUE(until([&] { return screenPixel(kLeft + 5, kTop + 5) == 0x0000ff; }));
+  ASSERT_TRUE(shows(5, 5, 0x0000ff));
   EXPECT_EQ(view->draws, draws) << "the picture is kept";
-}
-
-TEST_F(X11Window, ShowsItsBackgroundWhereNothingIsPaintedYet) {
-  open();
   frame->close();
   frame->setBackgroundColor({32, 64, 200});
-  ASSERT_TRUE(frame->open(reinterpret_cast<void*>(static_cast<std::uintptr_t>(host))));
+  ASSERT_TRUE(frame->open(asParent(host)));
   CPoint where;
   EXPECT_TRUE(frame->getCurrentMouseLocation(where)) << "so that the window is there";
   EXPECT_EQ(screenPixel(kLeft + 100, kTop + 50), 0x2040c8u);
-  ASSERT_TRUE(until([&] { return screenPixel(kLeft + 100, kTop + 50) == 0xff0000; }));
+  ASSERT_TRUE(shows(100, 50, 0xff0000));
 }
 
 TEST_F(X11Window, IsDrawnLargeOnFineScreens) {
@@ -162,8 +162,7 @@ TEST_F(X11Window, IsDrawnLargeOnFineScreens) {
   open();
   EXPECT_EQ(geometry(window).width, 400);
   EXPECT_EQ(geometry(window).height, 200);
-  EXPECT_EQ(screenPixel(kLeft + 19, kTop + 19), 0x0000ffu);
-  EXPECT_EQ(screenPixel(kLeft + 20, kTop + 20), 0xff0000u);
+  EXPECT_TRUE(shows(19, 19, 0x0000ff) && shows(20, 20, 0xff0000));
   click(180, 60);
   ASSERT_TRUE(until([&] { return view->lastPress == CPoint(90, 30); }));
   EXPECT_TRUE(frame->setSize(210, 100));
@@ -171,40 +170,46 @@ TEST_F(X11Window, IsDrawnLargeOnFineScreens) {
 }
 
 TEST_F(X11Window, ClosesWithTheHostsWindow) {
-  open();
-  click(20, 20);
-  xcb_destroy_window(*user, host);
-  (void)geometry(user->root());
-  ASSERT_TRUE(until([&] { return !frame->isOpen(); }));
-  EXPECT_EQ(view->getFrame(), frame.get()) << "the views stay";
-
-  host = newHostWindow(kLeft, kTop);
-  open();
-  point(20, 20);
-  press();
-  ASSERT_TRUE(until([&] { return view->log.ends_with("down "); }));
-  xcb_destroy_window(*user, host);
-  point(60, 60);
-  ASSERT_TRUE(until([&] { return !frame->isOpen(); })) << "in the middle of a drag";
-  release();
-
-  host = newHostWindow(kLeft, kTop);
-  open();
-  auto* const menu = new COptionMenu({0, 0, 50, 20}, nullptr, 1);
-  menu->addEntry("entry");
-  frame->addView(menu);
-  menu->popup();
-  ASSERT_TRUE(frame->isMenuOpen());
-  xcb_destroy_window(*user, host);
-  (void)geometry(user->root());
-  EXPECT_FALSE(frame->setSize(300, 200)) << "before we heard of it";
-  ASSERT_TRUE(until([&] { return !frame->isOpen(); }));
-  EXPECT_FALSE(frame->isMenuOpen());
+  const std::function<void()> doings[] = {[] {}, [&] { click(20, 20); },
+                                          [&] {
+                                            point(20, 20);
+                                            press();
+                                            ASSERT_TRUE(until([&] { return view->log.ends_with("down "); }));
+                                          },
+                                          [&] {
+                                            auto* const menu = new COptionMenu({0, 0, 50, 20}, nullptr, 1);
+                                            menu->addEntry("entry");
+                                            frame->addView(menu);
+                                            ASSERT_TRUE(menu->popup());
+                                          }};
+  for (const auto& begin : doings) {
+    open();
+    begin();
+    destroyHost();
+    EXPECT_FALSE(frame->setSize(300, 200)) << "before we heard of it";
+    point(60, 60);
+    ASSERT_TRUE(until([&] { return !frame->isOpen(); }));
+    EXPECT_FALSE(frame->isPopupOpen());
+    EXPECT_EQ(view->getFrame(), frame.get()) << "the views stay";
+    release();
+    host = newHostWindow(kLeft, kTop);
+  }
 }
 
-TEST_F(X11Window, ClosesWhenTheServerGoes) {
+TEST_F(X11Window, NeedsADisplayAndAParentAndClosesWhenTheServerGoes) {
+  const auto opens = [](std::uintptr_t parent) {
+    const auto made = Counted<CFrame>::adopt(new CFrame({0, 0, 20, 20}, nullptr));
+    const bool isOpen = made->open(reinterpret_cast<void*>(parent));
+    made->close();
+    return isOpen;
+  };
+  EXPECT_TRUE(opens(host));
+  EXPECT_FALSE(opens(0));
+  EXPECT_FALSE(opens(host + 77)) << "no such window";
   open();
   server.stop();
+  ::setenv("DISPLAY", "", 1);  // another test's server may have the number by now
+  EXPECT_FALSE(opens(host));
   frame->invalid();
   CPoint where;
   EXPECT_FALSE(frame->getCurrentMouseLocation(where));
@@ -215,45 +220,15 @@ TEST_F(X11Window, ClosesWhenTheServerGoes) {
   EXPECT_FALSE(frame->isOpen());
 }
 
-TEST_F(X11Window, NeedsADisplayAndAParent) {
-  const auto opens = [](std::uintptr_t parent) {
-    const auto made = Counted<CFrame>::adopt(new CFrame({0, 0, 20, 20}, nullptr));
-    const bool open = made->open(reinterpret_cast<void*>(parent));
-    made->close();
-    return open;
-  };
-  EXPECT_TRUE(opens(host));
-  EXPECT_FALSE(opens(0));
-  EXPECT_FALSE(opens(host + 77)) << "no such window";
-  server.stop();
-  EXPECT_FALSE(opens(host));
-}
-
-TEST_F(X11Window, LeavesNothingBehindHoweverOftenItOpens) {
-  open();
-  frame->close();
-  const int before = openFiles();
-  for (int i = 0; i < 200; ++i) {
-    ASSERT_TRUE(frame->open(asParent(host))) << i;
-    frame->setCursor(kCursorVSize);
-    frame->idle();
-    frame->close();
-  }
-  EXPECT_EQ(openFiles(), before);
-  EXPECT_TRUE(until([&] { return childrenOf(host).empty(); }));
-}
-
 TEST_F(X11Window, HasACursorForEachCode) {
-  std::vector<xcb_cursor_t> seen;
+  std::set<xcb_cursor_t> seen;
   for (const CCursorType type :
        {kCursorDefault, kCursorVSize, kCursorSizeAll, kCursorCopy, kCursorNotAllowed, kCursorHand}) {
-    const xcb_cursor_t cursor = user->cursor(type);
-    EXPECT_NE(cursor, 0u) << type;
-    EXPECT_EQ(user->cursor(type), cursor) << "made once";
-    EXPECT_EQ(std::count(seen.begin(), seen.end(), cursor), 0);
-    seen.push_back(cursor);
+    EXPECT_TRUE(seen.insert(user->cursor(type)).second) << type;
+    EXPECT_TRUE(seen.contains(user->cursor(type))) << "made once";
   }
-  EXPECT_EQ(user->cursor(static_cast<CCursorType>(77)), seen.front());
+  EXPECT_FALSE(seen.contains(XCB_CURSOR_NONE));
+  EXPECT_EQ(user->cursor(static_cast<CCursorType>(77)), user->cursor(kCursorDefault));
 }
 
 TEST(X11Signals, DontEndTheHostWhenTheServerGoesInTheMiddleOfAWrite) {
@@ -272,15 +247,15 @@ TEST(X11Signals, DontEndTheHostWhenTheServerGoesInTheMiddleOfAWrite) {
 
 TEST(X11Damage, KeepsRectanglesWholeAndFew) {
   X11::Damage damage;
-  damage.add({0, 0, 10, 10});
-  damage.add({20, 0, 30, 10});
-  damage.add({});
-  EXPECT_EQ(damage.take(), (std::vector<CRect>{{0, 0, 10, 10}, {20, 0, 30, 10}}));
+  const auto after = [&](const std::vector<CRect>& added) {
+    for (const CRect& rect : added) damage.add(rect);
+    return damage.take();
+  };
+  EXPECT_EQ(after({{0, 0, 10, 10}, {20, 0, 30, 10}, {}}), (std::vector<CRect>{{0, 0, 10, 10}, {20, 0, 30, 10}}));
   EXPECT_TRUE(damage.isEmpty());
-  damage.add({0, 0, 10, 10});
-  damage.add({20, 0, 30, 10});
-  damage.add({5, 5, 25, 8});
-  EXPECT_EQ(damage.take(), (std::vector<CRect>{{0, 0, 30, 10}})) << "one that joins two others";
+  EXPECT_EQ(after({{0, 0, 10, 10}, {20, 0, 30, 10}, {5, 5, 25, 8}}), (std::vector<CRect>{{0, 0, 30, 10}}));
+  EXPECT_EQ(after({{0, 20, 10, 30}, {0, 0, 30, 10}, {25, 5, 28, 35}}), (std::vector<CRect>{{0, 0, 30, 35}}))
+      << "which reaches an earlier one only once it has grown";
   for (int i = 0; i < 100; ++i) damage.add({i * 10.0, 0, i * 10.0 + 5, 5});
   const auto rects = damage.take();
   EXPECT_LE(rects.size(), 12u);
