@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace editor {
+
 namespace {
 
 // Rounding on the way through pixels of any window, floats and back; far below what a gesture can move.
@@ -53,3 +55,5 @@ std::optional<GraphState> GraphHistory::redo(int graph, const GraphState& now) {
   Steps& steps = steps_[static_cast<std::size_t>(graph)];
   return step(steps.future, steps.past, now);
 }
+
+}  // namespace editor

@@ -1,23 +1,24 @@
 // The graph's picture. Grid and curve are painted into bitmaps when they change; each tick then takes these and paints
-// over them what moves. What is laid over is in LFODisplayOverlays.cpp.
+// over them what moves, which is in LFODisplayOverlays.cpp.
 #include <algorithm>
 #include <cmath>
 
-#include "editor/graph/GraphGeometry.h"
+#include "editor/graph/GraphFlags.h"
 #include "editor/graph/LFODisplay.h"
 #include "effect/LfoClock.h"
 #include "toolkit/views/CFrame.h"
 
 using namespace VSTGUI;
-using graphgeometry::grown;
-using graphgeometry::wholePixels;
+using editor::at;
+using editor::grown;
+using editor::kFirstCurveHandle;
+using editor::kWeightColors;
+using editor::wholePixels;
 
 namespace {
 
 constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr CDrawMode kSharp{kAliasing | kNonIntegralMode};
-
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
 int pixelColumn(double x) { return static_cast<int>(x + 0.5); }
 
@@ -34,13 +35,24 @@ void strokeOnPixels(CDrawContext& context, const CGraphicsPath* path) {
   context.drawGraphicsPath(path, CDrawContext::kPathStroked, &centred);
 }
 
-// How many cells lie between two bright lines.
-int majorStep(int cells) {
-  if (cells == 8) return 4;
-  return cells % 4 == 0 ? cells / 4 : cells / 2;
+}  // namespace
+
+void LFODisplay::draw(CDrawContext* context) {
+  followScaleFactor(*context);
+  if (!backgroundValid) createBG();
+  if (renderDirty) plotWave(context);
+  if (curveBitmap) curveBitmap->draw(context, getViewSize());
+  drawOverlays(*context);
+  setDirty(false);
 }
 
-}  // namespace
+// The bitmaps have the device's pixels; on another screen they are made anew.
+void LFODisplay::followScaleFactor(const CDrawContext& context) {
+  if (!offscreen || offscreen->getScaleFactor() == context.getScaleFactor()) return;
+  offscreen = nullptr;
+  backgroundValid = false;
+  renderDirty = true;
+}
 
 CRect LFODisplay::drawingArea() const { return {0, 0, getWidth(), getHeight()}; }
 
@@ -69,10 +81,8 @@ void LFODisplay::createBG() {
 }
 
 void LFODisplay::drawGridLines(CDrawContext& context) const {
-  const int cells = gridSize;
-  const int major = majorStep(cells);
-  const double cellWidth = graphWidth / cells;
-  const double cellHeight = graphHeight / cells;
+  const editor::GraphGrid lines = grid();
+  const int major = lines.majorStep();
   const auto vertical = [&](double x, double bottom) { context.drawLine({x, 1}, {x, bottom}); };
   const auto horizontal = [&](double y) { context.drawLine({1, y}, {graphWidth - 1, y}); };
   context.setLineWidth(1.0);
@@ -80,15 +90,15 @@ void LFODisplay::drawGridLines(CDrawContext& context) const {
   context.setFrameColor(LFOBgLinesBright);
   vertical(graphWidth + 1, graphHeight);
   context.setFrameColor(BgLinesDark);
-  for (int i = 0; i < cells; ++i) {
+  for (int i = 0; i < lines.cells; ++i) {
     if (i % major == 0) continue;
-    vertical(cellWidth * i + 1, graphHeight - 1);
-    horizontal(cellHeight * i + 1);
+    vertical(lines.cellWidth() * i + 1, graphHeight - 1);
+    horizontal(lines.cellHeight() * i + 1);
   }
   context.setFrameColor(LFOBgLinesBright);
-  for (int i = major; i < cells; i += major) {
-    vertical(cellWidth * i + 1, graphHeight - 1);
-    horizontal(cellHeight * i);
+  for (int i = major; i < lines.cells; i += major) {
+    vertical(lines.cellWidth() * i + 1, graphHeight - 1);
+    horizontal(lines.cellHeight() * i);
   }
 }
 
@@ -111,7 +121,7 @@ void LFODisplay::plotWave(CDrawContext* /*context*/) {
   correctOutline(columns);
   strokeOutline(context, columns);
   drawEnvStuff(&context);
-  drawFlags(context);
+  editor::drawFlags(context, *this);
   context.endDraw();
   curveBitmap = offscreen->getBitmap();
 }

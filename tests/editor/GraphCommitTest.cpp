@@ -9,6 +9,7 @@
 
 namespace {
 
+using namespace editor;
 using namespace VSTGUI;
 
 // The table and the points that sound are those that are shown.

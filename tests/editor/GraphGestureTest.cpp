@@ -5,6 +5,7 @@
 
 namespace {
 
+using namespace editor;
 using namespace VSTGUI;
 
 constexpr double kNear = 1e-4;  // pixels that float rounding may move a point

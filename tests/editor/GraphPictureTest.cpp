@@ -14,6 +14,7 @@
 
 namespace {
 
+using namespace editor;
 using namespace VSTGUI;
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;

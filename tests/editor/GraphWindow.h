@@ -31,7 +31,7 @@ class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
     display->effect = &rig.fx();
     container->addView(display);
     rig.fx().setEditor(this);
-    loadGraph(*display, rig.fx(), false);
+    editor::loadGraph(*display, rig.fx(), false);
   }
   GraphWindow(const GraphWindow&) = delete;
   GraphWindow& operator=(const GraphWindow&) = delete;
@@ -44,14 +44,14 @@ class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
 
   void valueChanged(VSTGUI::CControl* control) override {
     reports.push_back(control->getValue());
-    commitGraphEdit(*display, rig.fx());
+    editor::commitGraphEdit(*display, rig.fx());
   }
   void setParameter(VstInt32 index, float) override {
-    if (index == kNoticeGraph) loadGraph(*display, rig.fx(), false);
+    if (index == kNoticeGraph) editor::loadGraph(*display, rig.fx(), false);
     if (index == kNoticePoint) reloads_ = true;
   }
   void idle() override {
-    if (reloads_) loadGraph(*display, rig.fx(), true);
+    if (reloads_) editor::loadGraph(*display, rig.fx(), true);
     reloads_ = false;
     frame->idle();
   }
@@ -86,7 +86,7 @@ class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
     std::vector<EffectRig::Point> stored;
     for (const VSTGUI::CPoint& p : points) stored.push_back({p.x / 388 * 65536, p.y / 240});
     rig.draw(rig.fx().currentGraph, stored);
-    loadGraph(*display, rig.fx(), false);
+    editor::loadGraph(*display, rig.fx(), false);
     reports.clear();
   }
   void showLine(int lastPoint, double y = 120) {

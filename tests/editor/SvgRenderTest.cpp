@@ -15,6 +15,7 @@
 #include "toolkit/drawing/VectorImage.h"
 #include "toolkit/views/CFrame.h"
 
+using namespace editor;
 using namespace VSTGUI;
 
 namespace {

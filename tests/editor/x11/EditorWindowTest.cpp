@@ -146,7 +146,7 @@ TEST_F(EditorWindow, OpensTwoHundredTimesAndLeavesNothingBehind) {
 TEST_F(EditorWindow, ResizesWithTheHostsWindow) {
   open();
   for (int n = 0; n < 50; ++n) {
-    const int width = 590 + n * 37 % 140, height = static_cast<int>(width * 0.48446327447891235);
+    const int width = 590 + n * 37 % 140, height = static_cast<int>(width * editor::kReferenceAspect);
     if (n % 2 == 0) {
       pointAt(corner());
       press();
