@@ -3,7 +3,7 @@
 
 namespace editor {
 
-// Each step of a drag reports, by turns of these two over presses, so that the value always changes.
+// A drag reports each step with the one that the value wasn't at its press.
 inline constexpr float kReportAtRest = 0.0f;
 inline constexpr float kReportDrag = 1.0f;
 

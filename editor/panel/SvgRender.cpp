@@ -132,16 +132,6 @@ COffscreenContext* renderSvgText(std::span<const char> text, CFrame* frame, doub
   return context;
 }
 
-}  // namespace editor
-
-COffscreenContext* RenderSVGToBitmap(CTarnelSVG* image, CFrame* frame, double scaleX, double scaleY) {
-  const auto text = Counted<IPlatformSVG>::adopt(image->getPlatformSVG());
-  if (!text) return nullptr;
-  return editor::renderSvgText({text->getPointer(), static_cast<std::size_t>(text->getSize())}, frame, scaleX, scaleY);
-}
-
-namespace editor {
-
 COffscreenContext* placeholderImage(const char* file, CFrame* frame, int frames, double width, double height) {
   constexpr CColor kFace{32, 32, 32};
   constexpr CColor kEdgeOff{128, 128, 128};
@@ -163,3 +153,9 @@ COffscreenContext* placeholderImage(const char* file, CFrame* frame, int frames,
 }
 
 }  // namespace editor
+
+COffscreenContext* RenderSVGToBitmap(CTarnelSVG* image, CFrame* frame, double scaleX, double scaleY) {
+  const auto text = Counted<IPlatformSVG>::adopt(image->getPlatformSVG());
+  if (!text) return nullptr;
+  return editor::renderSvgText({text->getPointer(), static_cast<std::size_t>(text->getSize())}, frame, scaleX, scaleY);
+}

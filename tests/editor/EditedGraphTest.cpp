@@ -46,6 +46,7 @@ TEST(EditedGraph, AddsAndDropsInnerPointsWithTheirMarkers) {
   graph.loopPoint = 2;
   graph.startPoint = 3;
   graph.curves[0] = 0.9;
+  const GraphState before = graph.graphState();
   EXPECT_EQ(graph.addPoint({40, 30}), 1);
   EXPECT_EQ(graph.loopPoint, 3);
   EXPECT_EQ(graph.startPoint, 4);
@@ -58,6 +59,8 @@ TEST(EditedGraph, AddsAndDropsInnerPointsWithTheirMarkers) {
   EXPECT_FALSE(graph.dropPoint(0));
   EXPECT_FALSE(graph.dropPoint(3));
   EXPECT_EQ(graph.lastPoint, 3);
+  graph.setGraphState(before);
+  EXPECT_TRUE(sameGraph(graph.graphState(), before));
   DrawnGraph full(line(63));
   EXPECT_EQ(full.loopPoint, kNoLoopPoint);
   full.addPoint({200, 20});

@@ -17,48 +17,36 @@ using namespace VSTGUI;
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 
-struct Difference {
-  int pixels = 0;  // that differ by more than rounding and anti-aliasing may
-  int all = 0;
-};
-
 int distance(const unsigned char* a, const unsigned char* b) {
   int most = 0;
   for (int channel = 0; channel < 4; ++channel) most = std::max(most, std::abs(a[channel] - b[channel]));
   return most;
 }
 
-// Empty when the sizes differ.
-Difference compare(cairo_surface_t* actual, cairo_surface_t* expected) {
-  const int width = cairo_image_surface_get_width(actual);
-  const int height = cairo_image_surface_get_height(actual);
-  if (width != cairo_image_surface_get_width(expected) || height != cairo_image_surface_get_height(expected)) return {};
+// The share of pixels that differ by more than rounding and anti-aliasing may; all of them when the sizes differ.
+double difference(cairo_surface_t* actual, cairo_surface_t* expected) {
   constexpr int kTolerance = 40;
-  Difference difference{0, width * height};
-  const int stride = cairo_image_surface_get_stride(actual);
-  for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x) {
-      const auto* const a = cairo_image_surface_get_data(actual) + y * stride + 4 * x;
-      const auto* const b =
-          cairo_image_surface_get_data(expected) + y * cairo_image_surface_get_stride(expected) + 4 * x;
-      difference.pixels += distance(a, b) > kTolerance;
-    }
-  return difference;
+  const int width = cairo_image_surface_get_width(actual), height = cairo_image_surface_get_height(actual);
+  if (width != cairo_image_surface_get_width(expected) || height != cairo_image_surface_get_height(expected)) return 1;
+  int different = 0;
+  for (int y = 0; y < height; ++y) {
+    const auto* const a = cairo_image_surface_get_data(actual) + y * cairo_image_surface_get_stride(actual);
+    const auto* const b = cairo_image_surface_get_data(expected) + y * cairo_image_surface_get_stride(expected);
+    for (int x = 0; x < width; ++x) different += distance(a + 4 * x, b + 4 * x) > kTolerance;
+  }
+  return static_cast<double>(different) / (width * height);
 }
 
 // `share` of the pixels may differ: where text is, machines have fonts of their own.
 void expectPicture(GraphWindow& window, const std::string& name, double share = 0.0005) {
-  const std::string path = std::string(MODRIFT_PICTURES) + "/" + name + ".png";
+  const std::string path = std::string(MODRIFT_PICTURES) + "/" + name;
   window.idle();
-  if (std::getenv("MODRIFT_RENEW_PICTURES")) {
-    ASSERT_TRUE(window.user().writePng(path));
-  }
-  const Surface expected(cairo_image_surface_create_from_png(path.c_str()), cairo_surface_destroy);
-  const Difference difference = compare(window.user().picture(), expected.get());
-  if (difference.all > 0 && difference.pixels <= share * difference.all) return;
-  const std::string actual = std::string(MODRIFT_PICTURES) + "/" + name + ".actual.png";
-  window.user().writePng(actual);
-  ADD_FAILURE() << name << ": " << difference.pixels << " pixels differ; see " << actual;
+  if (std::getenv("MODRIFT_RENEW_PICTURES")) window.user().writePng(path + ".png");
+  const Surface expected(cairo_image_surface_create_from_png((path + ".png").c_str()), cairo_surface_destroy);
+  const double different = difference(window.user().picture(), expected.get());
+  if (different <= share) return;
+  window.user().writePng(path + ".actual.png");
+  ADD_FAILURE() << name << ": " << different * 100 << " % of the pixels differ; see " << path << ".actual.png";
 }
 
 void showScope(GraphWindow& window) {

@@ -27,6 +27,21 @@ inline std::string told(int parameter) { return "set " + std::to_string(paramete
 inline std::string begun(int parameter) { return "begin " + std::to_string(parameter) + ' ' + told(parameter); }
 inline std::string ended(int parameter) { return "end " + std::to_string(parameter) + ' ' + told(parameter); }
 
+// The points and the table of the effect's graph are those that are shown.
+inline void expectSounds(const LFODisplay& display, const LfoDSP& effect, int graph) {
+  ASSERT_EQ(effect.envNumPoints[editor::at(graph)], display.lastPoint);
+  const GraphPoints sounding = effect.pointsOf(graph), shown = display.storedPoints(editor::Rounding::none);
+  for (std::size_t i = 0; i <= editor::at(display.lastPoint); ++i) {
+    EXPECT_NEAR(sounding.x[i], shown.x[i], 0.05) << i;
+    EXPECT_NEAR(sounding.y[i], shown.y[i], 1e-6) << i;
+    EXPECT_NEAR(sounding.curve[i], shown.curve[i], 1e-6) << i;
+  }
+  int apart = 0;  // entries beside a jump may differ
+  for (std::size_t i = 0; i < 65536; ++i)
+    apart += std::abs(static_cast<float>(effect.graphTable[editor::at(graph)][i]) - display.shapeTable[i]) > 1e-4f;
+  EXPECT_LE(apart, 2 * display.lastPoint);
+}
+
 // Passes reports and notices on as the panel does.
 class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
  public:

@@ -42,13 +42,6 @@ class Screen:
         pixels = [((dx, dy), self.pixel(place[0] + dx, place[1] + dy)) for dx, dy in square]
         return {(at, color) for at, color in pixels if color in (BLACK, WHITE)}
 
-    def line_rows(self, x):
-        """The highest row, the middle and the lowest row of the graph's line in a column."""
-        greenest_other = 90  # of the fill, also where the bar that passes is on it
-        weights = {y: self.pixel(x, y)[1] - greenest_other for y in range(HEIGHT + 2)}
-        rows = {y: weight for y, weight in weights.items() if weight > 0}
-        return (min(rows), sum(y * w for y, w in rows.items()) / sum(rows.values()), max(rows)) if rows else None
-
     def save(self, path):
         pixels = b"".join(bytes(self.pixel(x - LEFT, y - TOP)) for y in range(self.height) for x in range(self.width))
         with open(path, "wb") as file:
@@ -58,16 +51,8 @@ class Screen:
 class Program:
     """The program modrift, its files in one folder."""
 
-    FRAMES = 24000  # of a cycle: a beat at 120 a minute and 48 kHz
-
     def __init__(self, path, folder):
         self.path, self.folder = path, folder
-        self.input = self.file("one.wav")
-        samples = struct.pack("<f", 1.0) * (2 * self.FRAMES)
-        with open(self.input, "wb") as file:
-            file.write(b"RIFF" + struct.pack("<I", 36 + len(samples)) + b"WAVEfmt ")
-            file.write(struct.pack("<IHHIIHH", 16, 3, 1, 48000, 4 * 48000, 4, 32))
-            file.write(b"data" + struct.pack("<I", len(samples)) + samples)
 
     def file(self, name):
         return f"{self.folder}/{name}"
@@ -79,27 +64,17 @@ class Program:
         return done.stdout
 
     def preset(self, name, points, curves):
-        """A preset in which graph 1, of points in pixels, makes the volume of each beat."""
+        """A preset with these points in graph 1, in pixels."""
         texts = [f"{x / WIDTH!r} {1 - y / HEIGHT!r} {curves.get(i, 0.5)!r}" for i, (x, y) in enumerate(points)]
         shape, preset = self.file("start.shp"), self.file(name)
         self.run("shape", "save", "-o", shape, "--points", "; ".join(texts))
-        self.run("preset", "save", "-o", preset, "--shape", f"1={shape}", "--set", ">vol=1", "--set", "Rate=0.44")
+        self.run("preset", "save", "-o", preset, "--shape", f"1={shape}")
         return preset
 
     def graphs(self, preset):
         """All graphs as lists of (x, y, curve), x and y in pixels."""
         graphs = json.loads(self.run("preset", "show", "--json", preset))["graphs"]
         return [[(p["x"] * WIDTH, (1 - p["y"]) * HEIGHT, p["curve"]) for p in graph["points"]] for graph in graphs]
-
-    def levels(self, preset):
-        """What becomes of a constant 1 in the second cycle."""
-        output = self.file("out.wav")
-        self.run("render", self.input, "-o", output, "--preset", preset, "--tempo", "120")
-        with open(output, "rb") as file:
-            data = file.read()
-        at = data.index(b"data") + 8
-        left = struct.unpack(f"<{(len(data) - at) // 4}f", data[at:])[0::2]
-        return left[self.FRAMES : 2 * self.FRAMES]
 
 
 def extent(pointer):
@@ -114,7 +89,7 @@ class Session:
     def __init__(self, program, screen, preset):
         self.screen, self.saved = screen, program.file("after.fxp")
         self.log = open(program.file("edit.log"), "w", encoding="utf-8")
-        command = [program.path, "edit", "--preset", preset, "--save", self.saved, "--play", program.input]
+        command = [program.path, "edit", "--preset", preset, "--save", self.saved]
         self.process = subprocess.Popen(command, stdout=self.log, stderr=subprocess.STDOUT)
         self.arrow = set()
 
@@ -221,11 +196,7 @@ class Session:
         self.see_pointer(place, lambda seen: extent(seen)[1] > 1.4 * extent(seen)[0], "the pointer that moves up and down")
 
     def see_four_way_pointer(self, place):
-        def is_square(seen):
-            width, height = extent(seen)
-            return seen != self.arrow and width > 8 and width == height
-
-        self.see_pointer(place, is_square, "the pointer that moves all ways")
+        self.see_pointer(place, lambda seen: extent(seen)[1] == extent(seen)[0] > 8, "the pointer that moves all ways")
 
     # --- The end
 
@@ -241,8 +212,7 @@ class Session:
         self.ended(-15)
 
     def ended(self, status):
-        found = self.process.wait(timeout=PATIENCE_SECONDS)
-        if found != status:
+        if (found := self.process.wait(timeout=PATIENCE_SECONDS)) != status:
             raise Failure(f"the program ended with {found} and not {status}")
 
     def stop(self):
