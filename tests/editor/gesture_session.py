@@ -10,7 +10,7 @@ RESTING_PLACE = (-110, 260)  # of the pointer, off the graph
 PATIENCE_SECONDS = 20
 DOUBLE_CLICK_SECONDS = 0.45
 
-BLACK, WHITE, YELLOW = (0, 0, 0), (255, 255, 255), (255, 255, 0)
+WHITE, YELLOW = (255, 255, 255), (255, 255, 0)
 POINT, SELECTED, TOOLTIP_FRAME = (103, 174, 250), (255, 240, 212), (0, 114, 179)
 
 
@@ -19,7 +19,7 @@ class Failure(Exception):
 
 
 class Screen:
-    """The X server's screen, the pointer included, with the graph's own pixel (0, 0) as its origin."""
+    """The X server's screen, with the graph's own pixel (0, 0) as its origin."""
 
     def __init__(self, path):
         with open(path, "rb") as file:
@@ -35,12 +35,6 @@ class Screen:
 
     def is_near(self, place, color, tolerance=8):
         return all(abs(a - b) <= tolerance for a, b in zip(self.pixel(*place), color))
-
-    def pointer(self, place):
-        """The pointer's picture round a place of the graph where nothing else is quite black or quite white."""
-        square = [(dx, dy) for dx in range(-16, 17) for dy in range(-16, 17)]
-        pixels = [((dx, dy), self.pixel(place[0] + dx, place[1] + dy)) for dx, dy in square]
-        return {(at, color) for at, color in pixels if color in (BLACK, WHITE)}
 
     def save(self, path):
         pixels = b"".join(bytes(self.pixel(x - LEFT, y - TOP)) for y in range(self.height) for x in range(self.width))
@@ -77,12 +71,6 @@ class Program:
         return [[(p["x"] * WIDTH, (1 - p["y"]) * HEIGHT, p["curve"]) for p in graph["points"]] for graph in graphs]
 
 
-def extent(pointer):
-    """Width and height of a pointer's black parts; the white ones may be a handle's."""
-    columns, rows = zip(*([at for at, color in pointer if color == BLACK] or [(0, 0)]))
-    return max(columns) - min(columns) + 1, max(rows) - min(rows) + 1
-
-
 class Session:
     """One window, from its opening to its end. Places are pixels of the graph."""
 
@@ -91,13 +79,11 @@ class Session:
         self.log = open(program.file("edit.log"), "w", encoding="utf-8")
         command = [program.path, "edit", "--preset", preset, "--save", self.saved]
         self.process = subprocess.Popen(command, stdout=self.log, stderr=subprocess.STDOUT)
-        self.arrow = set()
 
     def begin(self, points):
         """Waits for the window with these points."""
         self.rest()
         self.see_points(*points)
-        self.arrow = self.see_pointer(RESTING_PLACE, len, "the usual pointer")
 
     # --- Events
 
@@ -176,27 +162,6 @@ class Session:
     def see_points(self, *points, color=POINT):
         for point in points:
             self.see(point, color)
-
-    def see_pointer(self, place, condition, what):
-        """Waits for a pointer that stands still there; gives its picture."""
-        seen = set()
-
-        def holds():
-            nonlocal seen
-            before, seen = seen, self.screen.pointer(place)
-            return condition(seen) and seen == before
-
-        self.wait(holds, what)
-        return seen
-
-    def see_usual_pointer(self, place=RESTING_PLACE):
-        self.see_pointer(place, lambda seen: seen == self.arrow, "the usual pointer")
-
-    def see_vertical_pointer(self, place):
-        self.see_pointer(place, lambda seen: extent(seen)[1] > 1.4 * extent(seen)[0], "the pointer that moves up and down")
-
-    def see_four_way_pointer(self, place):
-        self.see_pointer(place, lambda seen: extent(seen)[1] == extent(seen)[0] > 8, "the pointer that moves all ways")
 
     # --- The end
 
