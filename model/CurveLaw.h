@@ -73,7 +73,7 @@ void repeatSample(std::span<Cell, kGraphTableSize> table, int i) noexcept {
   if (i > 0) table[static_cast<std::size_t>(i)] = static_cast<float>(table[static_cast<std::size_t>(i - 1)]);
 }
 
-// How the graph that plays is rendered: from heights that are floats, as its points are kept.
+// How the graph that plays is rendered: from heights rounded to floats, which every table so far hangs on.
 struct PlayedShape {
   static double height(double y) noexcept { return static_cast<double>(static_cast<float>(y)); }
   static double limited(double y) noexcept { return y; }

@@ -3,7 +3,7 @@ import sys
 import time
 import traceback
 
-from gesture_session import HEIGHT, POINT, SELECTED, TOOLTIP_FRAME, WHITE, WIDTH, YELLOW, Failure, Program, Screen, Session
+from gesture_session import POINT, SELECTED, TOOLTIP_FRAME, WHITE, YELLOW, Failure, Program, Screen, Session
 
 NEAR_PIXELS, NEAR_CURVE = 0.6, 1e-4  # weights are measured in whole pixels
 STRAIGHT = 0.5
@@ -17,8 +17,8 @@ gestures = []
 
 
 def gesture(function):
-    """Makes gestures in a session. Gives the points that the graph must then have, and curves where they differ from the
-    start; nothing where the graph must stay as it was."""
+    """Makes gestures in a session. Gives the points that the graph must then have, and curves where they differ from
+    the start; nothing where the graph must stay as it was."""
     gestures.append(function)
     return function
 
