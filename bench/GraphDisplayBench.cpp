@@ -5,6 +5,7 @@
 
 #include "bench/Measure.h"
 #include "bench/Subjects.h"
+#include "editor/controls/ControlMessages.h"
 #include "editor/graph/GraphLink.h"
 #include "editor/graph/LFODisplay.h"
 #include "editor/shell/LFOGUI.h"
@@ -15,6 +16,7 @@
 namespace bench {
 namespace {
 
+using namespace editor;
 using namespace VSTGUI;
 
 VstIntPtr VSTCALLBACK noHost(AEffect*, VstInt32, VstInt32, VstIntPtr, void*, float) { return 0; }
@@ -23,10 +25,11 @@ class Window {
  public:
   explicit Window(double size) {
     setPlatform(PlatformType::kDefaultNative, &platform_);
-    const CRect view(0, 0, 400 * size, 244 * size);
+    const CRect view(0, 0, kGraphPlace.getWidth() * size, kGraphPlace.getHeight() * size);
     frame_ = new CFrame(view, nullptr);
     frame_->open(nullptr);
-    display = new LFODisplay(view, nullptr, 88, 388 * size, 240 * size, nullptr, {}, 1);
+    display = new LFODisplay(view, nullptr, kGraphTag, static_cast<double>(model::kPixelWidth) * size,
+                             static_cast<double>(model::kPixelHeight) * size, nullptr, {}, 1);
     frame_->addView(display);
     loadGraph(*display, effect, false);
     display->playPosition = 0.3;

@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace VSTGUI;
   static const auto frame = Counted<CFrame>::adopt(new CFrame(CRect(0, 0, 708, 343), nullptr));
   const std::span text(reinterpret_cast<const char*>(data), size);
-  const auto painted = Counted<COffscreenContext>::adopt(renderSvgText(text, frame, 0.5, 0.5));
+  const auto painted = Counted<COffscreenContext>::adopt(editor::renderSvgText(text, frame, 0.5, 0.5));
   if (!painted) return 0;
   const CBitmap& bitmap = *painted->getBitmap();
   require(bitmap.getWidth() >= 1 && bitmap.getHeight() >= 1, "a bitmap has an extent");

@@ -75,15 +75,23 @@ void repeatSample(std::span<Cell, kGraphTableSize> table, int i) noexcept {
   if (i > 0) table[static_cast<std::size_t>(i)] = static_cast<float>(table[static_cast<std::size_t>(i - 1)]);
 }
 
-// Renders 1 - Y over the table, whose cells are floats or convert to and from them [any].
-template <class Cell>
-void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> table) noexcept {
+// How the graph that plays is rendered: from heights rounded to floats, which every table so far hangs on.
+struct PlayedShape {
+  static double height(double y) noexcept { return static_cast<double>(static_cast<float>(y)); }
+  static double limited(double y) noexcept { return y; }
+  static void rendered(std::size_t, std::size_t, int, int) noexcept {}
+};
+
+// Renders 1 - Y over the table, whose cells are floats or convert to and from them [any]. A `shape` says how heights
+// are rounded, how the law's are limited, and hears of each segment behind table index `start` once it is there.
+template <class Cell, class Shape = PlayedShape>
+void renderGraph(const GraphPoints& points, std::span<Cell, kGraphTableSize> table, const Shape& shape = {}) noexcept {
   table[0] = static_cast<float>(1.0 - points.y[0]);
-  const auto segment = [&](int i, std::size_t from, std::size_t to, int length) {
-    const auto y0 = static_cast<float>(points.y[from]);
-    const auto d = static_cast<float>(points.y[to] - points.y[from]);
-    renderSegment(table, i, length, calcCurveCoef(points.curve[from], length), static_cast<double>(y0),
-                  static_cast<double>(d));
+  const auto limited = [&](double y) { return shape.limited(y); };
+  const auto segment = [&](int start, std::size_t from, std::size_t to, int length) {
+    renderSegment(table, start, length, calcCurveCoef(points.curve[from], length), shape.height(points.y[from]),
+                  shape.height(points.y[to] - points.y[from]), limited);
+    shape.rendered(from, to, start, length);
   };
   walkGraph(points, segment, [&](int i, int) { repeatSample(table, i); });
 }

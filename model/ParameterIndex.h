@@ -66,4 +66,5 @@ enum ParameterIndex : int {
 };
 
 inline constexpr float kNoticeClockValue = 11.0f;
+inline constexpr float kNoticeEditorSizeValue = 100.0f;
 inline constexpr float kPasteIntoAll = 999.0f;  // values above it paste into all graphs

@@ -1,5 +1,6 @@
 #include "editor/controls/ResizeControl.h"
 
+#include "editor/controls/ControlMessages.h"
 #include "toolkit/views/CFrame.h"
 
 using namespace VSTGUI;
@@ -13,12 +14,12 @@ void ResizeControl::report(float newValue) {
 
 CMouseEventResult ResizeControl::onMouseDown(CPoint& where, const CButtonState& buttons) {
   if (checkDefaultValue(buttons)) {
-    report(kChosenSize);
-    value = kReleased;
+    report(editor::kCornerChosenSize);
+    value = editor::kCornerReleased;
     return kMouseEventHandled;
   }
   if (!buttons.isLeftButton()) return kMouseEventNotHandled;
-  value = kDragged;
+  value = editor::kCornerDragged;
   lastX = where.x;
   lastY = where.y;
   if (auto* const window = getFrame()) window->setCursor(kCursorSizeAll);
@@ -30,11 +31,11 @@ CMouseEventResult ResizeControl::onMouseMoved(CPoint& where, const CButtonState&
   if (where.x == lastX && where.y == lastY) return kMouseEventHandled;
   lastX = where.x;
   lastY = where.y;
-  report(kDragged);
+  report(editor::kCornerDragged);
   return kMouseEventHandled;
 }
 
 CMouseEventResult ResizeControl::onMouseUp(CPoint& /*where*/, const CButtonState& /*buttons*/) {
-  report(kReleased);
+  report(editor::kCornerReleased);
   return kMouseEventHandled;
 }

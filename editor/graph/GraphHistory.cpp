@@ -5,6 +5,8 @@
 
 using namespace model;
 
+namespace editor {
+
 namespace {
 
 // Rounding on the way through pixels of any window, floats and back; far below what a gesture can move.
@@ -55,3 +57,5 @@ std::optional<GraphState> GraphHistory::redo(int graph, const GraphState& now) {
   Steps& steps = steps_[static_cast<std::size_t>(graph)];
   return step(steps.future, steps.past, now);
 }
+
+}  // namespace editor

@@ -9,11 +9,16 @@
 
 #include "model/Graph.h"
 
+namespace editor {
+
+inline constexpr int kNoLoopPoint = 512;
+inline constexpr int kNoStartPoint = -1;
+
 // A graph as the editor knows it.
 struct GraphState {
   model::GraphPoints points;
-  int loopPoint = 512;  // 512 for none
-  int startPoint = -1;  // -1 for none
+  int loopPoint = kNoLoopPoint;
+  int startPoint = kNoStartPoint;
 };
 
 // Same points, curves and markers, but for rounding on the way to the effect and back.
@@ -40,3 +45,5 @@ class GraphHistory {
   int run_ = 0;
   int runGraph_ = 0;
 };
+
+}  // namespace editor

@@ -4,34 +4,35 @@
 #include <cmath>
 #include <utility>
 
-#include "editor/graph/GraphGeometry.h"
+#include "editor/graph/GraphReports.h"
 #include "editor/graph/LFODisplay.h"
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
 
 using namespace model;
 
+namespace editor {
+
 namespace {
 
 static_assert(kAutomatedPointCount == kAutomatedPoints / 3);
-
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
 int pointParameter(int point) { return kPoint1 + 3 * point; }
 int xParameter(int point) { return pointParameter(point) + 1; }
 int curveParameter(int segment) { return pointParameter(segment) + 2; }
 
-float xValue(const LFODisplay& display, int point) {
-  return static_cast<float>(display.points[at(point)].x / display.graphWidth);
+// What a point's parameters say of it, 0 to 1; Y upwards.
+float xValue(const EditedGraph& graph, int point) {
+  return static_cast<float>(graph.scale().toStored(graph.points[at(point)], Rounding::none).x / kGraphWidth);
 }
 
-float yValue(const LFODisplay& display, int point) {
-  return static_cast<float>(1.0 - display.points[at(point)].y / display.graphHeight);
+float yValue(const EditedGraph& graph, int point) {
+  return static_cast<float>(1.0 - graph.scale().toStored(graph.points[at(point)], Rounding::none).y);
 }
 
 // A float close to the curve law's pole would round into it.
-float curveValue(const LFODisplay& display, int segment) {
-  const auto value = static_cast<float>(display.curves[at(segment)]);
+float curveValue(const EditedGraph& graph, int segment) {
+  const auto value = static_cast<float>(graph.curves[at(segment)]);
   return value == 0.5f ? std::nextafter(0.5f, 0.0f) : value;
 }
 
@@ -67,27 +68,27 @@ bool sendPressed(LFODisplay& display, LfoDSP& effect) {
 
 // A point's x stops at its neighbours. Where several move to the right, those that were stopped by one that had still
 // to go are sent again, from the right.
-void sendStopped(const LFODisplay& display, LfoDSP& effect) {
-  for (std::size_t n = display.selection.size(); n-- > 0;) {
-    const int i = display.selection[n].index;
+void sendStopped(const EditedGraph& graph, LfoDSP& effect) {
+  for (std::size_t n = graph.selection.size(); n-- > 0;) {
+    const int i = graph.selection[n].index;
     if (i >= kAutomatedPointCount || i == 0 || i >= effect.envNumPoints[0]) continue;
-    const float x = xValue(display, i);
+    const float x = xValue(graph, i);
     if (static_cast<float>(effect.envX[0][i] / kGraphWidth) != x) effect.setParameterAutomated(xParameter(i), x);
   }
 }
 
 // True when the parameters carried all of it.
-bool sendSelection(const LFODisplay& display, LfoDSP& effect) {
-  bool whole = !display.selection.empty();
-  for (const MultiSelectPoint& entry : display.selection) {
+bool sendSelection(const EditedGraph& graph, LfoDSP& effect) {
+  bool whole = !graph.selection.empty();
+  for (const MultiSelectPoint& entry : graph.selection) {
     if (entry.index >= kAutomatedPointCount) {
       whole = false;
       continue;
     }
-    effect.setParameterAutomated(xParameter(entry.index), xValue(display, entry.index));
-    effect.setParameterAutomated(pointParameter(entry.index), yValue(display, entry.index));
+    effect.setParameterAutomated(xParameter(entry.index), xValue(graph, entry.index));
+    effect.setParameterAutomated(pointParameter(entry.index), yValue(graph, entry.index));
   }
-  if (effect.bWarmedUp) sendStopped(display, effect);
+  if (effect.bWarmedUp) sendStopped(graph, effect);
   return whole;
 }
 
@@ -97,27 +98,14 @@ bool sendAsParameters(LFODisplay& display, LfoDSP& effect, int graph) {
   return display.automationGesture && display.getValue() < kReportWithoutParameters && sendPressed(display, effect);
 }
 
-void copyTable(const LFODisplay& display, LfoDSP& effect, int graph) {
-  Shared<float>* const table = effect.graphTable[at(graph)].get();
-  for (std::size_t i = 0; i < at(kGraphTableSize); ++i) table[i] = display.shapeTable[i];
+void copyTable(const EditedGraph& graph, LfoDSP& effect, int target) {
+  Shared<float>* const table = effect.graphTable[at(target)].get();
+  for (std::size_t i = 0; i < at(kGraphTableSize); ++i) table[i] = graph.shapeTable[i];
 }
 
-void copyGraph(const LFODisplay& display, LfoDSP& effect, int graph) {
-  effect.envNumPoints[at(graph)] = static_cast<std::int8_t>(display.lastPoint);
-  copyTable(display, effect, graph);
-  for (int i = 0; i < kEditedPoints; ++i) {
-    const VSTGUI::CPoint& p = display.points[at(i)];
-    effect.envCurve[graph][i] = display.curves[at(i)];
-    effect.envX[graph][i] = graphgeometry::storedX(p.x, display.graphWidth);
-    effect.envY[graph][i] = graphgeometry::storedY(p.y, display.graphHeight);
-  }
-}
-
-void takePoint(LFODisplay& display, const LfoDSP& effect, int graph, int i) {
-  display.points[at(i)] = {graphgeometry::pixelX(effect.envX[graph][i], display.graphWidth),
-                           graphgeometry::pixelY(effect.envY[graph][i], display.graphHeight)};
-  if (i < kEditedPoints) display.curves[at(i)] = effect.envCurve[graph][i];
-  display.MakeEnvHandle(i);
+void copyGraph(const EditedGraph& graph, LfoDSP& effect, int target) {
+  copyTable(graph, effect, target);
+  effect.setPoints(target, graph.storedPoints(Rounding::factor), kEditedPoints);
 }
 
 }  // namespace
@@ -149,15 +137,15 @@ void loadGraph(LFODisplay& display, LfoDSP& effect, bool pointsOnly) {
     display.endGestures();
     endOpenEdits(display, effect);
   }
-  const int last = std::clamp<int>(effect.envNumPoints[at(graph)], 1, kEditedPoints - 1);
-  const int slots = pointsOnly ? last + 1 : kEditedPoints;
-  for (int i = 0; i < slots; ++i) takePoint(display, effect, graph, i);
-  display.lastPoint = last;
-  display.points[at(last)].y = display.points[0].y;
-  display.MakeEnvHandle(last);
+  const GraphPoints stored = effect.pointsOf(graph);
+  const int used = std::clamp(stored.lastPoint + 1, 2, kEditedPoints);
+  display.takePoints(stored, pointsOnly ? used : kEditedPoints, Rounding::factor);
+  display.joinEnds(true);
   display.RenderShape();
   display.renderDirty = true;
   if (pointsOnly) return;
   copyTable(display, effect, graph);
   display.graphLoaded(graph, before);
 }
+
+}  // namespace editor

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+namespace editor {
+
 namespace {
 
 struct Stop {
@@ -33,3 +35,5 @@ std::array<VSTGUI::CColor, kWeightColors> weightRamp() noexcept {
     ramp[i] = rampColor(static_cast<double>(i) / static_cast<double>(ramp.size() - 1));
   return ramp;
 }
+
+}  // namespace editor

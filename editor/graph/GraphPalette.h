@@ -75,8 +75,12 @@ inline constexpr VSTGUI::CColor MainPanelBGColor{220, 223, 226, 255};
 inline constexpr VSTGUI::CColor FX_ScrollBarBGColor{157, 157, 157, 255};
 inline constexpr VSTGUI::CColor FX_ScrollBarHndlColor{78, 78, 78, 255};
 
+namespace editor {
+
 inline constexpr std::size_t kWeightColors = 586;
 
 // Colours of selected points by their weight, from that of a point that stands still to that of one that goes all the
 // way: LFOPoints blue over a pale sky to a warm white.
 [[nodiscard]] std::array<VSTGUI::CColor, kWeightColors> weightRamp() noexcept;
+
+}  // namespace editor

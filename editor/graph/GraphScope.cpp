@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "editor/graph/GraphGeometry.h"
 #include "editor/graph/LFODisplay.h"
 #include "effect/LfoDSP.h"
 
@@ -11,6 +12,8 @@ using namespace model;
 
 using VSTGUI::CGraphicsPath;
 using VSTGUI::Counted;
+
+namespace editor {
 
 namespace {
 
@@ -84,8 +87,8 @@ Counted<CGraphicsPath> bars(const std::vector<Range>& columns, double pixel) {
 
 void copySamples(LFODisplay& display, LfoDSP& effect, std::int32_t from, std::int32_t to) {
   for (std::int32_t i = from; i < to; ++i) {
-    display.scopeOutCopy[static_cast<std::size_t>(i)] = effect.scopeOut[i];
-    display.scopeInCopy[static_cast<std::size_t>(i)] = effect.scopeIn[i];
+    display.scopeOutCopy[at(i)] = effect.scopeOut[i];
+    display.scopeInCopy[at(i)] = effect.scopeIn[i];
   }
 }
 
@@ -110,3 +113,5 @@ ScopeOutline scopeOutline(std::span<const float> samples, double width, double p
   if (travel > kCalmTravel) return {bars(columns, pixel), true};
   return {line(columns, samples.front(), width), false};
 }
+
+}  // namespace editor

@@ -1,4 +1,4 @@
-// The waveform behind the graph: from the effect's traces to one path each. [ui]
+// The scope behind the graph: from the effect's traces to one path each. [ui]
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,8 @@
 
 class LFODisplay;
 class LfoDSP;
+
+namespace editor {
 
 // Copies what the effect has written since the last call, up to 256 entries behind its position, where it may still be
 // writing. `readIndex` is how far the copies have come, 0 at first.
@@ -23,3 +25,5 @@ struct ScopeOutline {
 // that line would cover its columns as good as whole and take long to draw: there each column is a bar, on whole device
 // pixels, one of which is `pixel` high.
 [[nodiscard]] ScopeOutline scopeOutline(std::span<const float> samples, double width, double pixel);
+
+}  // namespace editor

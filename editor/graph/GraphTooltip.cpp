@@ -8,6 +8,8 @@
 
 using namespace VSTGUI;
 
+namespace editor {
+
 namespace {
 
 // Beats are halved or cut in three; both go down to where a pixel of the graph is longer.
@@ -60,3 +62,5 @@ CRect besidePoint(const CPoint& point, double width, double height, double dista
   top = std::max(area.top, std::min(top, area.bottom - height));
   return {left, top, left + width, top + height};
 }
+
+}  // namespace editor

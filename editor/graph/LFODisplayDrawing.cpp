@@ -1,25 +1,25 @@
 // The graph's picture. Grid and curve are painted into bitmaps when they change; each tick then takes these and paints
-// over them what moves. What is laid over is in LFODisplayOverlays.cpp.
+// over them what moves, which is in LFODisplayOverlays.cpp.
 #include <algorithm>
 #include <cmath>
 
-#include "editor/graph/GraphGeometry.h"
+#include "editor/graph/GraphFlags.h"
 #include "editor/graph/LFODisplay.h"
 #include "effect/LfoClock.h"
 #include "toolkit/views/CFrame.h"
 
-using namespace VSTGUI;
 using namespace model;
-using namespace effect;
-using graphgeometry::grown;
-using graphgeometry::wholePixels;
+using namespace VSTGUI;
+using editor::at;
+using editor::grown;
+using editor::kFirstCurveHandle;
+using editor::kWeightColors;
+using editor::wholePixels;
 
 namespace {
 
 constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr CDrawMode kSharp{kAliasing | kNonIntegralMode};
-
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
 int pixelColumn(double x) { return static_cast<int>(x + 0.5); }
 
@@ -36,13 +36,24 @@ void strokeOnPixels(CDrawContext& context, const CGraphicsPath* path) {
   context.drawGraphicsPath(path, CDrawContext::kPathStroked, &centred);
 }
 
-// How many cells lie between two bright lines.
-int majorStep(int cells) {
-  if (cells == 8) return 4;
-  return cells % 4 == 0 ? cells / 4 : cells / 2;
+}  // namespace
+
+void LFODisplay::draw(CDrawContext* context) {
+  followScaleFactor(*context);
+  if (!backgroundValid) createBG();
+  if (renderDirty) plotWave(context);
+  if (curveBitmap) curveBitmap->draw(context, getViewSize());
+  drawOverlays(*context);
+  setDirty(false);
 }
 
-}  // namespace
+// The bitmaps have the device's pixels; on another screen they are made anew.
+void LFODisplay::followScaleFactor(const CDrawContext& context) {
+  if (!offscreen || offscreen->getScaleFactor() == context.getScaleFactor()) return;
+  offscreen = nullptr;
+  backgroundValid = false;
+  renderDirty = true;
+}
 
 CRect LFODisplay::drawingArea() const { return {0, 0, getWidth(), getHeight()}; }
 
@@ -71,10 +82,8 @@ void LFODisplay::createBG() {
 }
 
 void LFODisplay::drawGridLines(CDrawContext& context) const {
-  const int cells = gridSize;
-  const int major = majorStep(cells);
-  const double cellWidth = graphWidth / cells;
-  const double cellHeight = graphHeight / cells;
+  const editor::GraphGrid lines = grid();
+  const int major = lines.majorStep();
   const auto vertical = [&](double x, double bottom) { context.drawLine({x, 1}, {x, bottom}); };
   const auto horizontal = [&](double y) { context.drawLine({1, y}, {graphWidth - 1, y}); };
   context.setLineWidth(1.0);
@@ -82,15 +91,15 @@ void LFODisplay::drawGridLines(CDrawContext& context) const {
   context.setFrameColor(LFOBgLinesBright);
   vertical(graphWidth + 1, graphHeight);
   context.setFrameColor(BgLinesDark);
-  for (int i = 0; i < cells; ++i) {
+  for (int i = 0; i < lines.cells; ++i) {
     if (i % major == 0) continue;
-    vertical(cellWidth * i + 1, graphHeight - 1);
-    horizontal(cellHeight * i + 1);
+    vertical(lines.cellWidth() * i + 1, graphHeight - 1);
+    horizontal(lines.cellHeight() * i + 1);
   }
   context.setFrameColor(LFOBgLinesBright);
-  for (int i = major; i < cells; i += major) {
-    vertical(cellWidth * i + 1, graphHeight - 1);
-    horizontal(cellHeight * i);
+  for (int i = major; i < lines.cells; i += major) {
+    vertical(lines.cellWidth() * i + 1, graphHeight - 1);
+    horizontal(lines.cellHeight() * i);
   }
 }
 
@@ -113,7 +122,7 @@ void LFODisplay::plotWave(CDrawContext* /*context*/) {
   correctOutline(columns);
   strokeOutline(context, columns);
   drawEnvStuff(&context);
-  drawFlags(context);
+  editor::drawFlags(context, *this);
   context.endDraw();
   curveBitmap = offscreen->getBitmap();
 }
@@ -122,7 +131,7 @@ void LFODisplay::drawLFOEdit(CDrawContext* context, int columns) {
   context->setFrameColor(LFOLineColor);
   context->setDrawMode(kSmooth);
   const double bend = (static_cast<double>(pwmValue) - 0.5) * 1.992;
-  ClockSettings clock;  // the law that plays the graph
+  effect::ClockSettings clock;  // the law that plays the graph
   clock.pwmAmount = std::abs(bend);
   clock.pwmLate = bend >= 0.0;
   const bool bends = pwmValue != 0.5f;
@@ -130,7 +139,7 @@ void LFODisplay::drawLFOEdit(CDrawContext* context, int columns) {
   for (int i = 0; i < columns; ++i) {
     double p = std::max(0.0, phase + i * (1.0 / graphWidth));
     if (p > 1.0) p -= std::floor(p);
-    if (bends) p = pwmPosition(p, clock);
+    if (bends) p = effect::pwmPosition(p, clock);
     const auto entry = static_cast<int>(p * (kGraphTableSize - 1) + 0.5);
     curvePolyline[at(i)] = {i + 1.0, (1.0 - static_cast<double>(shapeTable[at(entry)])) * graphHeight};
   }

@@ -10,6 +10,7 @@
 #include "toolkit/base/IDataPackage.h"
 #include "toolkit/views/CFrame.h"
 
+using namespace model;
 using namespace VSTGUI;
 
 namespace {

@@ -1,12 +1,17 @@
-// The pointer's gestures on single points and curves: press, drag, hover, release. Selections are in
-// LFODisplaySelection.cpp, drawing by segments in LFODisplaySegments.cpp.
+// The pointer's gestures: press, hover, drag, release. What they do to the graph is EditedGraph's.
 #include <algorithm>
 
-#include "editor/graph/GraphGeometry.h"
+#include "editor/graph/GraphReports.h"
 #include "editor/graph/LFODisplay.h"
 #include "toolkit/views/CFrame.h"
 
+using namespace model;
 using namespace VSTGUI;
+using editor::at;
+using editor::kAutomatedPointCount;
+using editor::kFirstCurveHandle;
+using editor::Stretch;
+using editor::wholePixels;
 
 namespace {
 
@@ -18,23 +23,14 @@ constexpr int kSnapSegmentDrag = kSegmentDrag | kAlt;
 constexpr int kLoopPress = kLButton | kShift | kControl;
 constexpr int kStartPress = kLoopPress | kAlt;
 
-// What a drag leaves of a curve value: never the poles of the curve law, so that each bend can be undone by a drag.
-constexpr double kLeastCurve = 1e-13;
-constexpr double kMostCurve = 0.999999999998;
-constexpr double kNearlyStraight = 0.499999999998;
-
-double usableCurve(double curve) {
-  if (curve <= 0.0) return kLeastCurve;
-  if (curve >= 1.0) return kMostCurve;
-  return curve == 0.5 ? kNearlyStraight : curve;
-}
-
-// Pixels by which points may have moved on their way through the effect.
-constexpr double kRoundingPixels = 1e-2;
-
 bool drawsSegments(int state) { return state == kSegmentDrag || state == kSnapSegmentDrag; }
 
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
+Stretch stretchOf(int masked) {
+  if (masked == kSegmentDrag) return Stretch::height;
+  return masked == kSnapSegmentDrag ? Stretch::width : Stretch::none;
+}
+
+constexpr int kMarqueeStart = 10;  // pixels that a press must travel to become a marquee
 
 }  // namespace
 
@@ -57,7 +53,7 @@ CMouseEventResult LFODisplay::press(CPoint& where, const CButtonState& buttons) 
   automationGesture = bendsAllCurves = valueShown_ = cursorRests_ = false;
   pressButtons = buttons & kGestureBits;
   if (pressButtons == (kLButton | kApple) || buttons.isRightButton()) {
-    value = kReportRefresh;
+    value = editor::kReportRefresh;
     valueChanged();
     return kMouseEventNotHandled;
   }
@@ -66,14 +62,14 @@ CMouseEventResult LFODisplay::press(CPoint& where, const CButtonState& buttons) 
   const int hit = pressedPoint;
   if (hit < 0) return pressNothing(where, buttons);
   if (placeMarker(hit)) return kMouseDownEventHandledButDontNeedMovedOrUpEvents;
-  if (buttons.isDoubleClick()) return dropPoint(hit, where, buttons);
+  if (buttons.isDoubleClick()) return pressTwice(hit, where, buttons);
   return beginDrag(where, buttons);
 }
 
 bool LFODisplay::placeMarker(int point) {
   if (pressButtons != kStartPress && pressButtons != kLoopPress) return false;
   (pressButtons == kStartPress ? startPoint : loopPoint) = point;
-  value = kReportMarker;
+  value = editor::kReportGraph;
   valueChanged();
   pressedPoint = -1;  // no release will come
   return true;
@@ -82,16 +78,14 @@ bool LFODisplay::placeMarker(int point) {
 CMouseEventResult LFODisplay::pressNothing(CPoint& where, const CButtonState& buttons) {
   marqueeActive = selectionActive = false;
   if (drawsSegments(buttons)) return onMouseMoved(where, buttons);
-  if (buttons.isDoubleClick() && buttons.isLeftButton()) return addPoint(where, buttons);
+  if (buttons.isDoubleClick() && buttons.isLeftButton()) return pressNewPoint(where, buttons);
   pressCurveHandle(where);
   return beginDrag(where, buttons);
 }
 
-CMouseEventResult LFODisplay::addPoint(CPoint& where, const CButtonState& buttons) {
+CMouseEventResult LFODisplay::pressNewPoint(CPoint& where, const CButtonState& buttons) {
   where = inGraph(where);  // the view is larger; the drag must find the point under the pointer
-  const int i = firstPointFrom(where.x);
-  insertPoint(i, where);
-  pressedPoint = i;
+  pressedPoint = addPoint(where);
   CheckIfMouseInAnyPoint(where);
   valueChanged();
   return onMouseMoved(where, buttons);
@@ -105,14 +99,8 @@ void LFODisplay::pressCurveHandle(const CPoint& where) {
   pressCurve = static_cast<float>(curves[at(segment)]);
 }
 
-// A double-click on a point; the ends of a graph stay.
-CMouseEventResult LFODisplay::dropPoint(int point, CPoint& where, const CButtonState& buttons) {
-  if (point > 0 && point < lastPoint) {
-    removePoint(point);
-    forgetSelected(point);
-    pressedPoint = -1;
-    curves[at(point - 1)] = kEditedStraight;
-  }
+CMouseEventResult LFODisplay::pressTwice(int point, CPoint& where, const CButtonState& buttons) {
+  if (dropPoint(point)) pressedPoint = -1;
   marqueeOrigin = where;  // of what the button may still do before it is let go
   return onMouseUp(where, buttons);
 }
@@ -171,16 +159,16 @@ bool LFODisplay::onWheel(const CPoint& /*where*/, const float& /*distance*/, con
 CMouseEventResult LFODisplay::drag(CPoint& where, const CButtonState& buttons) {
   const int masked = buttons & kGestureBits;
   if ((masked & kControl) != 0 && isPoint(pressedPoint)) {
-    selectByReach(where);
+    selectByReach(pressedPoint, where);
   } else {
     dragMarquee(where, masked);
     if (selectionActive && !dragSelection(where, masked)) return kMouseEventHandled;
   }
   lastMouse = where;
-  value = pressValue == 0.0f ? 1.0f : 0.0f;
+  value = pressValue == editor::kReportAtRest ? editor::kReportDrag : editor::kReportAtRest;
   if (!selectionActive) {
     dragPressed(where, buttons);
-    if (drawsSegments(buttons)) drawSegment(where, buttons == kSnapSegmentDrag);
+    if (drawsSegments(buttons)) dragSteps(where, buttons == kSnapSegmentDrag);
   }
   valueChanged();
   if (isDirty()) invalid();
@@ -188,62 +176,52 @@ CMouseEventResult LFODisplay::drag(CPoint& where, const CButtonState& buttons) {
 }
 
 void LFODisplay::dragPressed(CPoint& where, int state) {
-  const bool snaps = state == kSnapDrag;
-  if (pressedPoint == 0 || pressedPoint == lastPoint) {
-    dragEnd(where, snaps);
-  } else if (isPoint(pressedPoint)) {
-    dragPoint(where, snaps);
+  const bool alt = state == kSnapDrag;
+  if (isPoint(pressedPoint)) {
+    dragPoint(where, alt);
   } else if (pressedPoint >= kFirstCurveHandle && pressedPoint < kFirstCurveHandle + lastPoint) {
-    bendCurve(pressedPoint - kFirstCurveHandle, where.y, snaps);
+    dragCurve(pressedPoint - kFirstCurveHandle, where.y, alt);
   }
 }
 
+// An end takes the first point with it, which has parameters.
 void LFODisplay::dragPoint(CPoint& where, bool snaps) {
-  automationGesture = pressedPoint < kAutomatedPointCount;
+  automationGesture = isEnd(pressedPoint) || pressedPoint < kAutomatedPointCount;
   valueShown_ = true;
-  where.y = std::clamp(where.y, 0.0, graphHeight);
-  if (snaps) where = onGrid(where);
-  CPoint place = inGraph(where);
-  place.x = std::min(place.x, points[at(pressedPoint + 1)].x);
-  place.x = std::max(place.x, points[at(pressedPoint - 1)].x);
-  points[at(pressedPoint)] = place;
-  MakeEnvHandle(pressedPoint);
+  movePoint(pressedPoint, where, snaps);
 }
 
-// The first or the last point, which keep their x.
-void LFODisplay::dragEnd(CPoint& where, bool snaps) {
-  automationGesture = valueShown_ = true;
-  where.y = std::clamp(where.y, 0.0, graphHeight);
-  if (snaps) where.y = onGrid(where).y;
-  if (linkedEnds || pressedPoint == 0) points[0].y = where.y;
-  if (linkedEnds || pressedPoint == lastPoint) points[at(lastPoint)].y = where.y;
-  MakeEnvHandle(0);
-  MakeEnvHandle(lastPoint);
-}
-
-// Up bends rising and falling segments to the same side.
-void LFODisplay::bendCurve(int segment, double y, bool all) {
+void LFODisplay::dragCurve(int segment, double y, bool all) {
   automationGesture = segment + 1 < kAutomatedPointCount;
   bendsAllCurves = all;
-  auto delta = static_cast<double>(static_cast<float>(y - pressY)) / graphHeight;
-  if (points[at(segment)].y > points[at(segment + 1)].y) delta = -delta;
-  const double curve = usableCurve(static_cast<double>(pressCurve) - delta);
-  if (all) {
-    bendLike(curve);
-  } else {
-    curves[at(segment)] = curve;
-  }
+  const double from = static_cast<double>(pressCurve), down = y - pressY;
+  all ? bendAllCurves(segment, from, down) : bendCurve(segment, from, down);
 }
 
-// Gives all segments one look, whichever way they run and in whichever half they lie.
-void LFODisplay::bendLike(double curve) {
-  for (int t = 0; t < lastPoint; ++t) {
-    const double left = points[at(t)].y;
-    const double right = points[at(t + 1)].y;
-    const bool low = left + right > graphHeight + kRoundingPixels;
-    const bool rising = left > right;
-    curves[at(t)] = low != rising ? 1.0 - curve : curve;
-  }
+void LFODisplay::dragSteps(CPoint& where, bool snaps) {
+  pressedPoint = hoverPoint = -1;
+  valueShown_ = false;
+  drawStep(where, snaps);
+  CheckIfMouseOverAnyPoint(where);
+}
+
+void LFODisplay::dragMarquee(const CPoint& where, int masked) {
+  const CPoint travel = where - marqueeOrigin;
+  const bool far = std::max(wholePixels(travel.x), wholePixels(travel.y)) > kMarqueeStart;
+  if (pressedPoint < 0 && masked == kLButton && far) marqueeActive = true;
+  if (!marqueeActive) return;
+  selectionRect = CRect(marqueeOrigin.x, marqueeOrigin.y, where.x, where.y).normalize();
+  selectInRect(lastPoint - 1);
+}
+
+// False when a weight is no number.
+bool LFODisplay::dragSelection(CPoint& where, int masked) {
+  where.y = std::clamp(where.y, 0.0, graphHeight);
+  if (!isPoint(pressedPoint)) return true;
+  valueShown_ = true;
+  const CPoint travel = where - dragOrigin;
+  return moveSelection(editor::single(travel.x) / graphWidth, editor::single(travel.y) / graphHeight,
+                       stretchOf(masked));
 }
 
 // --- Release
@@ -262,7 +240,7 @@ void LFODisplay::release(CPoint& where) {
     gestureEnding = automationGesture = false;
   }
   if (selectionActive && pressedPoint >= 0 && selectionMoved) {
-    value = kReportSelectionEnd;
+    value = editor::kReportSelectionEnd;
     valueChanged();
     selectionMoved = false;
     renewOrigins();
@@ -271,14 +249,14 @@ void LFODisplay::release(CPoint& where) {
     return;
   }
   if (marqueeActive) {
-    selectInRect(selectionRect, lastPoint);
+    selectInRect(lastPoint);
     selectionActive = !selection.empty();
   }
   marqueeActive = selectionMoved = false;
   pressedPoint = -1;
   lastMouse = {512, 512};
   pressButtons = 0;
-  value = 0.0f;
+  value = editor::kReportAtRest;
   valueChanged();
   renderDirty = true;
   onMouseMoved(where, CButtonState());

@@ -1,6 +1,8 @@
 // Keys on the graph: undo and redo, deleting and nudging the selected points.
+#include "editor/graph/GraphReports.h"
 #include "editor/graph/LFODisplay.h"
 
+using namespace model;
 using namespace VSTGUI;
 
 namespace {
@@ -35,8 +37,8 @@ std::int32_t LFODisplay::onKeyDown(VstKeyCode& key) {
 std::optional<LFODisplay::Nudge> LFODisplay::nudgeOf(const VstKeyCode& key) const {
   if ((key.modifier & ~MODIFIER_SHIFT) != 0) return std::nullopt;
   const bool byCell = (key.modifier & MODIFIER_SHIFT) != 0;
-  const double x = byCell ? graphWidth / gridSize : 1.0;
-  const double y = byCell ? graphHeight / gridSize : 1.0;
+  const double x = byCell ? grid().cellWidth() : 1.0;
+  const double y = byCell ? grid().cellHeight() : 1.0;
   switch (key.virt) {
     case VKEY_LEFT:
       return Nudge{-x, 0.0};
@@ -52,16 +54,16 @@ std::optional<LFODisplay::Nudge> LFODisplay::nudgeOf(const VstKeyCode& key) cons
 }
 
 void LFODisplay::nudge(const Nudge& by) {
-  const GraphState before = graphState();
+  const editor::GraphState before = graphState();
   renewOrigins();
-  moveSelection(by.x / graphWidth, by.y / graphHeight, 0);
+  moveSelection(by.x / graphWidth, by.y / graphHeight, editor::Stretch::none);
   renewOrigins();
   selectionMoved = false;
   if (sameGraph(before, graphState())) return;
   steps().record(std::max(shownGraph_, 0), before, kNudgeRun);
-  value = kReportSelectionEnd;
+  value = editor::kReportSelectionEnd;
   valueChanged();
-  value = 0.0f;
+  value = editor::kReportAtRest;
   renderDirty = true;
   invalid();
 }

@@ -1,7 +1,6 @@
-// What is laid over the cached picture at each tick, the flags in it, and small marks for other controls.
+// What is laid over the cached picture at each tick, and small marks for other controls.
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <string>
 
 #include "editor/graph/GraphScope.h"
@@ -10,97 +9,34 @@
 #include "effect/LfoClock.h"
 #include "effect/LfoDSP.h"
 
+using namespace model;
 using namespace VSTGUI;
-using namespace effect;
+using editor::at;
 
 namespace {
 
 constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr int kTextUp = 14;  // the overlay text is a 14th of the view high
 
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
-
-Counted<CGraphicsPath> pathThrough(std::initializer_list<CPoint> corners) {
-  auto path = Counted<CGraphicsPath>::adopt(new CGraphicsPath);
-  path->beginSubpath(*corners.begin());
-  for (const CPoint& corner : corners) path->addLine(corner);
-  return path;
-}
-
-constexpr double kFlagUp = 10.0;   // of a flag's middle above its point, or below it
-constexpr double kFlagStep = 9.0;  // between two flags of one point
-constexpr double kFlagRoom = 4.0;  // half a flag's height
-constexpr double kFlagWidth = 12.0;
-
-void drawPennant(CDrawContext& context, const CPoint& p) {
-  context.setFillColor(LFO_LoopPointColor);
-  context.drawGraphicsPath(pathThrough({p,
-                                        {p.x, p.y - kFlagRoom},
-                                        {p.x + 8, p.y - kFlagRoom},
-                                        {p.x + kFlagWidth, p.y},
-                                        {p.x + 8, p.y + kFlagRoom},
-                                        {p.x, p.y + kFlagRoom},
-                                        p}));
-}
-
-void drawLetter(CDrawContext& context, const CColor& color, const Counted<CGraphicsPath>& letter) {
-  constexpr CGraphicsTransform kOnPixels(1, 0, 0, 1, 0.5, 0.5);
-  context.setFrameColor(color);
-  context.drawGraphicsPath(letter, CDrawContext::kPathStroked, &kOnPixels);
-}
-
-// `above` is how much higher than a single flag this one stands.
-CPoint flagPlace(const CPoint& point, double above) {
-  double y = point.y - kFlagUp - above;
-  if (y < kFlagRoom) y = point.y + kFlagUp + above;
-  return {point.x, y};
-}
-
 // The length of the shown graph's cycle in beats; 0 for a clock of its own.
 double cycleBeats(const LfoDSP* effect) {
   if (!effect || effect->padLFO.bFreeRun != 0) return 0.0;
   const PadLFO& lfo = effect->padLFO;
-  const double divider = rateDivider(lfo.rate, lfo.bTriplet != 0, lfo.bDotted != 0);
+  const double divider = effect::rateDivider(lfo.rate, lfo.bTriplet != 0, lfo.bDotted != 0);
   const double warp = effect->warpMult[at(effect->currentGraph)];
-  return divider > 0.0 && warp > 0.0 ? kSongWrapBeats / divider / warp : 0.0;
+  return divider > 0.0 && warp > 0.0 ? effect::kSongWrapBeats / divider / warp : 0.0;
 }
 
 }  // namespace
 
-void LFODisplay::draw(CDrawContext* context) {
-  followScaleFactor(*context);
-  if (!backgroundValid) createBG();
-  if (renderDirty) plotWave(context);
-  if (curveBitmap) curveBitmap->draw(context, getViewSize());
-  context->setLineStyle(kLineSolid);
-  if (marqueeActive) drawMarquee(*context);
-  if (scopeOn) drawScope(*context);
-  drawOutputBar(*context);
-  if (playPosition >= 0.0) drawPlaybackBar(*context);
-  if (overlayTimer > 0) drawOverlay(*context);
-  if (valueShown_ && isPoint(pressedPoint)) drawTooltip(*context);
-  setDirty(false);
-}
-
-// The bitmaps have the device's pixels; on another screen they are made anew.
-void LFODisplay::followScaleFactor(const CDrawContext& context) {
-  if (!offscreen || offscreen->getScaleFactor() == context.getScaleFactor()) return;
-  offscreen = nullptr;
-  backgroundValid = false;
-  renderDirty = true;
-}
-
-void LFODisplay::drawFlags(CDrawContext& context) const {
-  if (loopPoint >= 0 && loopPoint < lastPoint) {
-    const CPoint p = flagPlace(points[at(loopPoint)], 0);
-    drawPennant(context, p);
-    drawLetter(context, kBlackCColor, pathThrough({{p.x + 2, p.y - 2}, {p.x + 2, p.y + 2}, {p.x + 5, p.y + 2}}));
-  }
-  if (startPoint <= 0 || startPoint >= lastPoint) return;
-  const CPoint p = flagPlace(points[at(startPoint)], startPoint == loopPoint ? kFlagStep : 0);
-  drawPennant(context, p);
-  drawLetter(context, kGreenCColor,
-             pathThrough({{p.x + 5, p.y - 2}, {p.x + 2, p.y - 2}, {p.x + 5, p.y + 2}, {p.x + 2, p.y + 2}}));
+void LFODisplay::drawOverlays(CDrawContext& context) const {
+  context.setLineStyle(kLineSolid);
+  if (marqueeActive) drawMarquee(context);
+  if (scopeOn) drawScope(context);
+  drawOutputBar(context);
+  if (playPosition >= 0.0) drawPlaybackBar(context);
+  if (overlayTimer > 0) drawOverlay(context);
+  if (valueShown_ && isPoint(pressedPoint)) drawTooltip(context);
 }
 
 void LFODisplay::drawMarquee(CDrawContext& context) const {
@@ -119,7 +55,8 @@ void LFODisplay::drawScope(CDrawContext& context) const {
   const CRect& view = getViewSize();
   const CGraphicsTransform place(1, 0, 0, half, view.left, half + view.top);
   const auto drawTrace = [&](const std::vector<float>& samples, const CColor& color) {
-    const ScopeOutline outline = scopeOutline(samples, graphWidth, 1.0 / context.getScaleFactor() / half);
+    const editor::ScopeOutline outline =
+        editor::scopeOutline(samples, graphWidth, 1.0 / context.getScaleFactor() / half);
     context.setFrameColor(color);
     context.setFillColor(color);
     context.drawGraphicsPath(outline.path, outline.filled ? CDrawContext::kPathFilled : CDrawContext::kPathStroked,
@@ -163,13 +100,14 @@ void LFODisplay::drawOverlay(CDrawContext& context) const {
 
 void LFODisplay::drawTooltip(CDrawContext& context) const {
   const CPoint& point = points[at(pressedPoint)];
-  const double scale = std::max(1.0, graphWidth / 388.0);
-  const std::string text = pointText(point.x / graphWidth, 1.0 - point.y / graphHeight, cycleBeats(effect));
-  context.setFont(kNormalFontSmaller, kNormalFontSmaller->getSize() * scale);
-  const double width = std::ceil(context.getStringWidth(text.c_str()) + 12 * scale);
-  const double height = std::round(17 * scale);
-  const CRect box = besidePoint({std::round(point.x), std::round(point.y)}, width, height, 10 * scale,
-                                {2, 2, graphWidth, graphHeight});
+  const double growth = std::max(1.0, graphWidth / static_cast<double>(kPixelWidth));
+  const CPoint stored = scale().toStored(point, editor::Rounding::none);
+  const std::string text = editor::pointText(stored.x / kGraphWidth, 1.0 - stored.y, cycleBeats(effect));
+  context.setFont(kNormalFontSmaller, kNormalFontSmaller->getSize() * growth);
+  const double width = std::ceil(context.getStringWidth(text.c_str()) + 12 * growth);
+  const double height = std::round(17 * growth);
+  const CRect box = editor::besidePoint({std::round(point.x), std::round(point.y)}, width, height, 10 * growth,
+                                        {2, 2, graphWidth, graphHeight});
   context.setDrawMode(kAliasing);
   context.setLineWidth(1.0);
   context.setFillColor({16, 29, 31, 235});

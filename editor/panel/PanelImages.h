@@ -3,7 +3,9 @@
 
 #include <array>
 
-#include "toolkit/base/Geometry.h"
+#include "editor/panel/ReferenceSize.h"
+
+namespace editor {
 
 // Frames of a control are stacked from top to bottom, in the order of its values.
 struct PanelImage {
@@ -30,7 +32,9 @@ inline constexpr auto kPanelImages = std::to_array<PanelImage>({
     {"LPHPbutton.svg", 0.5, 2, {20, 15}},
     {"scopebutton.svg", 0.5, 2, {20, 15}},
     {"MIDIbutton.svg", 0.5, 1, {48, 19}},
-    {"MODRIFTBG.svg", 1.0, 1, {708, 343}},
+    {"MODRIFTBG.svg", 1.0, 1, {kReferenceWidth, kReferenceHeight}},
     {"rockerswitch.svg", 0.5, 3, {23, 17}},
 });
 static_assert(kPanelImages.size() == 18);
+
+}  // namespace editor

@@ -7,16 +7,15 @@
 #include <string_view>
 #include <vector>
 
+#include "editor/panel/ReferenceSize.h"
+#include "messages/Messages.h"
 #include "toolkit/drawing/VectorImage.h"
 #include "toolkit/views/CFrame.h"
-
-#include "messages/Messages.h"
 
 using namespace VSTGUI;
 
 namespace {
 
-constexpr CPoint kReferenceSize{708, 343};
 constexpr CDrawMode kSmooth = kNonIntegralMode | kAntiAliasing;
 // The largest bitmap: the background of a window of 8000 by 8000 passes.
 constexpr double kMostPixels = 8192.0 * 8192.0;
@@ -116,25 +115,21 @@ CColor NSVGCOLOR_TO_CCOLOR(unsigned int color, float opacity) noexcept {
   return {byteAt(0), byteAt(8), byteAt(16), static_cast<std::uint8_t>(byteAt(24) * weight >> 8)};
 }
 
+namespace editor {
+
 COffscreenContext* renderSvgText(std::span<const char> text, CFrame* frame, double scaleX, double scaleY) {
   const Image image = parse(text);
   if (!image || !image->shapes) return nullptr;
   CRect size;
   frame->getSize(size);
-  const double sx = size.getWidth() / kReferenceSize.x * scaleX;
-  const double sy = size.getHeight() / kReferenceSize.y * scaleY;
+  const double sx = size.getWidth() / kReferenceWidth * scaleX;
+  const double sy = size.getHeight() / kReferenceHeight * scaleY;
   COffscreenContext* context = createContext(frame, image->width * sx, image->height * sy);
   if (!context) return nullptr;
   const CGraphicsTransform transform(sx, 0, 0, sy, 0, 0);
   for (const NSVGshape* shape = image->shapes; shape; shape = shape->next)
     if (canBePainted(*shape, transform)) paintShape(*context, *shape, transform);
   return context;
-}
-
-COffscreenContext* RenderSVGToBitmap(CTarnelSVG* image, CFrame* frame, double scaleX, double scaleY) {
-  const auto text = Counted<IPlatformSVG>::adopt(image->getPlatformSVG());
-  if (!text) return nullptr;
-  return renderSvgText({text->getPointer(), static_cast<std::size_t>(text->getSize())}, frame, scaleX, scaleY);
 }
 
 COffscreenContext* placeholderImage(const char* file, CFrame* frame, int frames, double width, double height) {
@@ -155,4 +150,12 @@ COffscreenContext* placeholderImage(const char* file, CFrame* frame, int frames,
     drawLabel(*context, file, box);
   }
   return context;
+}
+
+}  // namespace editor
+
+COffscreenContext* RenderSVGToBitmap(CTarnelSVG* image, CFrame* frame, double scaleX, double scaleY) {
+  const auto text = Counted<IPlatformSVG>::adopt(image->getPlatformSVG());
+  if (!text) return nullptr;
+  return editor::renderSvgText({text->getPointer(), static_cast<std::size_t>(text->getSize())}, frame, scaleX, scaleY);
 }

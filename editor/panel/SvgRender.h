@@ -19,12 +19,16 @@ class CTarnelSVG;
 // limited to that range.
 [[nodiscard]] VSTGUI::CColor NSVGCOLOR_TO_CCOLOR(unsigned int color, float opacity) noexcept;
 
-// A scale of 1 paints an image at its own size in a frame of 708 by 343; each axis follows its own side of the frame.
+// A scale of 1 paints an image at its own size in a frame of the reference size; each axis follows its own side of the
+// frame.
 // Null for an image that wasn't loaded, is broken, has no shapes, or would be too large to be one of the panel. The
 // caller owns the result.
 [[nodiscard]] VSTGUI::COffscreenContext* RenderSVGToBitmap(VSTGUI::CTarnelSVG* image, VSTGUI::CFrame* frame,
                                                            double scaleX, double scaleY);
-// The same from the text itself, which needs no end mark.
+
+namespace editor {
+
+// As RenderSVGToBitmap, from the text itself, which needs no end mark.
 [[nodiscard]] VSTGUI::COffscreenContext* renderSvgText(std::span<const char> text, VSTGUI::CFrame* frame, double scaleX,
                                                        double scaleY);
 
@@ -33,3 +37,5 @@ class CTarnelSVG;
 // the largest. The caller owns the result.
 [[nodiscard]] VSTGUI::COffscreenContext* placeholderImage(const char* file, VSTGUI::CFrame* frame, int frames,
                                                           double width, double height);
+
+}  // namespace editor

@@ -1,18 +1,21 @@
-// The editor's window: construction, opening and closing, the panel and its sizes.
+// The editor's window: construction, opening and closing, the panel and its sizes, the timer's turns.
 #include "editor/shell/LFOGUI.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
+#include "editor/controls/ControlMessages.h"
 #include "editor/controls/ResizeControl.h"
 #include "editor/graph/GraphLink.h"
 #include "editor/graph/GraphPalette.h"
 #include "editor/graph/LFODisplay.h"
 #include "editor/panel/SvgRender.h"
-
 #include "messages/Messages.h"
 
+using namespace model;
 using namespace VSTGUI;
+using namespace editor;
 
 namespace {
 
@@ -20,13 +23,8 @@ constexpr std::uint32_t kClosedPeriodMs = 150;
 constexpr std::uint32_t kFirstPeriodMs = 240;
 constexpr int kCornerImage = 128;
 constexpr char kCornerFile[] = "bmp00128.png";
-constexpr double kAspect = 0.48446327447891235;                           // of the reference window, 343 / 708
-constexpr double kGraphWidthPart = 0.54802259887006;                      // of the window: 388 pixels of 708
-constexpr double kGraphHeightPart = 0.6997084548105;                      // and 240 of 343
-constexpr double kCornerSide = 16.0;                                      // of what stands in for a missing image
-constexpr float kDragStep = 0.98f, kFreeDrag = 0.991f, kRelease = 0.01f;  // where the corner's values part
 
-double wholePixels(double n) { return std::trunc(n + 0.5); }
+double onPixels(double n) { return std::trunc(n + 0.5); }
 
 // As a window takes it and a project stores it.
 bool sameInPixels(double a, double b) { return std::trunc(a) == std::trunc(b); }
@@ -54,12 +52,12 @@ LFOGUI::LFOGUI(LfoDSP* owner)
 // The effect's own fields are gone by now; none of this may look at them.
 LFOGUI::~LFOGUI() { closeWindow(); }
 
-double LFOGUI::scaledX(double x) const { return wholePixels(x / kReferenceWidth * editorWidth); }
-double LFOGUI::scaledY(double y) const { return wholePixels(y / kReferenceHeight * editorHeight); }
+double LFOGUI::scaledX(double x) const { return onPixels(x / kReferenceWidth * editorWidth); }
+double LFOGUI::scaledY(double y) const { return onPixels(y / kReferenceHeight * editorHeight); }
 
-CRect LFOGUI::scaledRect(double left, double top, double right, double bottom) const {
-  const double x = scaledX(left), y = scaledY(top);
-  return {x, y, x + scaledX(right - left), y + scaledY(bottom - top)};
+CRect LFOGUI::scaledRect(const CRect& reference) const {
+  const double x = scaledX(reference.left), y = scaledY(reference.top);
+  return {x, y, x + scaledX(reference.getWidth()), y + scaledY(reference.getHeight())};
 }
 
 CRect LFOGUI::windowRect() const { return {0, 0, std::trunc(editorWidth), std::trunc(editorHeight)}; }
@@ -78,6 +76,35 @@ void LFOGUI::beginEdit(std::int32_t index) {
 
 void LFOGUI::endEdit(std::int32_t index) {
   if (index >= 0 && index < kHostParameters) AEffGUIEditor::endEdit(index);
+}
+
+// [any] A new window size counts at once, since a window may be opened next.
+void LFOGUI::setParameter(VstInt32 index, float value) {
+  switch (index) {
+    case kNoticeEditorSize:
+      if (value > kNoticeEditorSizeValue - 1.0f) restoreStoredSize();
+      return;
+    case kNoticePoint:
+      reloadPending.publish(true);
+      return;
+    default:
+      notes_.post(index, value);
+  }
+}
+
+// --- Turns of the timer
+
+CMessageResult LFOGUI::notify(CBaseObject* /*sender*/, IdStringPtr message) {
+  if (std::strcmp(message, kMsgTimer) != 0) return kMessageUnknown;
+  MyIdle();
+  return kMessageNotified;
+}
+
+void LFOGUI::MyIdle() {
+  if (!frame || !controlsReady) return;
+  if (resizePending) rebuild();
+  if (display && display->overlayTimer > 0) --display->overlayTimer;
+  AEffGUIEditor::idle();
 }
 
 // --- Size
@@ -108,21 +135,34 @@ void LFOGUI::changeSize(double width, double height) {
 }
 
 void LFOGUI::resizeDragged(const ResizeControl& corner) {
-  const float value = corner.getValue();
-  if (value > kDragStep) {
-    if (resizePending) return;
-    if (value < kFreeDrag) return resizeTo(dsp().savedEditorWidth, dsp().savedEditorHeight);
-    const double width = std::clamp(std::abs(corner.lastX), kSmallestWidth, kLargestSide);
-    const bool free = (frame->getCurrentMouseButtons() & kShift) != 0;
-    // The smallest window of the reference's shape is a little lower than the lowest one.
-    changeSize(width, free ? std::clamp(std::abs(corner.lastY), kSmallestHeight, kLargestSide) : width * kAspect);
-  } else if (value < kRelease) {
-    MyIdle();
-    resizePending = false;
-    if (!frame) return;
-    frame->setCursor(kCursorDefault);
-    renewResizeCorner();
+  switch (cornerMessage(corner.getValue())) {
+    case CornerMessage::dragged:
+      if (!resizePending) followCorner(corner.lastX, corner.lastY);
+      break;
+    case CornerMessage::chosenSize:
+      if (!resizePending) resizeTo(dsp().savedEditorWidth, dsp().savedEditorHeight);
+      break;
+    case CornerMessage::released:
+      cornerReleased();
+      break;
+    case CornerMessage::none:
+      break;
   }
+}
+
+// By the reference's shape, whose smallest window is a little lower than the lowest one; with Shift in any shape.
+void LFOGUI::followCorner(double x, double y) {
+  const double width = std::clamp(std::abs(x), kSmallestWidth, kLargestSide);
+  const bool free = (frame->getCurrentMouseButtons() & kShift) != 0;
+  changeSize(width, free ? std::clamp(std::abs(y), kSmallestHeight, kLargestSide) : width * kReferenceAspect);
+}
+
+void LFOGUI::cornerReleased() {
+  MyIdle();
+  resizePending = false;
+  if (!frame) return;
+  frame->setCursor(kCursorDefault);
+  renewResizeCorner();
 }
 
 bool LFOGUI::getRect(ERect** editorRect) {
@@ -177,8 +217,8 @@ void LFOGUI::closeWindow() {
 void LFOGUI::openControls(const CRect& size) {
   notes_.clear();  // all that they tell of is read below
   reloadPending = false;
-  graphPixelWidth = wholePixels(kGraphWidthPart * editorWidth);
-  graphPixelHeight = wholePixels(kGraphHeightPart * editorHeight);
+  graphPixelWidth = onPixels(kGraphWidthPart * editorWidth);
+  graphPixelHeight = onPixels(kGraphHeightPart * editorHeight);
   setKnobMode(kLinearMode);
   panel = new CViewContainer(size);
   panel->setBackgroundColor(BackgroundPanelColor);
@@ -190,11 +230,11 @@ void LFOGUI::openControls(const CRect& size) {
 }
 
 void LFOGUI::addGraph() {
-  const CRect place = scaledRect(145, 30, 545, 274);
+  const CRect place = scaledRect(kGraphPlace);
   graphContainer = new CViewContainer(place);
   panel->addView(graphContainer);
-  display = new LFODisplay({0, 0, scaledX(400), scaledY(244)}, this, kGraphTag, graphPixelWidth, graphPixelHeight,
-                           nullptr, {}, 1);
+  display = new LFODisplay({0, 0, place.getWidth(), place.getHeight()}, this, kGraphTag, graphPixelWidth,
+                           graphPixelHeight, nullptr, {}, 1);
   display->effect = &dsp();
   display->history = &history_;
   graphContainer->addView(display);
@@ -252,5 +292,6 @@ void LFOGUI::rebuild() {
   sizeWindow(size.getWidth(), size.getHeight());
   messages::controlsFollow();
   controlsReady = frame == window;
-  if (controlsReady && resizeCorner->getValue() < kRelease) renewResizeCorner();  // a dragged one stays until its end
+  if (controlsReady && cornerMessage(resizeCorner->getValue()) == CornerMessage::released)
+    renewResizeCorner();  // a dragged one stays until its end
 }

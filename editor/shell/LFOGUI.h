@@ -11,6 +11,7 @@
 #pragma once
 
 #include "editor/graph/GraphHistory.h"
+#include "editor/panel/ReferenceSize.h"
 #include "editor/shell/AEffGUIEditor.h"
 #include "editor/shell/ParameterNotes.h"
 #include "effect/LfoDSP.h"
@@ -20,15 +21,6 @@
 
 class LFODisplay;
 class ResizeControl;
-
-// Tags of controls. Below 70 a tag is the number of a parameter.
-enum EditorTag : std::int32_t { kGraphTag = 88, kResizeTag = 103 };
-
-inline constexpr double kReferenceWidth = 708.0;  // pixels of the window that all positions are given for
-inline constexpr double kReferenceHeight = 343.0;
-inline constexpr double kSmallestWidth = 576.0;
-inline constexpr double kSmallestHeight = 284.0;
-inline constexpr double kLargestSide = 8000.0;
 
 class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VSTGUI::CBaseObject {
  public:
@@ -58,7 +50,7 @@ class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VST
   VSTGUI_CLASS(LFOGUI, VSTGUI::CBaseObject)
 
   // Of the window, in pixels; what projects store is these without their fractions.
-  Shared<double> editorWidth{kReferenceWidth}, editorHeight{kReferenceHeight};
+  Shared<double> editorWidth{editor::kReferenceWidth}, editorHeight{editor::kReferenceHeight};
   double graphPixelWidth = 0.0, graphPixelHeight = 0.0;
   bool controlsReady = false;               // the panel is complete
   bool resizePending = false;               // the panel is to be built at another size
@@ -74,7 +66,7 @@ class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VST
   // Reference pixels to pixels of the window, whole ones.
   [[nodiscard]] double scaledX(double x) const;
   [[nodiscard]] double scaledY(double y) const;
-  [[nodiscard]] VSTGUI::CRect scaledRect(double left, double top, double right, double bottom) const;
+  [[nodiscard]] VSTGUI::CRect scaledRect(const VSTGUI::CRect& reference) const;
   [[nodiscard]] VSTGUI::CRect windowRect() const;
   void setSize(double width, double height);
   void changeSize(double width, double height);
@@ -98,11 +90,13 @@ class LFOGUI : public AEffGUIEditor, public VSTGUI::IControlListener, public VST
   void showOutput(float position);
   void refreshTimes();
   void resizeDragged(const ResizeControl& corner);
+  void followCorner(double x, double y);
+  void cornerReleased();
 
   VSTGUI::Counted<VSTGUI::CVSTGUITimer> timer_;
   VSTGUI::Counted<VSTGUI::CBitmap> cornerImage_;
-  ParameterNotes notes_;
-  GraphHistory history_;  // longer than any display, which a resize makes anew
+  editor::ParameterNotes notes_;
+  editor::GraphHistory history_;  // longer than any display, which a resize makes anew
 };
 
 // The editor of an LfoDSP; the effect owns it.

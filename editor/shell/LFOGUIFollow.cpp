@@ -1,47 +1,16 @@
-// The editor's turns: what changed in the effect comes into view.
-#include <cstring>
-
+// What changed in the effect comes into view, at each turn of the host.
 #include "editor/graph/GraphLink.h"
 #include "editor/graph/GraphScope.h"
 #include "editor/graph/LFODisplay.h"
 #include "editor/shell/LFOGUI.h"
-#include "model/Graph.h"
 
-using namespace VSTGUI;
 using namespace model;
-
-// [any] A new window size counts at once, since a window may be opened next.
-void LFOGUI::setParameter(VstInt32 index, float value) {
-  switch (index) {
-    case kNoticeEditorSize:
-      if (value > 99.0f) restoreStoredSize();
-      return;
-    case kNoticePoint:
-      reloadPending.publish(true);
-      return;
-    default:
-      notes_.post(index, value);
-  }
-}
-
-CMessageResult LFOGUI::notify(CBaseObject* /*sender*/, IdStringPtr message) {
-  if (std::strcmp(message, kMsgTimer) != 0) return kMessageUnknown;
-  MyIdle();
-  return kMessageNotified;
-}
-
-void LFOGUI::MyIdle() {
-  if (!frame || !controlsReady) return;
-  if (resizePending) rebuild();
-  if (display && display->overlayTimer > 0) --display->overlayTimer;
-  AEffGUIEditor::idle();
-}
 
 void LFOGUI::idle() {
   if (!frame || !controlsReady) return;
   followEffect();
   showOutput(dsp().displayPos);
-  if (display->scopeOn) readScope(*display, dsp(), scopeReadIndex);
+  if (display->scopeOn) editor::readScope(*display, dsp(), scopeReadIndex);
   display->setDirty();
   AEffGUIEditor::idle();
 }
@@ -61,7 +30,7 @@ void LFOGUI::follow(int index, float value) {
       display->renderDirty = true;
       break;
     case kGridSize:
-      display->SetGridSize(gridCells(value));
+      display->SetGridSize(editor::cellsOf(value));
       break;
     case kDotted:
     case kTriplet:
@@ -80,13 +49,13 @@ void LFOGUI::follow(int index, float value) {
 }
 
 void LFOGUI::updateEnvFromDSP(bool pointsOnly) {
-  if (display) loadGraph(*display, dsp(), pointsOnly);
+  if (display) editor::loadGraph(*display, dsp(), pointsOnly);
 }
 
 // All that the display shows, for a display that is new.
 void LFOGUI::fillDisplay() {
   display->scopeOn = static_cast<bool>(dsp().bScopeOn);
-  display->SetGridSize(gridCells(dsp().gridSize));
+  display->SetGridSize(editor::cellsOf(dsp().gridSize));
   refreshClock();
   refreshTimes();
   updateEnvFromDSP(false);

@@ -10,6 +10,8 @@
 #include "effect/ParameterTable.h"
 #include "threads/Shared.h"
 
+namespace editor {
+
 class ParameterNotes {
  public:
   // [any] Neither waits nor allocates; an index outside of the table is ignored.
@@ -41,3 +43,5 @@ class ParameterNotes {
   std::array<Shared<float>, kParameterRows> values_{};
   std::array<std::atomic<std::uint64_t>, (kParameterRows + kBits - 1) / kBits> fresh_{};
 };
+
+}  // namespace editor

@@ -1,27 +1,21 @@
 // What the graph display looks like, compared with pictures beside this file. MODRIFT_RENEW_PICTURES=1 writes them
 // anew.
 #include <cairo.h>
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 
+#include "editor/graph/GraphScope.h"
+#include "editor/graph/GraphTooltip.h"
 #include "tests/editor/GraphWindow.h"
-#include "toolkit/base/IDataPackage.h"
 
 namespace {
 
+using namespace editor;
 using namespace VSTGUI;
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
-
-struct Difference {
-  int pixels = 0;  // that differ by more than rounding and anti-aliasing may
-  int all = 0;
-};
 
 int distance(const unsigned char* a, const unsigned char* b) {
   int most = 0;
@@ -29,37 +23,30 @@ int distance(const unsigned char* a, const unsigned char* b) {
   return most;
 }
 
-// Empty when the sizes differ.
-Difference compare(cairo_surface_t* actual, cairo_surface_t* expected) {
-  const int width = cairo_image_surface_get_width(actual);
-  const int height = cairo_image_surface_get_height(actual);
-  if (width != cairo_image_surface_get_width(expected) || height != cairo_image_surface_get_height(expected)) return {};
+// The share of pixels that differ by more than rounding and anti-aliasing may; all of them when the sizes differ.
+double difference(cairo_surface_t* actual, cairo_surface_t* expected) {
   constexpr int kTolerance = 40;
-  Difference difference{0, width * height};
-  const int stride = cairo_image_surface_get_stride(actual);
-  for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x) {
-      const auto* const a = cairo_image_surface_get_data(actual) + y * stride + 4 * x;
-      const auto* const b =
-          cairo_image_surface_get_data(expected) + y * cairo_image_surface_get_stride(expected) + 4 * x;
-      difference.pixels += distance(a, b) > kTolerance;
-    }
-  return difference;
+  const int width = cairo_image_surface_get_width(actual), height = cairo_image_surface_get_height(actual);
+  if (width != cairo_image_surface_get_width(expected) || height != cairo_image_surface_get_height(expected)) return 1;
+  int different = 0;
+  for (int y = 0; y < height; ++y) {
+    const auto* const a = cairo_image_surface_get_data(actual) + y * cairo_image_surface_get_stride(actual);
+    const auto* const b = cairo_image_surface_get_data(expected) + y * cairo_image_surface_get_stride(expected);
+    for (int x = 0; x < width; ++x) different += distance(a + 4 * x, b + 4 * x) > kTolerance;
+  }
+  return static_cast<double>(different) / (width * height);
 }
 
 // `share` of the pixels may differ: where text is, machines have fonts of their own.
 void expectPicture(GraphWindow& window, const std::string& name, double share = 0.0005) {
-  const std::string path = std::string(MODRIFT_PICTURES) + "/" + name + ".png";
+  const std::string path = std::string(MODRIFT_PICTURES) + "/" + name;
   window.idle();
-  if (std::getenv("MODRIFT_RENEW_PICTURES")) {
-    ASSERT_TRUE(window.user().writePng(path));
-  }
-  const Surface expected(cairo_image_surface_create_from_png(path.c_str()), cairo_surface_destroy);
-  const Difference difference = compare(window.user().picture(), expected.get());
-  if (difference.all > 0 && difference.pixels <= share * difference.all) return;
-  const std::string actual = std::string(MODRIFT_PICTURES) + "/" + name + ".actual.png";
-  window.user().writePng(actual);
-  ADD_FAILURE() << name << ": " << difference.pixels << " pixels differ; see " << actual;
+  if (std::getenv("MODRIFT_RENEW_PICTURES")) window.user().writePng(path + ".png");
+  const Surface expected(cairo_image_surface_create_from_png((path + ".png").c_str()), cairo_surface_destroy);
+  const double different = difference(window.user().picture(), expected.get());
+  if (different <= share) return;
+  window.user().writePng(path + ".actual.png");
+  ADD_FAILURE() << name << ": " << different * 100 << " % of the pixels differ; see " << path << ".actual.png";
 }
 
 void showScope(GraphWindow& window) {
@@ -115,7 +102,7 @@ TEST(GraphPicture, OfFlagsAndAPhaseAndAHover) {
 
 TEST(GraphPicture, OfASelectionWithWeights) {
   GraphWindow window;
-  window.showLine(24);
+  window.show(line(24));
   window.drag({{194, 120}, {70, 120}}, kControl);
   window.drag({{194, 120}, {194, 40}});
   expectPicture(window, "selection");
@@ -124,7 +111,7 @@ TEST(GraphPicture, OfASelectionWithWeights) {
 TEST(GraphPicture, OfAMarqueeOverManyPoints) {
   GraphWindow window;
   std::vector<CPoint> points;
-  for (int i = 0; i < 64; ++i) points.emplace_back(388.0 * i / 63, 120 + (i % 2 ? 60 : -60) * std::sin(i * 0.1));
+  for (int i = 0; i < 64; ++i) points.emplace_back(kWidth * i / 63, 120 + (i % 2 ? 60 : -60) * std::sin(i * 0.1));
   window.show(points);
   window.press({40, 230});
   window.hover(200, 110);
@@ -140,23 +127,73 @@ TEST(GraphPicture, OfTheScope) {
 }
 
 // Blue of the grid, where no line crosses: 21 is the ground, dark and bright lines lie above it.
-int gridShade(const LFODisplay& display, double x) {
-  cairo_surface_t* const surface = display.gridBitmap->getSurface();
-  return cairo_image_surface_get_data(surface)[3 * cairo_image_surface_get_stride(surface) + 4 * static_cast<int>(x)];
-}
-
-TEST(Grid, HasItsBrightLinesAtTheMajorSteps) {
-  for (const auto& [cells, major] : {std::pair{8, 4}, {6, 3}, {12, 3}, {16, 4}, {5, 2}, {2, 1}, {32, 8}}) {
-    GraphWindow window;
-    window.display->SetGridSize(cells == 8 ? 9 : 8);
+TEST(GraphPicture, OfTheGridIsRenewedWithItsSize) {
+  GraphWindow window;
+  for (const int cells : {6, 8}) {
     window.display->SetGridSize(cells);
     window.idle();
-    for (int i = 1; i < cells; ++i) {
-      const int shade = gridShade(*window.display, 388.0 / cells * i + 1);
-      EXPECT_EQ(shade, i % major == 0 ? 43 : 32) << cells << ' ' << i;
-    }
-    EXPECT_EQ(gridShade(*window.display, 388.0 / cells * 0.5), 21);
+    cairo_surface_t* const grid = window.display->gridBitmap->getSurface();
+    const auto shade = [&](double x) {
+      return cairo_image_surface_get_data(grid)[3 * cairo_image_surface_get_stride(grid) + 4 * static_cast<int>(x)];
+    };
+    for (int i = 1; i < cells; ++i) EXPECT_EQ(shade(kWidth / cells * i + 1), i * 2 == cells ? 43 : 32) << cells;
+    EXPECT_EQ(shade(kWidth / cells * 0.5), 21);
   }
+}
+
+// --- What is laid over
+
+TEST(Scope, IsCopiedBehindTheWritePositionAlsoOverItsWrap) {
+  GraphWindow window;
+  LfoDSP& effect = window.rig.fx();
+  std::int32_t readIndex = 0;
+  const auto readAt = [&](int position, float sample) {
+    for (int i = 0; i < 65536; ++i) effect.scopeOut[i] = sample;
+    effect.displayIndex = position;
+    readScope(*window.display, effect, readIndex);
+  };
+  readAt(60000, 0.25f);
+  EXPECT_EQ(window.display->scopeOutCopy[59743], 0.25f);
+  EXPECT_EQ(window.display->scopeOutCopy[59744], 0.0f);
+  readAt(1256, 0.5f);  // the tail, then the head
+  EXPECT_EQ(window.display->scopeOutCopy[65535], 0.5f);
+  EXPECT_EQ(window.display->scopeOutCopy[999], 0.5f);
+  EXPECT_EQ(window.display->scopeOutCopy[1000], 0.25f);
+  EXPECT_EQ(readIndex, 1000);
+}
+
+TEST(Scope, ShowsTheExtremesOfEachPixelColumn) {
+  std::vector<float> samples(kDisplayTable, 0.0f);
+  samples[168 * 5 + 3] = 0.5f;
+  samples[168 * 5 + 167] = -0.75f;
+  const ScopeOutline calm = scopeOutline(samples, 388, 0.01);
+  EXPECT_FALSE(calm.filled);
+  const auto& line = calm.path->getElements();
+  ASSERT_EQ(line.size(), 1u + 2 * 388 + 1);
+  EXPECT_EQ(line[1 + 2 * 5].points[0], CPoint(5, -0.75));
+  EXPECT_EQ(line[2 + 2 * 5].points[0], CPoint(5, 0.5));
+  EXPECT_EQ(line[1 + 2 * 6].points[0], CPoint(6, 0.0));
+  for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = i < 32768 ? (i % 2 ? 0.25f : -0.5f) : 1.0f;
+  const ScopeOutline dense = scopeOutline(samples, 388, 0.125);
+  EXPECT_TRUE(dense.filled);
+  const auto bar = [&](std::size_t x) { return &dense.path->getElements()[5 * x]; };  // top left, and two lines on
+  EXPECT_EQ(bar(7)[0].points[0], CPoint(7, -0.5));
+  EXPECT_EQ(bar(7)[2].points[0], CPoint(8, 0.25));
+  EXPECT_EQ(bar(196)[0].points[0], CPoint(196, 1.0));  // a pixel high, from one that met the last wave
+  EXPECT_EQ(bar(196)[2].points[0], CPoint(197, 1.125));
+  EXPECT_EQ(scopeOutline(samples, 70000, 0.1).path->getElements()[0].points[0].y, -1);  // no samples: all of it
+}
+
+TEST(PointText, NamesBeatsCyclesAndPercent) {
+  EXPECT_EQ(pointText(0.375, 0.625, 0.5), "3/16 beat  \u00b7  62.5 %");
+  EXPECT_EQ(pointText(1.0 / 3, 0, 1), "1/3 beat  \u00b7  0.0 %");
+  EXPECT_EQ(pointText(0.75, 1, 2), "1 1/2 beats  \u00b7  100.0 %");
+  EXPECT_EQ(pointText(1, 1, 16), "16 beats  \u00b7  100.0 %");
+  EXPECT_EQ(pointText(0.4381, 0.5, 1), "0.438 beat  \u00b7  50.0 %");
+  EXPECT_EQ(pointText(0.25, 0.5, 0), "1/4 cycle  \u00b7  50.0 %");
+  const CRect area(0, 0, 388, 240);
+  EXPECT_EQ(besidePoint({100, 100}, 80, 16, 10, area), CRect(110, 74, 190, 90));
+  EXPECT_EQ(besidePoint({380, 3}, 80, 16, 10, area), CRect(290, 13, 370, 29));
 }
 
 }  // namespace

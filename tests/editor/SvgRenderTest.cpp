@@ -1,20 +1,18 @@
 #include <cairo.h>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <string>
-#include <string_view>
 
 #include "editor/panel/PanelImages.h"
+#include "editor/panel/ReferenceSize.h"
 #include "editor/panel/SvgRender.h"
 #include "toolkit/base/Bundle.h"
 #include "toolkit/drawing/VectorImage.h"
 #include "toolkit/views/CFrame.h"
 
+using namespace editor;
 using namespace VSTGUI;
 
 namespace {
@@ -28,19 +26,14 @@ class SvgRendering : public testing::Test {
  protected:
   SvgRendering() { acquirePluginBundle(); }
   ~SvgRendering() override { releasePluginBundle(); }
-
-  void resizeWindow(double width, double height) { frame = newFrame(width, height); }
+  void resizeWindow(double width, double height) {
+    frame = Counted<CFrame>::adopt(new CFrame(CRect(0, 0, width, height), nullptr));
+  }
   [[nodiscard]] Context render(std::string_view text, double scaleX = 1, double scaleY = 1) const {
     return Context::adopt(renderSvgText(text, frame, scaleX, scaleY));
   }
 
- private:
-  static Counted<CFrame> newFrame(double width, double height) {
-    return Counted<CFrame>::adopt(new CFrame(CRect(0, 0, width, height), nullptr));
-  }
-
- protected:
-  Counted<CFrame> frame = newFrame(708, 343);
+  Counted<CFrame> frame = Counted<CFrame>::adopt(new CFrame({0, 0, kReferenceWidth, kReferenceHeight}, nullptr));
 };
 
 std::string svg(int width, int height, const std::string& content) {
@@ -61,18 +54,13 @@ std::uint32_t pixel(const Context& context, int x, int y) {
   return value;
 }
 
-std::string readText(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 }  // namespace
 
 TEST_F(SvgRendering, SizesABitmapByEachSideOfTheWindow) {
   const std::string box = "<rect width=\"9\" height=\"9\"/>";
   EXPECT_EQ(sizeOf(render(svg(60, 40, box), 0.5, 0.5)), CPoint(30, 20));
   EXPECT_EQ(sizeOf(render(svg(61, 40, box), 0.5, 0.5)), CPoint(31, 20));
-  resizeWindow(1416, 343);
+  resizeWindow(2 * kReferenceWidth, kReferenceHeight);
   EXPECT_EQ(sizeOf(render(svg(60, 40, box), 0.5, 0.5)), CPoint(60, 20));
 }
 
@@ -100,7 +88,8 @@ TEST_F(SvgRendering, PaintsPlainFillsBelowPlainStrokesAndNoGradients) {
   EXPECT_EQ(pixel(gradient, 20, 20), 0u);
   EXPECT_EQ(pixel(gradient, 12, 20), kBlue);
 
-  resizeWindow(1416, 343);  // the stroke is twice as wide across, and as wide as before along
+  resizeWindow(2 * kReferenceWidth,
+               kReferenceHeight);  // the stroke is twice as wide across, and as wide as before along
   const Context wide = render(svg(40, 40, rect + "fill=\"#f00\"/>"));
   EXPECT_EQ(pixel(wide, 26, 20), kBlue);
   EXPECT_EQ(pixel(wide, 40, 12), kBlue);
@@ -129,6 +118,8 @@ TEST_F(SvgRendering, HasAStandInForAMissingImage) {
 }
 
 TEST_F(SvgRendering, PaintsEveryImageOfThePanelAtItsSize) {
+  const auto corner = Counted<CBitmap>::adopt(new CBitmap((kResources / "bmp00128.png").c_str()));
+  EXPECT_EQ(CPoint(corner->getWidth(), corner->getHeight()), CPoint(kCornerSide, kCornerSide));
   for (const PanelImage& image : kPanelImages) {
     SCOPED_TRACE(image.file);
     const fs::path path = kResources / image.file;
@@ -150,16 +141,10 @@ TEST_F(SvgRendering, PaintsEveryImageOfThePanelAtItsSize) {
 // What the painting leaves out would be missing on the panel, though it shows in other programs.
 TEST(PanelImages, UseOnlyWhatIsPainted) {
   for (const PanelImage& image : kPanelImages) {
-    const std::string text = readText(kResources / image.file);
+    std::ifstream file(kResources / image.file, std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
     for (const char* word : {"radient", "<text", "<use", "<style", "class=", "clip-", "filter", "mask", "dasharray",
                              "linecap", "linejoin", "evenodd", "display", "visibility"})
       EXPECT_EQ(text.find(word), std::string::npos) << word << " in " << image.file;
   }
-}
-
-TEST(PanelImages, HaveTheResizeCornerAmongThem) {
-  acquirePluginBundle();
-  const auto corner = Counted<CBitmap>::adopt(new CBitmap((kResources / "bmp00128.png").c_str()));
-  EXPECT_EQ(CPoint(corner->getWidth(), corner->getHeight()), CPoint(16, 16));
-  releasePluginBundle();
 }

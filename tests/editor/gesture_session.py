@@ -1,36 +1,25 @@
 """A session of the graph editor in its window: events in, pictures and presets out."""
 import json
 import mmap
-import os
 import struct
 import subprocess
 import time
-import zlib
 
-GRAPH_LEFT, GRAPH_TOP, GRAPH_WIDTH, GRAPH_HEIGHT = 145, 30, 388, 240  # pixels of the window
+LEFT, TOP, WIDTH, HEIGHT = 145, 30, 388, 240  # of the graph, pixels of the window
 RESTING_PLACE = (-110, 260)  # of the pointer, off the graph
 PATIENCE_SECONDS = 20
 DOUBLE_CLICK_SECONDS = 0.45
 
-POINT, SELECTED, WHITE, YELLOW = (103, 174, 250), (255, 240, 212), (255, 255, 255), (255, 255, 0)
-SELECTED_BELOW = (211, 210, 197)  # the marquee that is still open
-TOOLTIP_FRAME = (0, 114, 179)
+WHITE, YELLOW = (255, 255, 255), (255, 255, 0)
+POINT, SELECTED, TOOLTIP_FRAME = (103, 174, 250), (255, 240, 212), (0, 114, 179)
 
 
 class Failure(Exception):
     pass
 
 
-def wait_until(condition, what):
-    end = time.monotonic() + PATIENCE_SECONDS
-    while not condition():
-        if time.monotonic() > end:
-            raise Failure(f"never saw {what}")
-        time.sleep(0.02)
-
-
 class Screen:
-    """The X server's screen, the pointer included, with the graph's own pixel (0, 0) as its origin."""
+    """The X server's screen, with the graph's own pixel (0, 0) as its origin."""
 
     def __init__(self, path):
         with open(path, "rb") as file:
@@ -40,62 +29,27 @@ class Screen:
         self.start = header[0] + 12 * header[19]
 
     def pixel(self, x, y):
-        at = self.start + (GRAPH_TOP + y) * self.line + 4 * (GRAPH_LEFT + x)
+        at = self.start + (TOP + y) * self.line + 4 * (LEFT + x)
         blue, green, red = self.bytes[at : at + 3]
         return red, green, blue
 
     def is_near(self, place, color, tolerance=8):
         return all(abs(a - b) <= tolerance for a, b in zip(self.pixel(*place), color))
 
-    def pointer(self, place):
-        """The pointer's picture round a place of the graph where nothing else is quite black or quite white."""
-        x, y = place
-        square = [(dx, dy) for dx in range(-16, 17) for dy in range(-16, 17)]
-        pixels = {at: self.pixel(x + at[0], y + at[1]) for at in square}
-        return {(at, color) for at, color in pixels.items() if color in ((0, 0, 0), WHITE)}
-
-    def line_rows(self, x):
-        """The highest row, the middle and the lowest row of the graph's line in a column."""
-        greenest_other = 90  # of the fill, also where the bar that passes is on it
-        weights = {y: self.pixel(x, y)[1] - greenest_other for y in range(GRAPH_HEIGHT + 2)}
-        rows = {y: weight for y, weight in weights.items() if weight > 0}
-        if not rows:
-            return None
-        return min(rows), sum(y * w for y, w in rows.items()) / sum(rows.values()), max(rows)
-
     def save(self, path):
-        rows = []
-        for y in range(self.height):
-            line = self.bytes[self.start + y * self.line : self.start + y * self.line + 4 * self.width]
-            row = bytearray(3 * self.width)
-            row[0::3], row[1::3], row[2::3] = line[2::4], line[1::4], line[0::4]
-            rows.append(b"\0" + bytes(row))
-
-        def chunk(kind, data):
-            return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-        head = struct.pack(">2I5B", self.width, self.height, 8, 2, 0, 0, 0)
+        pixels = b"".join(bytes(self.pixel(x - LEFT, y - TOP)) for y in range(self.height) for x in range(self.width))
         with open(path, "wb") as file:
-            file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", head))
-            file.write(chunk(b"IDAT", zlib.compress(b"".join(rows))) + chunk(b"IEND", b""))
+            file.write(b"P6 %d %d 255\n" % (self.width, self.height) + pixels)
 
 
 class Program:
     """The program modrift, its files in one folder."""
 
-    FRAMES = 24000  # of a cycle: a beat at 120 a minute and 48 kHz
-
     def __init__(self, path, folder):
         self.path, self.folder = path, folder
-        self.input = self.file("one.wav")
-        samples = struct.pack("<f", 1.0) * (2 * self.FRAMES)
-        with open(self.input, "wb") as file:
-            file.write(b"RIFF" + struct.pack("<I", 36 + len(samples)) + b"WAVEfmt ")
-            file.write(struct.pack("<IHHIIHH", 16, 3, 1, 48000, 4 * 48000, 4, 32))
-            file.write(b"data" + struct.pack("<I", len(samples)) + samples)
 
     def file(self, name):
-        return os.path.join(self.folder, name)
+        return f"{self.folder}/{name}"
 
     def run(self, *arguments):
         done = subprocess.run([self.path, *arguments], capture_output=True, text=True, timeout=120)
@@ -104,66 +58,41 @@ class Program:
         return done.stdout
 
     def preset(self, name, points, curves):
-        """A preset in which graph 1, of points in pixels, makes the volume of each beat."""
-        texts = [
-            f"{x / GRAPH_WIDTH!r} {1 - y / GRAPH_HEIGHT!r} {curves.get(i, 0.5)!r}" for i, (x, y) in enumerate(points)
-        ]
+        """A preset with these points in graph 1, in pixels."""
+        texts = [f"{x / WIDTH!r} {1 - y / HEIGHT!r} {curves.get(i, 0.5)!r}" for i, (x, y) in enumerate(points)]
         shape, preset = self.file("start.shp"), self.file(name)
         self.run("shape", "save", "-o", shape, "--points", "; ".join(texts))
-        self.run("preset", "save", "-o", preset, "--shape", f"1={shape}", "--set", ">vol=1", "--set", "Rate=0.44")
+        self.run("preset", "save", "-o", preset, "--shape", f"1={shape}")
         return preset
 
     def graphs(self, preset):
         """All graphs as lists of (x, y, curve), x and y in pixels."""
         graphs = json.loads(self.run("preset", "show", "--json", preset))["graphs"]
-        return [
-            [(p["x"] * GRAPH_WIDTH, (1 - p["y"]) * GRAPH_HEIGHT, p["curve"]) for p in graph["points"]]
-            for graph in graphs
-        ]
-
-    def levels(self, preset):
-        """What becomes of a constant 1 in the second cycle."""
-        output = self.file("out.wav")
-        self.run("render", self.input, "-o", output, "--preset", preset, "--tempo", "120")
-        with open(output, "rb") as file:
-            data = file.read()
-        at = data.index(b"data") + 8
-        left = struct.unpack(f"<{(len(data) - at) // 4}f", data[at:])[0::2]
-        return left[self.FRAMES : 2 * self.FRAMES]
-
-
-def extent(pointer):
-    """Width and height of a pointer's black parts; the white ones may be a handle's."""
-    dark = [at for at, color in pointer if color == (0, 0, 0)] or [(0, 0)]
-    columns, rows = zip(*dark)
-    return max(columns) - min(columns) + 1, max(rows) - min(rows) + 1
+        return [[(p["x"] * WIDTH, (1 - p["y"]) * HEIGHT, p["curve"]) for p in graph["points"]] for graph in graphs]
 
 
 class Session:
     """One window, from its opening to its end. Places are pixels of the graph."""
 
-    def __init__(self, program, screen, preset, keep_picture):
-        self.program, self.screen, self.keep_picture = program, screen, keep_picture
-        self.saved = program.file("after.fxp")
+    def __init__(self, program, screen, preset):
+        self.screen, self.saved = screen, program.file("after.fxp")
         self.log = open(program.file("edit.log"), "w", encoding="utf-8")
-        command = [program.path, "edit", "--preset", preset, "--save", self.saved, "--play", program.input]
+        command = [program.path, "edit", "--preset", preset, "--save", self.saved]
         self.process = subprocess.Popen(command, stdout=self.log, stderr=subprocess.STDOUT)
-        self.arrow = set()
-
-    # --- Events
 
     def begin(self, points):
         """Waits for the window with these points."""
         self.rest()
         self.see_points(*points)
-        self.arrow = self.see_pointer(RESTING_PLACE, len, "the usual pointer")
+
+    # --- Events
 
     def send(self, *words):
         subprocess.run(["xdotool", *map(str, words)], check=True, timeout=60)
 
     @staticmethod
     def to(place):
-        return ["mousemove", GRAPH_LEFT + place[0], GRAPH_TOP + place[1]]
+        return ["mousemove", LEFT + place[0], TOP + place[1]]
 
     @staticmethod
     def keys(action, keys):
@@ -214,6 +143,16 @@ class Session:
 
     # --- Pictures
 
+    def wait(self, condition, what):
+        end = time.monotonic() + PATIENCE_SECONDS
+        while not condition():
+            if self.process.poll() is not None:
+                with open(self.log.name, encoding="utf-8") as log:
+                    raise Failure(f"the program ended before {what} was seen: {log.read()}")
+            if time.monotonic() > end:
+                raise Failure(f"never saw {what}")
+            time.sleep(0.02)
+
     def see(self, place, color):
         self.wait(lambda: self.screen.is_near(place, color), f"the colour {color} at {place}")
 
@@ -224,55 +163,13 @@ class Session:
         for point in points:
             self.see(point, color)
 
-    def see_pointer(self, place, condition, what):
-        """Waits for a pointer that stands still there; gives its picture."""
-        seen = set()
-
-        def holds():
-            nonlocal seen
-            before, seen = seen, self.screen.pointer(place)
-            return condition(seen) and seen == before
-
-        self.wait(holds, what)
-        return seen
-
-    def see_usual_pointer(self, place=RESTING_PLACE):
-        self.see_pointer(place, lambda seen: seen == self.arrow, "the usual pointer")
-
-    def see_vertical_pointer(self, place):
-        def is_vertical(seen):
-            width, height = extent(seen)
-            return height > 1.4 * width
-
-        self.see_pointer(place, is_vertical, "the pointer that moves up and down")
-
-    def see_four_way_pointer(self, place):
-        def is_square(seen):
-            width, height = extent(seen)
-            return seen != self.arrow and width > 8 and width == height
-
-        self.see_pointer(place, is_square, "the pointer that moves all ways")
-
-    def wait(self, condition, what):
-        def holds():
-            if self.process.poll() is not None:
-                with open(self.log.name, encoding="utf-8") as log:
-                    raise Failure(f"the program ended before {what} was seen: {log.read()}")
-            return condition()
-
-        wait_until(holds, what)
-
-    def picture(self, name):
-        self.keep_picture(name)
-
     # --- The end
 
     def close_window(self):
         """As a window manager destroys it; the program then ends by itself."""
-        window = subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--class", "modrift"], capture_output=True, text=True, check=True
-        ).stdout.split()[0]
-        self.send("windowclose", window)
+        search = ["xdotool", "search", "--onlyvisible", "--class", "modrift"]
+        found = subprocess.run(search, capture_output=True, text=True, check=True).stdout
+        self.send("windowclose", found.split()[0])
         self.ended(0)
 
     def interrupt(self):
@@ -280,8 +177,7 @@ class Session:
         self.ended(-15)
 
     def ended(self, status):
-        found = self.process.wait(timeout=PATIENCE_SECONDS)
-        if found != status:
+        if (found := self.process.wait(timeout=PATIENCE_SECONDS)) != status:
             raise Failure(f"the program ended with {found} and not {status}")
 
     def stop(self):

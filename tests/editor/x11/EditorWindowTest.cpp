@@ -1,142 +1,181 @@
-// The editor on a real screen: opened, resized and closed as hosts and users do it, also at the worst moments.
+// The editor in the window of a host on a real screen: opened, resized and closed as hosts and users do it, also at the
+// worst moments.
 #include <algorithm>
 #include <memory>
 #include <set>
 #include <sstream>
 
-#include "tests/editor/x11/EditorDesktop.h"
+#include "editor/controls/ResizeControl.h"
+#include "editor/graph/LFODisplay.h"
+#include "editor/shell/LFOGUI.h"
+#include "tests/effect/TestHost.h"
+#include "tests/toolkit/x11/Desktop.h"
+#include "toolkit/views/CFrame.h"
 
 using namespace model;
 
 namespace {
 
+using editor::kReferenceHeight;
+using editor::kReferenceWidth;
 using VSTGUI::CPoint;
 
-class EditorWindow : public EditorDesktop {
+class EditorWindow : public Desktop {
  protected:
+  using Size = std::pair<int, int>;
+
   void SetUp() override {
-    EditorDesktop::SetUp();
+    Desktop::SetUp();
     if (IsSkipped() || HasFatalFailure()) return;
     rig_ = std::make_unique<EffectRig>();
-    gui = static_cast<LFOGUI*>(createEditor(&rig_->fx()));
+    gui_ = static_cast<LFOGUI*>(createEditor(&rig_->fx()));
     rig_->playOnes(64);  // points are parameters once audio has run
     resetGraph();
   }
-  AEffect* record() override { return rig_->record(); }
-  void resetGraph() { rig_->draw(0, {{0, 0.5}, {32768, kStartY}, {65536, 0.5}}); }
-  bool isGraphAsReset() {
-    const GraphPoints now = rig_->fx().pointsOf(0);
-    return std::abs(now.y[1] - kStartY) < 1e-6 && std::abs(now.curve[0] - 0.5) < 1e-6;
+  void idle() override { rig_->call(effEditIdle); }
+
+  // Makes the host's window as large as the editor wants it and opens the editor in it.
+  void open() {
+    const auto [width, height] = rectSize();
+    const std::array<std::uint32_t, 2> size{static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
+    xcb_configure_window(*user, host, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size.data());
+    ASSERT_EQ(sizeOf(host), rectSize());
+    ASSERT_EQ(openIn(host), 1);
+    const auto windows = childrenOf(host);
+    ASSERT_FALSE(windows.empty());
+    window = windows.back();
+    ASSERT_EQ(sizeOf(window), rectSize());
+  }
+  VstIntPtr openIn(xcb_window_t parent) { return rig_->call(effEditOpen, 0, 0, asParent(parent)); }
+  void close() { rig_->call(effEditClose); }
+  bool isWindowThere() const { return gui_->getFrame() && gui_->getFrame()->isOpen(); }
+  Size rectSize() {
+    ERect* rect = nullptr;
+    EXPECT_EQ(rig_->call(effEditGetRect, 0, 0, &rect), 1);
+    return {rect->right - rect->left, rect->bottom - rect->top};
+  }
+  Size sizeOf(xcb_window_t which) {
+    const auto place = geometry(which);
+    return {place.width, place.height};
   }
 
-  double effectY(int i) { return rig_->fx().envY[0][i]; }
-  double effectX(int i) { return rig_->fx().envX[0][i]; }
-  // Drags point 1 to pixels of the graph, up to the release.
-  void hold(double x, double y) {
-    const double before = effectY(1);
-    pointAt(placeOf(1));
+  LFODisplay& display() const { return *gui_->display; }
+  // Places in the window, at pixels of the graph.
+  CPoint inGraph(const CPoint& p) const { return gui_->graphContainer->getViewSize().getTopLeft() + p; }
+  CPoint firstPoint() const { return inGraph(display().points[1]); }
+  void pointAt(const CPoint& place) { point(static_cast<int>(place.x), static_cast<int>(place.y)); }
+  void pressCorner() {
+    pointAt(gui_->resizeCorner->getViewSize().getCenter());
     press();
-    pointAt(inGraph(x, y));
-    ASSERT_TRUE(until([&] { return effectY(1) != before; }));
   }
-  void expectDragWorks(double x, double y) {
-    const double width = gui->display->graphWidth, height = gui->display->graphHeight;
-    const int points = rig_->fx().envNumPoints[0];
-    pointAt(placeOf(1));
+  void resetGraph() { rig_->draw(0, {{0, 0.5}, {32768, kStartY}, {65536, 0.5}}); }
+  bool isGraphAsReset() {
+    const model::GraphPoints now = rig_->fx().pointsOf(0);
+    return std::abs(now.y[1] - kStartY) < 1e-6 && std::abs(now.curve[0] - 0.5) < 1e-6;
+  }
+  double effectY() { return rig_->fx().envY[0][1]; }
+  bool hasSelection() const { return display().selectionActive || display().marqueeActive; }
+
+  // Drags point 1 to pixels of the graph, up to the release.
+  void hold(const CPoint& to) {
+    const double before = effectY();
+    pointAt(firstPoint());
     press();
-    pointAt(inGraph(x, y));
-    EXPECT_TRUE(until([&] { return std::abs(effectY(1) - y / height) < 0.01; })) << effectY(1);
-    EXPECT_NEAR(effectX(1) / 65536, x / width, 0.01);
-    const auto middle = static_cast<std::size_t>(65535 * std::trunc(x) / width);
-    EXPECT_NEAR(static_cast<float>(rig_->fx().graphTable[0][middle]), 1 - y / height, 0.02) << "before any block";
+    pointAt(inGraph(to));
+    ASSERT_TRUE(until([&] { return effectY() != before; }));
+  }
+  void expectDragWorks(const CPoint& to) {
+    const double width = display().graphWidth, height = display().graphHeight;
+    const int points = rig_->fx().envNumPoints[0];
+    pointAt(firstPoint());
+    press();
+    pointAt(inGraph(to));
+    EXPECT_TRUE(until([&] { return std::abs(effectY() - to.y / height) < 0.01; })) << effectY();
+    EXPECT_NEAR(rig_->fx().envX[0][1] / model::kGraphWidth, to.x / width, 0.01);
+    const auto middle = static_cast<std::size_t>(65535 * std::trunc(to.x) / width);
+    EXPECT_NEAR(static_cast<float>(rig_->fx().graphTable[0][middle]), 1 - to.y / height, 0.02) << "before any block";
     release();
-    EXPECT_TRUE(until([&] { return gui->display->pressedPoint < 0; }));
+    EXPECT_TRUE(until([&] { return display().pressedPoint < 0; }));
     EXPECT_EQ(rig_->fx().envNumPoints[0], points);
-    EXPECT_FALSE(gui->display->selectionActive || gui->display->marqueeActive);
+    EXPECT_FALSE(hasSelection());
     EXPECT_EQ(openGestures(), "");
   }
   // The parameters whose gestures the host still waits for the end of.
   std::string openGestures() {
     std::istringstream words(rig_->host.edits);
-    std::set<int> open;
-    int index = 0;
-    for (std::string word; words >> word >> index;) {
+    std::set<std::string> open;
+    for (std::string word, index; words >> word >> index;) {
       if (word == "begin") open.insert(index);
       if (word == "end") open.erase(index);
     }
     std::string text;
-    for (const int i : open) text += std::to_string(i) + ' ';
+    for (const std::string& index : open) text += index + ' ';
     return text;
   }
 
-  // What the user may be doing when the window goes, all with the button held.
-  struct Doing {
-    const char* name;
-    std::function<void()> begin;
-  };
-  std::vector<Doing> gestures() {
-    return {{"moving a point", [&] { hold(150, 200); }},
-            {"bending a curve",
-             [&] {
-               const CPoint handle = gui->display->curveHandles[0].getCenter();
-               const double before = rig_->fx().envCurve[0][0];
-               pointAt(inGraph(handle.x, handle.y));
-               press();
-               pointAt(inGraph(handle.x, handle.y + 30));
-               ASSERT_TRUE(until([&] { return rig_->fx().envCurve[0][0] != before; }));
-             }},
-            {"opening a marquee",
-             [&] {
-               pointAt(inGraph(20, 20));
-               press();
-               pointAt(inGraph(300, 100));
-               ASSERT_TRUE(until([&] { return gui->display->marqueeActive; }));
-             }},
-            {"moving a selection",
-             [&] {
-               pointAt(inGraph(20, 20));
-               press();
-               pointAt(inGraph(300, 100));
-               ASSERT_TRUE(until([&] { return gui->display->marqueeActive; }));
-               release();
-               ASSERT_TRUE(until([&] { return gui->display->selectionActive; }));
-               hold(150, 80);
-             }},
-            {"dragging the corner", [&] {
-               pointAt(corner());
-               press();
-               point(640, 300);
-               ASSERT_TRUE(until([&] { return sizeOf(window) == std::pair(640, 310); }));
-             }}};
+  void openMarquee() {
+    pointAt(inGraph({20, 20}));
+    press();
+    pointAt(inGraph({300, 100}));
+    ASSERT_TRUE(until([&] { return display().marqueeActive; }));
   }
-  void start() {
-    resetGraph();
-    rig_->host.edits.clear();
-    open();
+  void bendCurve() {
+    const CPoint handle = inGraph(display().curveHandles[0].getCenter());
+    pointAt(handle);
+    press();
+    pointAt(handle + CPoint(0, 30));
+    ASSERT_TRUE(until([&] { return !isGraphAsReset(); }));
   }
-  // A new window of a host with the editor in it, where all works.
-  void expectOpensAnew() {
-    host = newHostWindow(kLeft, kTop);
-    open();
-    ASSERT_FALSE(HasFatalFailure());
-    expectDragWorks(120, 40);
+  void moveSelection() {
+    openMarquee();
+    release();
+    ASSERT_TRUE(until([&] { return display().selectionActive; }));
+    hold({150, 80});
+  }
+  void dragCorner() {
+    pressCorner();
+    point(640, 300);
+    ASSERT_TRUE(until([&] { return sizeOf(window) == Size(640, 310); }));
+  }
+  // Opens the window again and again, with something in hand each time, the button held; then `happens` what ends it.
+  void inTheMiddleOf(const std::function<void()>& happens) {
+    using Doing = std::pair<const char*, std::function<void()>>;
+    for (const auto& [name, begin] : {Doing{"moving a point",
+                                            [&] {
+                                              hold({150, 200});
+                                            }},
+                                      {"bending a curve", [&] { bendCurve(); }},
+                                      {"opening a marquee", [&] { openMarquee(); }},
+                                      {"moving a selection", [&] { moveSelection(); }},
+                                      {"dragging the corner", [&] { dragCorner(); }},
+                                      {"nothing", [] {}}}) {
+      SCOPED_TRACE(name);
+      resetGraph();
+      rig_->host.edits.clear();
+      open();
+      begin();
+      ASSERT_FALSE(HasFatalFailure());
+      happens();
+      ASSERT_FALSE(HasFatalFailure());
+    }
   }
 
   static constexpr double kStartY = 0.25;
   std::unique_ptr<EffectRig> rig_;
+  LFOGUI* gui_ = nullptr;  // the effect's
 };
 
 TEST_F(EditorWindow, OpensTwoHundredTimesAndLeavesNothingBehind) {
   const int serversFiles = serverFiles();
   open();
-  expectDragWorks(100, 60);
+  expectDragWorks({100, 60});
   EXPECT_NE(screenPixel(kLeft + 5, kTop + 5), 0xffffffu) << "the host's background";
   close();
   const int files = openFiles();
   for (int n = 0; n < 200; ++n) {
     open();
     ASSERT_FALSE(HasFatalFailure()) << n;
-    if (n % 25 == 0) expectDragWorks(80 + n, 40 + n / 2.0);
+    if (n % 25 == 0) expectDragWorks({80.0 + n, 40 + n / 2.0});
     idle();
     close();
   }
@@ -148,98 +187,93 @@ TEST_F(EditorWindow, OpensTwoHundredTimesAndLeavesNothingBehind) {
 TEST_F(EditorWindow, ResizesWithTheHostsWindow) {
   open();
   for (int n = 0; n < 50; ++n) {
-    const int width = 590 + n * 37 % 140, height = static_cast<int>(width * 0.48446327447891235);
+    const int width = 590 + n * 37 % 140;
+    const Size size(width, static_cast<int>(width * editor::kReferenceAspect));
     if (n % 2 == 0) {
-      pointAt(corner());
-      press();
+      pressCorner();
       point(width, 200);
     } else {
-      gui->resizeTo(width, height);
+      gui_->resizeTo(size.first, size.second);
     }
-    ASSERT_TRUE(until([&] { return sizeOf(window) == std::pair(width, height); })) << n;
+    ASSERT_TRUE(until([&] { return sizeOf(window) == size; })) << n;
     if (n % 2 == 0) release();
-    ASSERT_TRUE(until([&] { return sizeOf(host) == std::pair(width, height); })) << n;
-    ASSERT_TRUE(until([&] { return gui->controlsReady && gui->resizeCorner->getViewSize().right == width; })) << n;
-    ASSERT_EQ(rectSize(), std::pair(width, height));
-    ASSERT_EQ(rig_->host.windowSizes.back(), std::pair(width, height));
+    ASSERT_TRUE(until([&] { return sizeOf(host) == size; })) << n;
+    ASSERT_TRUE(until([&] { return gui_->controlsReady && gui_->resizeCorner->getViewSize().right == width; })) << n;
+    ASSERT_EQ(rectSize(), size);
+    ASSERT_EQ(rig_->host.windowSizes.back(), size);
   }
-  expectDragWorks(100, 60);
+  expectDragWorks({100, 60});
 }
 
 TEST_F(EditorWindow, ClosesInTheMiddleOfAGesture) {
-  for (const auto& [name, begin] : gestures()) {
-    SCOPED_TRACE(name);
-    start();
-    begin();
-    ASSERT_FALSE(HasFatalFailure());
+  inTheMiddleOf([&] {
     close();
     EXPECT_EQ(openGestures(), "");
     open();  // under the pointer, with the button still held
-    const auto size = rectSize();
-    const double y = effectY(1);
+    const Size size = rectSize();
+    const double y = effectY();
     point(300, 150);
     point(310, 160);
-    EXPECT_TRUE(until([&] { return gui->display->hoverPoint == -1; }));
+    EXPECT_TRUE(until([&] { return display().hoverPoint == -1; }));
     release();
-    pointAt(placeOf(1));
-    EXPECT_TRUE(until([&] { return gui->display->hoverPoint == 1; }));
-    EXPECT_FALSE(gui->display->selectionActive || gui->display->marqueeActive);
-    EXPECT_NEAR(effectY(1), y, 1e-6);
-    EXPECT_TRUE(isGraphAsReset() || gui->display->undo());
+    pointAt(firstPoint());
+    EXPECT_TRUE(until([&] { return display().hoverPoint == 1; }));
+    EXPECT_FALSE(hasSelection());
+    EXPECT_NEAR(effectY(), y, 1e-6);
+    EXPECT_TRUE(isGraphAsReset() || display().undo());
     EXPECT_TRUE(isGraphAsReset());
     EXPECT_EQ(sizeOf(window), size);
-    expectDragWorks(200, 100);
+    expectDragWorks({200, 100});
     close();
-  }
+  });
 }
 
 TEST_F(EditorWindow, SurvivesTheEndOfTheHostsWindow) {
-  auto all = gestures();
-  all.push_back({"nothing", [] {}});
   for (const bool killed : {false, true}) {
-    for (const auto& [name, begin] : all) {
-      SCOPED_TRACE(std::string(name) + (killed ? ", the host's connection is killed" : ", the window is destroyed"));
-      const auto music = Connection::open();
-      host = newHostWindow(*music, kLeft, kTop);
-      start();
-      begin();
-      ASSERT_FALSE(HasFatalFailure());
-      if (killed) {
-        xcb_kill_client(*user, host);
-      } else {
-        xcb_destroy_window(*music, host);
-        music->flush();
-      }
+    SCOPED_TRACE(killed ? "the connection is killed" : "the window is destroyed");
+    auto music = Connection::open();
+    host = newHostWindow(*music, kLeft, kTop);
+    inTheMiddleOf([&] {
+      killed ? xcb_kill_client(*user, host) : xcb_destroy_window(*music, host);
+      music->flush();
       point(200, 150);
       EXPECT_TRUE(until([&] { return !isWindowThere(); }));
       release();
-      gui->resizeTo(600, 300);
+      gui_->resizeTo(600, 300);
       for (int turn = 0; turn < 3; ++turn) idle();
       close();
       EXPECT_EQ(openGestures(), "");
-      EXPECT_EQ(call(effEditOpen, 0, 0, asParent(host)), 0) << "the window is gone";
-      expectOpensAnew();
-      gui->resizeTo(708, 343);
-      EXPECT_TRUE(until([&] { return sizeOf(host) == std::pair(708, 343); }));
+      EXPECT_EQ(openIn(host), 0) << "the window is gone";
+      host = newHostWindow(kLeft, kTop);
+      open();
+      ASSERT_FALSE(HasFatalFailure());
+      expectDragWorks({120, 40});
+      gui_->resizeTo(kReferenceWidth, kReferenceHeight);
+      EXPECT_TRUE(until([&] { return sizeOf(host) == Size(kReferenceWidth, kReferenceHeight); }));
       close();
       xcb_destroy_window(*user, host);
-    }
+      music = Connection::open();
+      host = newHostWindow(*music, kLeft, kTop);
+    });
+    xcb_destroy_window(*music, host);
+    music->flush();
+    host = newHostWindow(kLeft, kTop);
   }
 }
 
 TEST_F(EditorWindow, SurvivesTheEndOfTheServer) {
   open();
-  hold(150, 200);
+  hold({150, 200});
   server.stop();
-  gui->resizeTo(600, 300);
+  gui_->resizeTo(600, 300);
   rig_->set(kPoint1, 0.2);
   for (int turn = 0; turn < 3; ++turn) idle();
   EXPECT_FALSE(isWindowThere());
   close();
   EXPECT_EQ(openGestures(), "");
-  EXPECT_EQ(call(effEditOpen, 0, 0, asParent(host)), 0);
+  EXPECT_EQ(openIn(host), 0);
   idle();
-  EXPECT_EQ(rectSize(), std::pair(600, 300));
+  EXPECT_EQ(rectSize(), Size(600, 300));
 }
 
 }  // namespace
