@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An effect under a host whose song plays at 120 beats a minute, so that a benchmark can play blocks through it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The clock and the reading of the graphs: tick by tick as the audio path does it, and sample by sample as the MIDI
 // export does, with all settings read at each.
 #include <vector>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The crossover on a signal, and on digital silence, where its states decay towards denormal numbers.
 #include "bench/Measure.h"
 #include "bench/Subjects.h"

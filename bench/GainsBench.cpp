@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pan and volume by their laws, tick by tick: at rest, and following a graph that moves at each sample.
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The graph display, and the editor round it, in a window in memory. A frame of these rows is one pixel: of the view
 // 97600 at the reference size and 390400 at twice that, of the whole window 242844 and 971376.
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a row is measured: slice after slice of the subject, and slices of the yardstick right before and after.
 //
 //   void row(benchmark::State& state) {

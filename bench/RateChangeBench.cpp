@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rate change round the filter: the pair form of the audio path, tick by tick, and the mono class, twice.
 #include "bench/Measure.h"
 #include "bench/Subjects.h"

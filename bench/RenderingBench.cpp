@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rendering of one graph into its table. A frame of these rows is one of the table's 65536 values, and a graph is a
 // block: it is rendered on the audio thread when the host automates a point.
 #include <memory>

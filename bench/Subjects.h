@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The subjects, one file each; `main` adds their rows.
 #pragma once
 

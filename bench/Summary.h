@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The report on the terminal: a line a row, at the end the comparison with our limits.
 #pragma once
 

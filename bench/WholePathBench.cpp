@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole effect under a playing host: block sizes with only the cutoff modulated, what comes on top,
 // and each type of filter.
 #include <string>

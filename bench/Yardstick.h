@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The yardstick: a fixed piece of work whose cost is the unit of all figures here, so that figures taken on different
 // days or machines can be compared.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // modrift_bench: what the pieces of the audio path cost, and the whole of it.
 //
 //   modrift_bench                                    all rows, then the comparison with our limits

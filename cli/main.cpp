@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/commands/CommandLine.h"
 #include "cli/terminal/Interrupt.h"
 

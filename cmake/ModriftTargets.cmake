@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What every target of ours shares: the language, the warnings, exact floating point.
 
 set(CMAKE_CXX_STANDARD 20)

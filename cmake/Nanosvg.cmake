@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The SVG parser, one header: of the system, or the one that scripts/setup has provided. nanosvg::nanosvg makes it
 # available as <nanosvg.h>.
 find_path(MODRIFT_NANOSVG_DIR nanosvg.h PATH_SUFFIXES nanosvg

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "devices/LoopPlayer.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Plays a recording again and again, or what the sound device hears, through a plug-in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "devices/RunningSound.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A device that plays for as long as this lives, and silence in its place from the moment that it has gone.
 #pragma once
 

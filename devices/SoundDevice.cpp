@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "devices/SoundDevice.h"
 
 namespace modrift::devices {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where live sound goes to and comes from: a JACK server, the system's ALSA device, or nowhere in real time.
 //
 //   auto device = openOutput();

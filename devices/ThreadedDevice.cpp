@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "devices/ThreadedDevice.h"
 
 namespace modrift::devices {

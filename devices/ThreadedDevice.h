@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What devices have in common that ask for blocks on a thread of their own, instead of being called by a server.
 #pragma once
 

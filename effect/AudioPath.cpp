@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The road of one block: crossover, then tick by tick the filter and the gains, then the bypassed band comes back.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A controller's moves as a Standard MIDI File: one track, 480 ticks to the quarter note, no tempo of its own, so that
 // it takes on the tempo of the song that it is dropped into. Pure functions, but for what they tell on standard error.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The crossover: splits the signal into a low and a high band that sum to an all-pass, the high one inverted.
 //
 // A second-order Linkwitz-Riley pair, built on 3.142857 and 6.285714 in place of pi and two pi: the numbers that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Maps a normalised value to a range by equal ratios, as pitch and cutoff are heard.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parameters' fields by pointer to member, of the effect or of its LFO record: tables name them as template
 // arguments. Internal to the parameter table.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter stage of the audio path: up to twice the rate, through the filter, back down, and the mix.
 //
 // Life: construction (rate changes clear); `prepare` [host, not during a block] makes the filter at the first call and

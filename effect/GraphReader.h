@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One rendered graph as the audio path reads it, and a copy of one as the clipboard keeps it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The twelve graphs: default, copy and paste, rendering.
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "effect/Helpers.h"
 
 #include <cstdio>

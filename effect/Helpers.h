@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small functions that the effect shares.
 #pragma once
 

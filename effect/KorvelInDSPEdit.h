@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The effect as hosts get it: `LfoDSP` with a link to its editor.
 #pragma once
 

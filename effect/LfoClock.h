@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The clock that reads the graphs: one read position from 0 to 1, moved on once a sample.
 //
 // `ClockSettings` is read off the parameters once a block, `ClockState` lives from sample to sample; both are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Construction, life cycle and the effect's answers to the host.
 #include "effect/LfoDSP.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The effect: graphs, settings, clock and audio path behind the VST 2 frame.
 //
 // Callers, named in brackets at the declarations:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The MIDI file export: plays the cutoff's graph over whole bars, faster than time and without a host, and writes what
 // the controller stream would have sent.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The MIDI that leaves the effect: passed-through events and the controller stream of the cutoff, block by block.
 //
 // [audio] Allocates at construction only. The MIDI file export has one of its own, without the block's limits.

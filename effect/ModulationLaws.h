@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a graph's value becomes cutoff, resonance, Var, pan and volume.
 //
 // A graph value is 0 to 1 and rests at 0.5; a depth is none at 0.5 and turns the graph upside down below it; the depth

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the host plays into the effect: notes act at their exact frames, everything else passes through.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The notes of one block, each waiting for its frame.
 #pragma once
 

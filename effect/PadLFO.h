@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The settings block of the LFO engine: what the clock and the routing read, and part of what a project stores.
 //
 // Its bytes are those of the stored state, the same on every platform: a field never moves. The reserved bytes travel

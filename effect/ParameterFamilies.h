@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What most parameters have in common: rows by the kind of their field. Internal to the parameter table.
 //
 //   value<&LfoDSP::filterDrive, kPercent>(kFilterDrive, "F.Drive")

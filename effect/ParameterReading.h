@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small parts of reading a parameter's text. Pure; nothing here allocates.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the parameters with more to do than to store a value do, and how those read back. [any]
 //
 // All have the signatures of ParameterRow; `index` is the row's own number.

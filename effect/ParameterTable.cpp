@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "effect/ParameterTable.h"
 
 #include "effect/ParameterFamilies.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything the host and the editor can change, as one table with a row for each number: what it is called, what
 // setting it does, what it reads back as, its words there and back, and the field that a project stores of it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What hosts and the editor show of the parameters, and the way back from such a text: forms of a single value, and the
 // texts that more than one field goes into. The parameter table names them.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host's view of the parameter table.
 #include <cmath>
 #include <cstring>

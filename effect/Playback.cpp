@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the host's song position to graph values: block start, the clock, and the reading of the tables.
 #include <cmath>
 

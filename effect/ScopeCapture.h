@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The waveform behind the graph: what entered and what left the effect, by position in the graph.
 #pragma once
 

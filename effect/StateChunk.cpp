@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole state between the live fields and the bytes that hosts keep.
 //
 // A load first reads all of the chunk into plain values; a chunk that is refused has changed nothing by then. Under the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preset and shape files. Failures are silent: nothing changes, in the effect or on the disk.
 #include <cstring>
 

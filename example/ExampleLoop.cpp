@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes the example loop: drums over a held chord a bar, four bars of 4/4 at 120 beats per minute. Run by the build as
 //   modrift_example_loop FILE.wav
 // The chord is bright and steady, so that whatever moves filter, volume or pan can be heard plainly; the drums show the

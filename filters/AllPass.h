@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A first-order all-pass section, y = a (x - y1) + x1: every frequency passes at its level, and its phase turns by up
 // to half a turn, by a quarter at the frequency that the coefficient -1 to 1 stands for.
 #pragma once

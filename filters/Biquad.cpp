@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/Biquad.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Second-order sections: a z-plane recursion, its description in the s-plane with the bilinear transform, and four
 // named shapes. An object belongs to one thread at a time; nothing allocates.
 #pragma once

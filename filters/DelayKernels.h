@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Combs and flangers: one fractional delay of a period of the pitch, read by cubic Hermite interpolation, with feedback
 // and a filter in the loop.
 //

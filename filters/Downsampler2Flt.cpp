@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/Downsampler2Flt.h"
 
 #include "filters/AllPass.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two-times rate change round the filter: a polyphase all-pass half-band filter, for one channel.
 //
 // Two branches of first-order all-pass sections t = (u - t') c + u', primes marking the sample before: branch A with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the set-up hands to the kernels: one block's constants, the same for both channels.
 #pragma once
 

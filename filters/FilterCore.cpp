@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/FilterCore.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter for one channel (S = float) or a left/right pair (S = dsp::Quad): type, coefficients, signal state, guard.
 //
 // Life: construction on a table set that outlives the filter; `setSampleRate`; `clear`; then blocks [audio]. The owner

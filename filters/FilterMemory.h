@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a filter remembers of its signal, for one channel (S = float) or a left/right pair (S = dsp::Quad).
 #pragma once
 

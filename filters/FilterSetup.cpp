@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/FilterSetup.h"
 
 #include <algorithm>

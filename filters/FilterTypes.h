@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The catalogue of filter types. Dispatch, texts, documents and tests read this one table.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Vowels: band-pass resonators side by side on the undriven input.
 //
 // Good at: the colour of a voice on anything that has overtones. Bad at: sounds without energy round the formants,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Formants of sung and spoken vowels, in hertz: measured singers' voices, speakers, and an abstract modern voice.
 #include "filters/FormantTables.h"
 

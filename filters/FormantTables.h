@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The vowels of the formant types, and the order in which a control walks through them.
 #pragma once
 

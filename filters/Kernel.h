@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of every kernel: one block's job, the input and output stages, and what is checked at a block's end.
 //
 // A kernel is a small class over the sample type: it takes coefficients and state to registers when it is made, turns

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ladders: four poles in a row with feedback round all of them.
 //
 // Good at: the round, singing resonance of one loop, and slopes of 6 to 24 dB from the same four poles. Bad at: lows,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Four floats that are worked on at once: the left and right channel of two branches, or of two bands.
 //
 // Arithmetic on `Quad` is lane by lane with the same rounding as on `float`, so a kernel written over its sample type

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Phasers: a chain of first-order all-passes with feedback round the chain, mixed with the plain signal.
 //
 // Good at: few wide notches that stand in no harmonic row, so they colour without a pitch; cheap, however low they

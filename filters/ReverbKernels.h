@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Networks of tuned delays: combs side by side, all-passes in a row, both together, and a low-pass that feeds back
 // through two delays. Delays are whole samples; all lines share one write position.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a kernel may compute with: one channel (`float`) or a left/right pair (`Quad`), through the same operations.
 //
 // A pair lives in the two low lanes of a `Quad`; the two high lanes hold exact zeros, which every kernel keeps, so they

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // State-variable filters: two integrators in a loop, which give low-pass, band-pass and high-pass at once. A stage
 // takes two steps a sample (`twoSteps`).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/StereoRateChange.h"
 
 #include <cmath>

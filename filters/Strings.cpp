@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/Strings.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as the short texts of value displays.
 #pragma once
 

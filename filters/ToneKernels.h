@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Equalisers, ring modulators, sample and hold, and the sub-harmonic enhancer.
 //
 // Equalisers are exact where they leave the signal flat, but their boost grows by the cube, most of it near the end of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One channel of the filter, at twice the host's rate, and the texts of its parameters.
 //
 // Life: construction on a table set that outlives the filter; `setSampleRate`; `clear`; then blocks [audio]. The owner

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "filters/VGlobalCoeffs.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A value that glides to its target by a one-pole step, with a tiny alternating offset against denormal numbers.
 #pragma once
 

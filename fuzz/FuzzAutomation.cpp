@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as an automation file: parsed, and its promises checked.
 #include <cmath>
 

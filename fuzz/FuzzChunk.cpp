@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes from a host's project into the effect: load, play, save, and load what was saved.
 #include <cstdint>
 #include <numeric>

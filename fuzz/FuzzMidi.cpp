@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a MIDI file: parsed, its promises checked, and written and read once more.
 #include "cli/files/MidiFile.h"
 #include "cli/files/MidiFileWriter.h"

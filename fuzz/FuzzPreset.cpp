@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A preset file: its chunk lies inside the file, and what is read of it is written and read again the same.
 #include <algorithm>
 #include <cmath>

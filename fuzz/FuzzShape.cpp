@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A shape file: any bytes give a graph that can be drawn and comes back from a file of its own, or are refused.
 #include <algorithm>
 #include <cmath>

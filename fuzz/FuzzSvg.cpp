@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An image's text: any bytes give a bitmap of a bounded size, or none.
 #include <cstdint>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the first inputs of the fuzz targets for stored states into folders below the one that it is given.
 #include <cstdlib>
 #include <filesystem>

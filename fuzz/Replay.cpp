@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entry of a fuzz target under an ordinary compiler: replays the files of the folders that it is given, then
 // mutated ones until twenty thousand are through or a second and a half is over. The same inputs, in the same order, on
 // every run.

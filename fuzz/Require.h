@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What must hold for every input; where it does not, the program stops there and then, so that the fuzzer keeps the
 // input.
 #pragma once

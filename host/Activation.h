@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in is active for as long as this lives, by whichever road the end comes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One block's channels, silent at first, and the pointers to them that process calls take.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one exception of the host library: a sentence that starts with the file it is about and says what was expected,
 // ready to be shown to a user. Never crosses a C callback.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Translation between MidiEvent and the event lists of the plug-in interface.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host's end of the interface: what a plug-in may ask of its host, and the facts the answers come from.
 //
 // Every Plugin owns one HostFacts and hangs it on the effect's record, where the callback finds it again. While the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a plug-in says to its host of its own accord. The program derives from HostListener to hear it; every function
 // does nothing by default.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in that plays live: blocks of any length, in real time, while its editor is used.
 //
 //   LiveStream stream(plugin, {.tempoBpm = 120.0}, 48000.0, 512);   // activates

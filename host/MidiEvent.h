@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One MIDI message and when it sounds, as both directions of the host library carry it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where instances (Plugin) come from: an entry function, in a VST 2 shared object that is mapped into the process or in
 // the process itself. A module must outlive its instances, which is why they share ownership of it.
 #pragma once

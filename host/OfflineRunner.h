@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Renders a stream of audio through a plug-in, faster than time, with parameter changes and MIDI at exact frames.
 //
 // Runs on the caller's thread and allocates; nothing here is meant for live audio. One runner takes one instance

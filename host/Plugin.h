@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One instance of a VST 2 plug-in, ours or anybody's, loaded or linked with the program.
 //
 // Life, in the order of calls:

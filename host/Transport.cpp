@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "host/Transport.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The song position of a host: constant tempo, 4/4, playing or stopped, with an optional loop.
 //
 // Counts whole frames and computes every other quantity from that count, so that nothing drifts however the blocks are

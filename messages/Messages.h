@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All that the plug-in says on standard error. The lines are for whoever develops it or wonders what a host asks of it;
 // users never see them, and nothing hangs on them. Each begins with a line break, so that it stands alone whatever the
 // host prints.

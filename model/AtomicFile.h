@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole files in one step: a reader gets all bytes or nothing, a writer leaves the old file or the new one, never a
 // part of either, whatever happens in between: a full disk, a crash, the end of the process. Not for the audio thread.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers in blocks of bytes, little-endian as stored states are and as the machines are that this builds for.
 //
 // A number that would reach beyond the block reads as 0 and is not written; readers check sizes first, so this is the

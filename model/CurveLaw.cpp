@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/CurveLaw.h"
 
 #include <cmath>

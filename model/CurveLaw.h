@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The curve law of a graph's segments, and the rendering of a whole graph into its table.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One of the twelve LFO graphs as plain values: a chain of points joined by curved segments.
 #pragma once
 

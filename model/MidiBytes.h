@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bytes of Standard MIDI Files, shared by all that read and write them: chunks, big-endian numbers, and numbers of
 // seven bits a byte. Pure, and safe for any bytes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversions that hold for any number, however wild: stored files and automation bring them all.
 #pragma once
 

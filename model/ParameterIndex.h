@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The numbers of everything the host and the editor can change: 0 to 69 are the host's automatable parameters, 70 to
 // 109 commands of the editor and notices to it. Hosts and presets store the numbers; they never move.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preset files (.fxp): a state chunk behind a header of 60 bytes, whose numbers are big-endian.
 #pragma once
 

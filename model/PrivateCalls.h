@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Modrift answers beyond what every plug-in does: vendor calls (effVendorSpecific), told apart by a tag of four
 // characters in the call's index. The program and the tests ask by the same tags.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shape files (.shp): one graph's points. Today's form has 2056 bytes and a mark; any other size is the form before it,
 // with points in pixels.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All that a project stores of the effect, as plain values: what chunks and presets are read into and written from.
 //
 // The fields have the names and the defaults of the effect's own; a fresh State is the state of a fresh effect.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state as the block of bytes that hosts keep in their projects and presets carry: little-endian, without a mark,
 // told apart by size. Today's layout is written; today's and the one before it are read, in every version.
 #pragma once

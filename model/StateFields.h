@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stored fields as one table: name, type, place in both layouts of the chunk, limits, access, and the parameter
 // that shows the field. Reader, writer, tests and the command line all work off it. A field that is added gets its
 // member in State.h and its row in StateLayout.h; with `shownBy` there, the effect's row of that parameter finds it,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layout of the stored bytes: one row a field. Internal to whoever needs the rows at compile time; all others ask
 // `stateFields`.
 #pragma once

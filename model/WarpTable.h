@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How many times faster than the clock a graph is read, by its warp parameter.
 #pragma once
 

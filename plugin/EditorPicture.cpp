@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugin/EditorPicture.h"
 
 #include "editor/shell/LFOGUI.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's picture without a display. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entry that hosts look for, and what puts effect and editor together.
 #include <memory>
 

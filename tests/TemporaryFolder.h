@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder of a test's own, gone after it, and texts in files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keeps the audio thread out while another thread rebuilds what a block reads; the audio thread itself never waits.
 //
 //   AudioGate::Block block(gate);   // [audio] announces "in a block"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A field that two threads touch.
 //
 // Costs what a plain aligned load or store costs. Reads and writes are relaxed: whoever needs "what I wrote before is

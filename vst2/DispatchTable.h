@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the frame serves opcodes: a table of rows, looked up by number.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The binary interface of VST 2.4: the records, opcodes and flags that a plug-in and its host exchange.
 //
 // Field order, widths and numbers are fixed by every host and plug-in in the field; names are the published ones, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pins the VST 2.4 records of 64-bit builds: one wrong byte here and no host understands us.
 #include <cstddef>
 #include <type_traits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's side of the VST 2.4 frame: what a host's editor opcodes reach. All calls come on the user-interface
 // thread, except `setParameter`, which comes on whatever thread changed the parameter.
 #pragma once

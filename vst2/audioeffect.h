@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The base of every effect: keeps the AEffect record that the host holds and leads its plain functions to virtuals.
 //
 // Life, all by the host: construction; `dispatcher(effOpen)`; sample rate and block size; `resume`; blocks; `suspend`;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "vst2/audioeffectx.h"
 
 #include "vst2/DispatchTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame's 2.x half: pins, names, events, host queries. Effects derive from this class.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's command line, from the arguments to the exit status.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Options and checks that several commands share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift edit`: a plug-in's editor in a window of its own, with sound running through the plug-in.
 #pragma once
 

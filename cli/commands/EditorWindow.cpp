@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/commands/EditorWindow.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that `modrift edit` puts round a plug-in's editor: an X11 window of a fixed size, as music programs make.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift` without arguments: shows what the plug-in does, with the loop that comes with it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift export-midi`: the cutoff's graph as a MIDI file, made by the plug-in itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command lines of `preset` and `shape`, the commands that work on stored files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift filters`: the filter types, as a list and as pictures of what they do.
 #pragma once
 

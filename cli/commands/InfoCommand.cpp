@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/commands/InfoCommand.h"
 
 #include <algorithm>

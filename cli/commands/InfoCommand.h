@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift info`: what a plug-in says of itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/commands/ModriftCalls.h"
 
 #include <fmt/core.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the program may ask of Modrift itself beyond what every host may ask of a plug-in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command lines of `wave` and `filters`, the commands that draw what they measure.
 #pragma once
 

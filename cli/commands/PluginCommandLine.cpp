@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/commands/PluginCommandLine.h"
 
 #include "cli/commands/CommonOptions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command lines of the commands that work with a plug-in: `render`, `export-midi`, `edit`, `screenshot`, `info`.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the program finds what belongs to it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift preset`: preset files shown, made and brought to the present version. One function a command, each in a file
 // of its own.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preset and shape files into a plug-in, before it plays, and its state into a preset file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/commands/RenderCommand.h"
 
 #include <algorithm>

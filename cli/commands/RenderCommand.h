@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift render`: audio files through a plug-in into audio files.
 #pragma once
 

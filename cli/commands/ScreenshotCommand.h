@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift screenshot`: Modrift's editor as a picture, without a display.
 #pragma once
 

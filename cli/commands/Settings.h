@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parameter values of the command line, "--set NAME|INDEX=VALUE".
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift shape`: shape files shown, made and drawn. One function a command, each in a file of its own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift wave`: an audio file as a picture of its waveform and spectrogram.
 #pragma once
 

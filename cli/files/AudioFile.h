@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Audio files in and out, through libsndfile.
 #pragma once
 

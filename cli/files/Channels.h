@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the channels of files and plug-ins meet.
 //
 // Stereo result (the usual case): left and right feed the first two inputs, a mono file feeds both; a plug-in with one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/files/InputFile.h"
 
 #include <array>

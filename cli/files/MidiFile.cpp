@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/files/MidiFile.h"
 
 #include <algorithm>

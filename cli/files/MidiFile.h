@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads Standard MIDI Files of format 0 and 1. The reader is our own because files come from anywhere: libsmf, the one
 // that Debian has, writes beyond its buffers on files with wrong lengths.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes MIDI messages as a Standard MIDI File of format 0.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A result on its way: written beside its target, renamed into place when it is whole, and otherwise removed. It is
 // model::FileDraft with the program's sentences.
 //

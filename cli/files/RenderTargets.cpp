@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/files/RenderTargets.h"
 
 #include <fmt/core.h>

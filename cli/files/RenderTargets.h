@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which result goes to which file, settled before anything is rendered.
 #pragma once
 

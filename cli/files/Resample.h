@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sample rate conversion of whole files, at the best quality of libsamplerate.
 #pragma once
 

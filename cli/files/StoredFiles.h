@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preset and shape files as values.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/pictures/FilterMeasurement.h"
 
 #include <algorithm>

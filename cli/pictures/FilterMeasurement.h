@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a filter type does to sound, measured on the running filter: at twice the host's rate as in the plug-in, in the
 // plug-in's ticks, with nothing before and behind it.
 #pragma once

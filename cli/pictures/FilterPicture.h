@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Levels over frequency as a PNG: one line for each setting, on a logarithmic axis from 20 Hz to 20 kHz.
 #pragma once
 

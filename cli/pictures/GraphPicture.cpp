@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/pictures/GraphPicture.h"
 
 #include <algorithm>

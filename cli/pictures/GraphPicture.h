@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One graph as a PNG: its curve as the plug-in plays it, its points, and a grid in quarters of the cycle and the
 // height.
 #pragma once

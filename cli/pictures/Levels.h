@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loudness figures of a piece of audio, for the summary lines.
 #pragma once
 

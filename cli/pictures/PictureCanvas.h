@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture in memory: flat rectangles on whole pixels, smooth lines, text that always fits and is always valid, cells
 // of colour, and the way into a PNG file. Internal to the files that draw pictures.
 #pragma once

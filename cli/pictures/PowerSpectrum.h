@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The power spectrum of a stretch of audio for one window length: what a spectrogram's columns are made of. Internal to
 // the files that measure for pictures. Make one for each window length, then for each column analyse() once and ask
 // levelDb() for each row.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the pictures of audio show, as numbers: the waveform column by column, and the spectrogram. A column is one
 // pixel of the time axis, a row one pixel of the frequency axis.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/pictures/WavePicture.h"
 
 #include <algorithm>

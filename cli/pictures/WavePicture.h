@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The waveform and the spectrogram of audio as a PNG, so that people can look at what a render did.
 //
 // One column, tracks stacked ("before" over "after"), all on one time axis, one amplitude scale and one colour scale,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two ways in which the program fails. Each carries one sentence of the form "FILE or OPTION: what was expected".
 #pragma once
 

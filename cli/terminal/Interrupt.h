@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A polite end on Ctrl-C and on a request to terminate: the work in progress is given up at its next step, unfinished
 // files are removed, and the process then dies of the signal, as shells expect.
 #pragma once

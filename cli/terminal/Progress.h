@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A bar on the terminal for work that takes over a second. Silent when the output is not a terminal.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tables on standard output.
 #pragma once
 

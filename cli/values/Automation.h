@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Automation files: which parameter takes which value at which beat.
 //
 //   beat, parameter, value        (a first line without numbers is a heading and optional)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/values/GraphText.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A graph's points as people write and read them: x as a fraction of the cycle, y from 0 at the bottom to 1 at the top.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/values/NearTexts.h"
 
 #include <algorithm>

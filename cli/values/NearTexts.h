@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which of many words a mistyped one may have meant.
 #pragma once
 

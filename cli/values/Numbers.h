@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers and blanks in texts that people write. Independent of the locale; throws nothing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finding a plug-in's parameter by what a user typed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A parameter's value as people write it: a plain number, or the text that the plug-in shows for it.
 #pragma once
 

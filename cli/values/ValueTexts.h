@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the texts that a plug-in shows back to the values that it shows them for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who the controls are and what they tell their listener by their values. The graph display's reports are in
 // editor/graph/GraphReports.h.
 #pragma once

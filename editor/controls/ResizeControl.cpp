@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/controls/ResizeControl.h"
 
 #include "editor/controls/ControlMessages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The corner of the window that is dragged to resize it. [ui]
 //
 // Reports to its listener by its value, which editor/controls/ControlMessages.h names: at each step of a drag, whose

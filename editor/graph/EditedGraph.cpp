@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edited graph's points: hits, the list, moves, curves.
 #include "editor/graph/EditedGraph.h"
 

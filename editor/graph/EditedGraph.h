@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The graph that is edited: its points in pixels, what is selected of them, and each edit that a gesture can make. It
 // knows neither views nor events, so that all of it can be tried without a window.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edited graph's selection: points in a rectangle or by their distance, and moving them.
 #include <algorithm>
 #include <cmath>

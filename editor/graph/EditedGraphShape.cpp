@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edited graph's shape: in stored units, and rendered.
 #include <algorithm>
 

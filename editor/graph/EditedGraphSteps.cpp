@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawing into the edited graph by segments: the grid cell under the pointer becomes a flat step.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/graph/GraphFlags.h"
 
 #include <initializer_list>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The flags of a graph's markers, in its picture.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small steps that all of the graph's files share: indexes, rounding, rectangles. Pure functions.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The grid on the graph: where its cells lie, for its picture, for snapping and for drawing by segments. Pure
 // functions.
 #pragma once

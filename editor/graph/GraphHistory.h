@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Undo and redo of graph edits, for each graph its own. [ui]
 //
 // States are in stored units, so that a history outlives a window and its size.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Moves graphs between the display and the effect. [ui]
 #pragma once
 

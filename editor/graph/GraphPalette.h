@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colours of the editor, by name: red, green, blue, alpha. A colour with several shades is an array of three.
 #pragma once
 

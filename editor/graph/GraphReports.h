@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the graph display tells its listener, by the value of the control.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one way between pixels of a graph on show and the units of stored graphs: X 0 to 65536, Y 0 to 1.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The scope behind the graph: from the effect's traces to one path each. [ui]
 #pragma once
 

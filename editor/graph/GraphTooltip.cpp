@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/graph/GraphTooltip.h"
 
 #include <algorithm>

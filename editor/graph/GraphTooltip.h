@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text beside a dragged point: where in the cycle it lies and how high. Pure functions.
 #pragma once
 

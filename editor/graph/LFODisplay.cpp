@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The graph display: construction, hover, grid size, undo.
 #include "editor/graph/LFODisplay.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The graph editor: the control on which the user draws the LFO graph that is shown.
 //
 // It is the edited graph on show: turns gestures into its edits, draws it, and reports each edit to its listener, which

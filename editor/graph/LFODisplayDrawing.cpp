@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The graph's picture. Grid and curve are painted into bitmaps when they change; each tick then takes these and paints
 // over them what moves, which is in LFODisplayOverlays.cpp.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files dropped on the graph: presets and shapes are loaded by the effect, as the browser has them loaded.
 #include <algorithm>
 #include <cctype>

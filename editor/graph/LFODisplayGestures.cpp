@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pointer's gestures: press, hover, drag, release. What they do to the graph is EditedGraph's.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Keys on the graph: undo and redo, deleting and nudging the selected points.
 #include "editor/graph/GraphReports.h"
 #include "editor/graph/LFODisplay.h"

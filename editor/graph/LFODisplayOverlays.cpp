@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is laid over the cached picture at each tick, and small marks for other controls.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code of the SVG parser, compiled once. The header expects these in front of it.
 #include <cmath>
 #include <cstdio>

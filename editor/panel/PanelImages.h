@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The eighteen vector images of the panel. [ui]
 #pragma once
 

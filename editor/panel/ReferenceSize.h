@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that all places and sizes of the panel are given for, in pixels. In a window of another size each of them
 // grows or shrinks with its own side.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/panel/SvgRender.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SVG text to bitmaps of the size that the window asks for. [ui]
 //
 // Parsed by nanosvg and painted through the toolkit's vector drawing: plain fills, then plain strokes, with butt caps

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/shell/AEffGUIEditor.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An editor of the host's kind on one frame of the widget layer: what the host asks goes to the frame, what the frame
 // asks goes to the effect and its host. [ui]
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's window: construction, opening and closing, the panel and its sizes, the timer's turns.
 #include "editor/shell/LFOGUI.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor of the effect: opens and closes its window as often as the host wishes, keeps what it shows in step with
 // the effect, and moves edits of the graph into it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What changed in the effect comes into view, at each turn of the host.
 #include "editor/graph/GraphLink.h"
 #include "editor/graph/GraphScope.h"

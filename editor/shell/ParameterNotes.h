@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What other threads leave for the user-interface thread: the last value of each index, and which are new.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "presets/generator/Application.h"
 
 #include "vst2/aeffect.h"

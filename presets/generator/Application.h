@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Brings a preset of the definitions into an effect, through the doors that hosts and the editor use.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The factory set as it stands in the definition files: one file a folder of the set, docs/presets.md has the format.
 //
 // `readShapes` and `readPresets` take one file's text each, `readFactorySet` a whole tree. What cannot be understood

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the set's files: all that the generator knows of their bytes is behind these two functions.
 //
 // Both throw `std::runtime_error` with the path when the file cannot be written.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The set as the tables of docs/presets.md.
 #pragma once
 

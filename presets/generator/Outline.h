@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws the outline of a shape from left to right and checks it; from lines, jumps and patterns to graph points.
 //
 // Places (X) and heights (Y) run from 0 to 1, 1 being the right end and the top. Start with `begin`, go on with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "presets/generator/Words.h"
 
 #include <algorithm>

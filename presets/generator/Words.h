@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of the definition files and what they stand for: parameters, rate steps, warps, filter types, lengths.
 //
 // Names are those that hosts show. Everything here is a pure function of text.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes the factory set from its definitions. Run by the build as
 //   modrift_factory DEFINITIONS OUTPUT     writes presets and shapes in their folders below OUTPUT
 //   modrift_factory DEFINITIONS --list     prints the tables of docs/presets.md

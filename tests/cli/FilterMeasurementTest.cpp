@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measured responses against what the types' names promise.
 #include <algorithm>
 #include <array>

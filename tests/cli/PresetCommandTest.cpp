@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // `modrift preset` and `modrift shape` as a process: what is stored comes back, in every form that files have had.
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program as a process in a folder of the test's own: exit status, what it printed, and the files that it left.
 #pragma once
 

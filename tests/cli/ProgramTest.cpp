@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program as a process, with a plug-in that is not ours: exit statuses, messages, and results on disk.
 #include <algorithm>
 #include <csignal>

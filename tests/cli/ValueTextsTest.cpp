@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From what people type to parameters and their values.
 #include <cmath>
 #include <fmt/core.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The picture's measurements at known signals, and that it is drawn, or refused, whatever comes.
 #include <cmath>
 #include <gtest/gtest.h>

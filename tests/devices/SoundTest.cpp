@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What plays live, without a device: the loop, and the silence that takes the place of a device that has gone.
 #include <atomic>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Edits of a graph, and its way to stored units; without a window.
 #include "tests/editor/Graphs.h"
 

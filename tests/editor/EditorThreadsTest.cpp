@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sound, automation and projects on threads of the host while the user draws. What it proves is mostly the thread
 // sanitizer's to say; without it, what is shown must be what sounds once all is quiet.
 #include <atomic>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How edits get from the display into the effect, and back.
 #include <filesystem>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which edits the pointer and the keys make of a graph, and how they can be undone. What an edit does is in
 // EditedGraphTest.cpp.
 #include "tests/editor/GraphWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the graph display looks like, compared with pictures beside this file. MODRIFT_RENEW_PICTURES=1 writes them
 // anew.
 #include <cairo.h>

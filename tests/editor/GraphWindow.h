@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The graph display in a window in memory, with an effect behind it; for the tests of the editor.
 #pragma once
 

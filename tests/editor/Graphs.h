@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Graphs to edit without a window, and what must hold of each, whatever was done to it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor as a host opens, resizes and closes it, on the platform in memory.
 #include <atomic>
 #include <cairo.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """A session of the graph editor in its window: events in, pictures and presets out."""
 import json
 import mmap

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """gestures.py PROGRAM FOLDER PICTURES: what real events make of a graph in a real window; see ./gestures."""
 import sys
 import time

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The gate between blocks and whoever rebuilds what they read.
 #include <atomic>
 #include <gtest/gtest.h>

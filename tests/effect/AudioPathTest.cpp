@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The audio path at exact numbers, with the filter off; what its formulas give in between is GoldenTest's.
 #include <algorithm>
 #include <cmath>

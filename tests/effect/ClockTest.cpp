@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edges of the clock: one sample at a known beat, and the position it reads. Expected positions are worked out by
 // hand from the cycle's length; what the formulas give in between is GoldenTest's.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the effect answers to its host, and the small helpers behind it.
 #include <gtest/gtest.h>
 #include <limits>

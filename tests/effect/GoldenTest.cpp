@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole effect, held bit for bit on every build: random settings, graphs, notes, song positions and block cuts. The
 // lines were written down by code that agreed, bit for bit, with a second and plain implementation of graphs, clock,
 // routing and audio path; where these tests differ, the other tests of this folder tell what is meant.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Graphs: the default, the curve law's ends, rendering of odd point chains, copy and paste, the warp table.
 #include <gtest/gtest.h>
 

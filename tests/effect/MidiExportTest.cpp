@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The MIDI file export: lengths, events, bytes, and what it leaves behind.
 #include <atomic>
 #include <cstring>

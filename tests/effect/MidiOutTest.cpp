@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The controller stream of the cutoff, its thinning and caps, and what shares the block's list with it.
 #include <gtest/gtest.h>
 

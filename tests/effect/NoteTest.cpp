@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Notes: what they start, open, set and choose, at which sample it is heard, and what passes by.
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parameter table: what a value that was set reads back as, names, points, commands, what the editor hears.
 #include <algorithm>
 #include <array>
@@ -115,7 +116,8 @@ TEST(ParameterNames, AreThoseThatHostsShow) {
                                 "F.On Off", "F.Drive",  "Smooth",   "In>Rerig", "In>Gate", "InVel>PW", "In>Rate",
                                 "LFOn>Fil", "LFOn>Res", "LFOn>Vol", "LFOn>Pan", "LFOn>Var"};
   std::vector<std::string> names(std::begin(kFirst), std::end(kFirst));
-  for (int g = 1; g <= model::kGraphs; ++g) names.push_back(std::string("Warp ") + (g < 10 ? "0" : "") + std::to_string(g));
+  for (int g = 1; g <= model::kGraphs; ++g)
+    names.push_back(std::string("Warp ") + (g < 10 ? "0" : "") + std::to_string(g));
   names.insert(names.end(), {"LFO Depth", "VF Var", "VF Mix", "Timing"});
   for (int p = 0; p < kAutomatedPoints / 3; ++p) {
     names.push_back("Point Y" + std::to_string(p));

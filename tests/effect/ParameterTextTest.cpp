@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words that hosts and the editor show of the parameters, and those of a value that is passed in.
 #include <gtest/gtest.h>
 #include <limits>

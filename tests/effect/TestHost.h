@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A tiny VST host for tests, and a rig that owns one effect with its host and plays blocks through it.
 // The host answers from fields that a test sets and writes down what the effect reports. Effects find their host
 // through the `user` field of their record, which the rig fills; while a constructor runs nobody knows the record yet,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings, positions and graphs far beyond any sense: blocks end, output is finite, indices are inside the tables (the
 // sanitizer build watches those).
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a musician expects of the filter types, measured from the running filter: corners, slopes, peaks, pitches,
 // decay.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signals and settings for tests of the filter bank.
 #pragma once
 

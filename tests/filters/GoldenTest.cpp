@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sound of each type, held bit for bit on every build: settings that sweep, settings that jump, and one filter that
 // goes from type to type. A line of a golden file has a name, a checksum of all samples, and a share of the samples
 // themselves, so that a difference shows where it begins. After a wanted change:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The filter of the audio path, which takes left and right at once, against two single channels.
 #include <cstring>
 #include <gtest/gtest.h>

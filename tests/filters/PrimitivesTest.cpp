@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bank's parts on their own: second-order sections, the glide, numbers as texts, the catalogue's texts.
 #include <functional>
 #include <gtest/gtest.h>

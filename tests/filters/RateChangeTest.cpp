@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two-times rate change: levels, images, and the stereo form against two mono objects.
 #include <cmath>
 #include <gtest/gtest.h>

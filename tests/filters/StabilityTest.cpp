@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever a host sends and however the graphs jump: output is finite, a channel that broke comes back, and the other
 // one never notices.
 #include <gtest/gtest.h>

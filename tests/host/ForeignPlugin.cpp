@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/host/ForeignPlugin.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in written straight against the binary interface: out = in x "Gain" + "Offset", and a third parameter
 // "Offbeat" that is the number of a signal to raise in the next block. Its record's `object` is one of these: tests
 // look into it, and give it the bad manners of plug-ins in the field.

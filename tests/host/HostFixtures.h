@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Short ways to the test plug-in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plug-in that plays live, in blocks of any length.
 #include <gtest/gtest.h>
 #include <numeric>

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Puts a stereo region on the only audio track of an Ardour 7 session, at its start, and sets the session's range.
 
   ardour_region.py SESSION.ardour STEREO.wav

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stands in for the ALSA sequencer on machines whose kernel has none, so that hosts that insist on one start without
 // it. It takes every request and never delivers an event.
 //

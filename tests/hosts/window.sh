@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Sourced by the checks of the editor in real hosts: an X server and an audio server of their own, windows found by their
 # titles, and all that is done to the editor, which is the same in every host.

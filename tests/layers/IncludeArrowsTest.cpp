@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which folder may include which: the arrows of docs/architecture.md, compared with every #include of the sources.
 // The compiler cannot see this, since all folders share one include path.
 

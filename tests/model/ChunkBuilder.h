@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A state chunk as bytes to write into by hand: what a project of any version may hold.
 #pragma once
 

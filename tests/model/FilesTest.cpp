@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preset and shape files as bytes, and files that are written in one step.
 #include <csignal>
 #include <filesystem>

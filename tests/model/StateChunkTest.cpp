@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state chunk: where everything lies, both layouts there and back, what each version means, hostile bytes.
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bundle as hosts find it: its files, what the shared object exports and needs, and the entry's manners.
 #include <array>
 #include <cstdio>

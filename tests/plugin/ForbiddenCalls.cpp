@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/plugin/ForbiddenCalls.h"
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counts what an audio thread must not do: this program's own malloc, mutexes, waits and streams stand in front of the
 // system's.
 #pragma once

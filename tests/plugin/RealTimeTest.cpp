@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shared object on the audio thread: no allocation, no lock, no wait, no word, no system call.
 #include <array>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // scripts/presets: brings the built set to the user and leaves alone what is the user's.
 #include <cstdlib>
 #include <gtest/gtest.h>

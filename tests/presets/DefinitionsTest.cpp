@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The definition files' format: what lines mean, and where faults are reported.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The set as a whole: what the build made of it, and the page that lists it.
 #include <algorithm>
 #include <filesystem>

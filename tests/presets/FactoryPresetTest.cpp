@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every preset of the factory set: moves as its definition says, is heard, and does not clip.
 #include <algorithm>
 #include <cctype>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/presets/Motion.h"
 
 #include <algorithm>

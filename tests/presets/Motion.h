@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The factory set, as its definitions say it and as the build made it, and a measurement of its presets: what moves,
 // how far and how often.
 #pragma once

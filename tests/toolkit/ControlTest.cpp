@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What controls hold and report.
 
 #include <gtest/gtest.h>

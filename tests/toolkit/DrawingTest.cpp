@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What lands on the pixels.
 
 #include <cairo.h>

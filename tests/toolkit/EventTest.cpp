@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the pointer, drags and keys reach the views.
 
 #include <gtest/gtest.h>

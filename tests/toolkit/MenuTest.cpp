@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus: their items, and the popup under pointer and keyboard.
 
 #include <gtest/gtest.h>

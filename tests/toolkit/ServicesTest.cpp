@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text field, file selector and the parts of a dialog.
 
 #include <gtest/gtest.h>

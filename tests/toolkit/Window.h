@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A frame in memory with what its views report; for the tests of the toolkit.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame by itself, with a small effect and editor of the test's own that write down what reaches them.
 #include <gtest/gtest.h>
 #include <stdexcept>

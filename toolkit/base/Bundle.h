@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder that holds this plug-in's code and resources. [ui]
 #pragma once
 

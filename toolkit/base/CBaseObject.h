@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reference counting and messages. [ui]
 //
 // A new object has a count of 1, which belongs to whoever made it; `remember` adds one, `forget` gives one back and

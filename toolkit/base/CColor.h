@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A colour of four bytes, not premultiplied.
 #pragma once
 

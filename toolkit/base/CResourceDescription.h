@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names a resource of the bundle by number or by file name.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts in UTF-8, as the platform's text drawing takes them. [ui]
 #pragma once
 

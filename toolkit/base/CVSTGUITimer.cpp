@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/base/CVSTGUITimer.h"
 
 #include <algorithm>

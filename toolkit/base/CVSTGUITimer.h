@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls its target at a steady period. [ui]
 #pragma once
 

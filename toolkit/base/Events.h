@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What mouse and keyboard events carry, and what their handlers answer.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Points, rectangles and affine transforms. Units are those of the frame: one unit is one pixel at scale factor 1.
 #pragma once
 

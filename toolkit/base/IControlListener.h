@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who is told what the user does with a control. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a drag carries. [ui]
 #pragma once
 

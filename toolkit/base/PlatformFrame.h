@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The border to the window system. [ui]
 //
 // One implementation per window system: toolkit/x11 and toolkit/headless. All rectangles and points are in frame units

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The timers of a platform that has none of its own: it asks what is due and fires it. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/base/Utf8.h"
 
 #include <glib.h>

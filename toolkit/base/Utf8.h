@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one encoding of all texts here.
 #pragma once
 

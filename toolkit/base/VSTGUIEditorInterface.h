@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a frame asks of the editor that owns it. [ui]
 #pragma once
 

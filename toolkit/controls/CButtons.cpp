@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/CButtons.h"
 
 #include "toolkit/drawing/CDrawContext.h"

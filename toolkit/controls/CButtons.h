@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Buttons drawn with a bitmap of stacked images: released (or off) on top, pressed (or on) below. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/CControl.h"
 
 #include <algorithm>

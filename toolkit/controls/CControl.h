@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A view with a value and a listener.
 //
 // [ui] but setValue, getValue, setDirty and isDirty, which any thread may call: they write and read one aligned value

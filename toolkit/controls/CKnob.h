@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A knob that is turned by dragging, in the way that the editor's knob mode says. [ui]
 #pragma once
 

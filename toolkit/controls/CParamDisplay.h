@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shows its value, or any text, in one line. [ui]
 #pragma once
 

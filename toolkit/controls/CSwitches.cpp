@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/CSwitches.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Steppers and rows of positions, drawn with a bitmap of stacked images from minimum to maximum. [ui]
 #pragma once
 

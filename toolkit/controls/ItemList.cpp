@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/ItemList.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list of items, one a row, that scrolls and in which one or several are selected, by mouse and by keys. [ui]
 #pragma once
 

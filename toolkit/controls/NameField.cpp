@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/NameField.h"
 
 #include "toolkit/controls/ThemeDrawing.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A line for typing a name in a dialog; has a text field while it has the focus. [ui]
 #pragma once
 

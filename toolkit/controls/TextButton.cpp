@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/TextButton.h"
 
 #include "toolkit/controls/ThemeDrawing.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A button with a title in a dialog: pressed when the left button goes down and up on it. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/TextLine.h"
 
 #include "toolkit/controls/ThemeDrawing.h"

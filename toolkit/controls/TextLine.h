@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One line of text in a dialog. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/controls/ThemeDrawing.h"
 
 #include "toolkit/drawing/CDrawContext.h"

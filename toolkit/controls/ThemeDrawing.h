@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the toolkit's own parts of a dialog draw with: boxes and lines of text in the colours of `Theme`. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures in memory. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/drawing/CDrawContext.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws lines, shapes, pictures and text on a surface. [ui]
 //
 // Coordinates are those of the view that draws: its parent's, whose origin the container sets. Everything is cut to the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inside of a draw context. Internal to the files that implement it.
 #pragma once
 

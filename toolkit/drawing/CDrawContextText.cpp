@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text, laid out by pango in the nearest faces that fontconfig knows.
 
 #include <cmath>

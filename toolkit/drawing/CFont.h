@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fonts by name, size and style. [ui]
 //
 // Names are those of the drawings; fontconfig finds the machine's nearest face of the same widths.

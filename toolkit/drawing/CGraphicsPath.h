@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Outlines of lines and Bézier curves, and the gradients that fill them. [ui]
 #pragma once
 

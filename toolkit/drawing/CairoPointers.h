@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Owners of what cairo gives, for the folders that keep pictures of their own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How lines, shapes and texts are drawn.
 #pragma once
 

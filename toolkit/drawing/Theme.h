@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colours of what the toolkit draws by itself: menus, dialogs and the file browser.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Images kept as SVG text: read once from the bundle, painted anew for each size of the window. [ui]
 //
 // The split is that of bitmaps: CTarnelSVG is what the editor holds, IPlatformSVG the text behind it, CGSVG the one

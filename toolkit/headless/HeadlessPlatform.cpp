@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/headless/HeadlessPlatform.h"
 
 #include <cassert>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A platform in memory: no display, injected events, virtual time. [ui]
 //
 //   HeadlessPlatform platform;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/popups/CNewFileSelector.h"
 
 #include "toolkit/views/CFrame.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets the user choose a file. [ui]
 #pragma once
 

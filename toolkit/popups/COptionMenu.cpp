@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/popups/COptionMenu.h"
 
 #include <algorithm>

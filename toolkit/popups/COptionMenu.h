@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus: a display that opens a popup of items and sub-menus. [ui]
 //
 // A left press opens the popup and returns; once an item is chosen the menu under the pointer at the start reports it:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/popups/FileBrowser.h"
 
 #include "toolkit/base/Utf8.h"

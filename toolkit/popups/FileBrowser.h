@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file selector drawn by the toolkit, for systems that have none of their own. [ui]
 //
 //   FileBrowser browser(request);

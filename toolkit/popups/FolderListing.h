@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a folder holds, for choosing among it; knows nothing of views.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/popups/MenuPopup.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The popup of a menu while it is open: layout, drawing, pointer, keyboard. Internal to `COptionMenu`. [ui]
 //
 // Each open menu is a level with a popup window of its own; the first is the menu's, each further one a sub-menu of the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A frame's life, its window, focus, popups and painting. Events are in CFrameEvents.cpp.
 #include "toolkit/views/CFrame.h"
 

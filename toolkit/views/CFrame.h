@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The top view: stands in the host's window, routes events to the views and repaints them. [ui]
 //
 //   auto* frame = new CFrame(size, editor);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How events of the window reach the views.
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/views/COffscreenContext.h"
 
 #include "toolkit/views/CFrame.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A draw context with a bitmap of its own, at the device's resolution. [ui]
 #pragma once
 

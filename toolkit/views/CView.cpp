@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/views/CView.h"
 
 #include "toolkit/drawing/CDrawContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything on screen. [ui] but setDirty and isDirty, which any thread may call.
 //
 // A view's rectangle, the points of its events and what it draws are in the coordinates of its parent, whose top left

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/views/CViewContainer.h"
 
 #include <algorithm>

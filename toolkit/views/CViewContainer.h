@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A view that holds others. The one added last is on top. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a frame knows of those who use its window for a while: a popup that gets all of its events, and guests that must
 // hear when the window goes. Both are made further up; the frame only speaks to them through these. [ui]
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a view with the focus shows it.
 #pragma once
 

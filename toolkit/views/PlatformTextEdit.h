@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A single-line text field over a view, and what it asks of the view's owner. [ui]
 //
 // `CFrame::createPlatformTextEdit` opens one and gives it the keyboard; it closes when it is forgotten.

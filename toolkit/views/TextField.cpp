@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/views/TextField.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The single-line text field that a frame shows over its views. Internal to the frame. [ui]
 //
 // Positions are bytes of the UTF-8 text, on the borders of characters.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The toolkit's own file browser in a window of its own.
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the state and the button of an X event mean in the button word. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A window's picture: drawn in memory, brought to the window in the rectangles that changed. [ui]
 #pragma once
 

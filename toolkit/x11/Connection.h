@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One connection to the X server, and what is asked of it once: screen, names, cursors, scale. [ui]
 //
 // Each frame has a connection of its own: when it closes, the server itself takes back all windows, grabs and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drag and drop between programs, by the XDND protocol, version 5. [ui]
 #pragma once
 

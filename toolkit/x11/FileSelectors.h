@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the user chooses files: the desktop's own dialog where there is one, else one of ours. [ui]
 //
 // Asked in this order: the desktop portal over D-Bus; `zenity` or `kdialog` as a child process; a browser drawn by the

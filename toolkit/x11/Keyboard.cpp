@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/x11/Keyboard.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a key event means under the user's keyboard layout. [ui]
 #pragma once
 

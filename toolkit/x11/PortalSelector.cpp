@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The desktop portal's file chooser, over a connection of its own to the session bus.
 
 #include <array>

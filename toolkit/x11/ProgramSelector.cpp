@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A dialog program as a child process, whose output is read when something has come.
 
 #include <algorithm>

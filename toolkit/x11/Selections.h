@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Selections, which carry clipboard and drags: giving data to other programs and asking them for theirs. [ui]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One window in the host's window, with its popups, clipboard, drags and file selectors. [ui]
 //
 // The files: X11Frame.cpp has its life, size, painting, popups and services; X11FrameEvents.cpp what events do.

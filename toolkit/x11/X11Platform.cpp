@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "toolkit/x11/X11Platform.h"
 
 #include <cassert>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform under X11: windows in the windows of a host. [ui]
 //
 //   X11Platform platform;

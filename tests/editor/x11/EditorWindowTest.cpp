@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor in the window of a host on a real screen: opened, resized and closed as hosts and users do it, also at the
 // worst moments.
 #include <algorithm>

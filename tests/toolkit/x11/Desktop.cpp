@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/toolkit/x11/Desktop.h"
 
 #include <array>

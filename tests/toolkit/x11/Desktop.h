@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A display of its own for each test, the window of a host on it, and a user at mouse and keyboard.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A frame of 200 by 100 in the host's window, filled by a view that writes down its events.
 #pragma once
 

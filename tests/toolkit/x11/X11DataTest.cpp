@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What passes between programs: clipboard, drags, chosen files.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Menus in popup windows, by mouse and by keys.
 
 #include <xkbcommon/xkbcommon-keysyms.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Real windows on a real server: mouse, keys, sizes, and what happens when windows or the server go away.
 
 #include <array>
