@@ -93,6 +93,7 @@ void storeField(LfoDSP& effect, int, double value) {
 struct Row : ParameterRow {
   int count = 1;  // parameters of a family, and how far their numbers are apart
   int apart = 1;
+  bool keepsField = false;  // it has `load` and `store`; sanitizers don't let compilers ask functions' addresses
 
   [[nodiscard]] consteval Row sets(decltype(set) function) const {
     Row row = *this;
@@ -120,6 +121,7 @@ struct Row : ParameterRow {
     Row row = *this;
     row.load = loader;
     row.store = storer;
+    row.keepsField = true;
     return row;
   }
   template <auto Field>

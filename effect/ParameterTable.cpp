@@ -105,14 +105,17 @@ consteval void countUp(std::array<char, 12>& name) {
 
 consteval std::array<ParameterRow, kParameterRows> spread() {
   std::array<ParameterRow, kParameterRows> rows{};
+  std::array<bool, kParameterRows> taken{};
   for (int i = 0; i < kParameterRows; ++i) rows[static_cast<std::size_t>(i)].index = i;
   for (const Row& declared : kDeclared) {
     ParameterRow row = declared;
     for (int n = 0; n < declared.count; ++n, row.index += declared.apart) {
-      ParameterRow& place = rows.at(static_cast<std::size_t>(row.index));
+      const auto place = static_cast<std::size_t>(row.index);
+      if (taken.at(place)) throw "a number with two rows";  // which then does not compile
+      taken[place] = true;
       if (n > 0) countUp(row.name);
       row.stored = model::fieldShownBy(row.index);
-      place = row;
+      rows[place] = row;
     }
   }
   return rows;
@@ -122,22 +125,18 @@ constexpr std::array<ParameterRow, kParameterRows> kParameters = spread();
 
 static_assert(std::ranges::adjacent_find(kDeclared, std::ranges::greater_equal{}, &Row::index) == kDeclared.end());
 
-consteval bool noNumberHasTwoRows() {
-  const auto isUsed = [](const ParameterRow& row) { return row.set || row.text || row.load; };
-  int declared = 0;
-  for (const Row& row : kDeclared) declared += row.count;
-  return std::ranges::count_if(kParameters, isUsed) == declared;
+consteval bool isKept(int number) {
+  for (const Row& row : kDeclared)
+    for (int n = 0; n < row.count; ++n)
+      if (row.index + n * row.apart == number) return row.keepsField;
+  return false;
 }
-static_assert(noNumberHasTwoRows());
 
 // A field that the layout calls a parameter's is kept by the row of that parameter.
 consteval bool rowsKeepAllFieldsOfTheirs() {
-  for (const model::Field& field : model::kStateFields) {
-    for (int i = 0; field.parameter >= 0 && i < field.count; ++i) {
-      const ParameterRow& row = kParameters.at(static_cast<std::size_t>(field.parameter + i));
-      if (!row.load || !row.store) return false;
-    }
-  }
+  for (const model::Field& field : model::kStateFields)
+    for (int i = 0; field.parameter >= 0 && i < field.count; ++i)
+      if (!isKept(field.parameter + i)) return false;
   return true;
 }
 static_assert(rowsKeepAllFieldsOfTheirs());
