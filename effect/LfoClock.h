@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 
 #include "effect/Helpers.h"
 
@@ -15,6 +16,7 @@ inline constexpr double kSongWrapBeats = 64.0;    // the longest cycle
 inline constexpr double kDottedFactor = 1.33333;  // not 4/3: rounding it moves every dotted cycle
 inline constexpr double kTripletFactor = 1.5;
 inline constexpr double kDividerScale = 0.00390625;  // 1/256: the divider that makes a quarter beat's cycle
+inline constexpr double kFastestFreeHz = 440.0;      // of the free clock, at a rate of 1
 inline constexpr double kSlowestIncrement = 1e-11;   // cycles a sample; the free clock never stops for good
 inline constexpr double kFastestIncrement = 1e12;    // far beyond hearing; keeps wild rates finite
 inline constexpr double kOneShotEnd = 0.9999999999999;
@@ -27,6 +29,11 @@ inline constexpr float kRateSteps = 42.0f;
   if (!triplet && step % 3 == 2) --step;
   if (!dotted && step % 3 == 1) --step;
   return step;
+}
+
+// The rate in the middle of a step, so that no rounding moves it to its neighbour.
+[[nodiscard]] constexpr float middleOfRateStep(std::size_t step) noexcept {
+  return (static_cast<float>(step) + 0.5f) / kRateSteps;
 }
 
 // A cycle takes 64 / divider beats.

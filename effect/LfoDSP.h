@@ -38,7 +38,6 @@
 
 inline constexpr VstInt32 kVendorVersion = MODRIFT_VERSION_NUMBER;
 inline constexpr int kHostParameters = 70;
-inline constexpr float kTuningHz = 440.0f;   // of A4, the pitch that cutoffs count from
 inline constexpr int kAutomatedPoints = 24;  // values of the first graph's first eight points: Y, X, curve each
 inline constexpr int kLongestBlock = 16384;  // frames of the crossover's aside buffers
 

@@ -6,6 +6,12 @@
 #include <atomic>
 #include <vector>
 
+namespace filters {
+
+inline constexpr float kTuningHz = 440.0f;  // of A4, the pitch that cutoffs count from
+
+}  // namespace filters
+
 struct VGlobalCoeffs {
   static constexpr int kEntries = 24576;
   static constexpr int kNoteZero = 8192;  // the entry of MIDI note 0

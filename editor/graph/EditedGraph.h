@@ -34,9 +34,10 @@ struct MultiSelectPoint {
 
 namespace editor {
 
-inline constexpr int kEditedPoints = 64;              // points of a graph in the editor at most
-inline constexpr double kEditedStraight = 0.4999998;  // curve of a segment that was made straight by an edit
-inline constexpr std::size_t kDisplayTable = 65546;   // entries of the display's tables; the last ten are spare
+inline constexpr int kEditedPoints = model::kStoredSlots;  // points of a graph in the editor at most
+inline constexpr double kEditedStraight = 0.4999998;       // curve of a segment that was made straight by an edit
+inline constexpr std::size_t kDisplayTable =
+    model::kGraphTableSize + 10;  // entries of the display's tables; ten to spare
 
 // Of a curve handle whose segment is too short to have one.
 inline constexpr VSTGUI::CRect kNoHandle{-1, -1, -1, -1};
