@@ -19,7 +19,6 @@ using editor::wholePixels;
 
 namespace {
 
-constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr CDrawMode kSharp{kAliasing | kNonIntegralMode};
 
 int pixelColumn(double x) { return static_cast<int>(x + 0.5); }
@@ -130,7 +129,7 @@ void LFODisplay::plotWave(CDrawContext* /*context*/) {
 
 void LFODisplay::drawLFOEdit(CDrawContext* context, int columns) {
   context->setFrameColor(LFOLineColor);
-  context->setDrawMode(kSmooth);
+  context->setDrawMode(kSmoothMode);
   const double bend = (static_cast<double>(pwmValue) - 0.5) * 1.992;
   effect::ClockSettings clock;  // the law that plays the graph
   clock.pwmAmount = std::abs(bend);
@@ -156,7 +155,7 @@ void LFODisplay::fillCurve(CDrawContext& context, int columns) const {
   path->addLine({right, points[at(lastPoint)].y});
   path->addLine({right, getHeight()});
   path->addLine({0, getHeight()});
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   const auto gradient = Counted<CGradient>::adopt(path->createGradient(0.0, 1.0, LFO_BG_G1, LFO_BG_G2));
   context.fillLinearGradient(path, *gradient, {getWidth() / 2, 0}, {getWidth() / 2, getHeight()});
   strokeOnPixels(context, path);
@@ -186,14 +185,14 @@ void LFODisplay::strokeOutline(CDrawContext& context, int columns) const {
   for (int i = 1; i < columns; ++i) path->addLine(curvePolyline[at(i)]);
   path->addLine({curvePolyline[at(columns)].x, points[at(lastPoint)].y});
   context.setFrameColor(LFOLineColor);
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   strokeOnPixels(context, path);
 }
 
 // --- Handles
 
 void LFODisplay::drawEnvStuff(CDrawContext* context) {
-  context->setDrawMode(kSmooth);
+  context->setDrawMode(kSmoothMode);
   context->setFrameColor(kWhiteCColor);
   context->setFillColor(LFOBgLinesBright);
   context->setLineWidth(1.0);

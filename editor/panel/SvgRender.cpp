@@ -17,7 +17,6 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr CDrawMode kSmooth = kNonIntegralMode | kAntiAliasing;
 // The largest bitmap: the background of a window of 8000 by 8000 passes.
 constexpr double kMostPixels = 8192.0 * 8192.0;
 // Pixels from the origin; far beyond, the fixed-point numbers of the drawing library wrap round.
@@ -92,7 +91,7 @@ COffscreenContext* createContext(CFrame* frame, double width, double height) {
   const double wholeHeight = std::trunc(height + 0.5);
   if (!(wholeWidth * wholeHeight <= kMostPixels)) return nullptr;  // nor what is not a number
   auto* context = COffscreenContext::create(frame, wholeWidth, wholeHeight, 1.0);
-  if (context) context->setDrawMode(kSmooth);
+  if (context) context->setDrawMode(kSmoothMode);
   return context;
 }
 
