@@ -10,6 +10,7 @@
 #include "effect/ParameterTable.h"
 #include "model/CurveLaw.h"
 
+using namespace model;
 using namespace effect;
 
 namespace bench {

@@ -9,6 +9,8 @@
 #include "bench/Subjects.h"
 #include "effect/ParameterTable.h"
 
+using namespace model;
+
 namespace bench {
 namespace {
 

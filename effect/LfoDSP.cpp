@@ -165,7 +165,7 @@ bool LfoDSP::getVendorString(char* text) {
 
 bool LfoDSP::getProductString(char* text) { return getEffectName(text); }
 
-VstInt32 LfoDSP::getVendorVersion() { return kVendorVersion; }
+VstInt32 LfoDSP::getVendorVersion() { return effect::kVendorVersion; }
 
 VstPlugCategory LfoDSP::getPlugCategory() { return kPlugCategEffect; }
 

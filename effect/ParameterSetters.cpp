@@ -162,8 +162,8 @@ enum class PointValue { y, x, curve };
 
 struct PointParameter {
   explicit PointParameter(int index)
-      : point((index - kPoint1) / 3),
-        value(static_cast<PointValue>((index - kPoint1) % 3)),
+      : point((index - kPoint1) / kNumbersOfPoint),
+        value(static_cast<PointValue>((index - kPoint1) % kNumbersOfPoint)),
         pending(static_cast<std::size_t>(index - kPoint1)) {}
   int point;
   PointValue value;

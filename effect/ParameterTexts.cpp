@@ -295,7 +295,7 @@ void currentWarpText(const LfoDSP& effect, int, char* text) { warpText(effect, k
 
 namespace {
 
-int pointOf(int index) noexcept { return (index - kPoint1) / 3; }
+int pointOf(int index) noexcept { return (index - kPoint1) / kNumbersOfPoint; }
 
 }  // namespace
 

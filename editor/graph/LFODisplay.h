@@ -32,8 +32,7 @@ class LfoDSP;
 
 namespace editor {
 
-inline constexpr int kFirstCurveHandle = 65;    // codes of `pressedPoint`: 65 + s is the curve handle of segment s
-inline constexpr int kAutomatedPointCount = 8;  // of graph 1, with the curves before them
+inline constexpr int kFirstCurveHandle = 65;  // codes of `pressedPoint`: 65 + s is the curve handle of segment s
 
 }  // namespace editor
 

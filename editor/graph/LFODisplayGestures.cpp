@@ -4,12 +4,12 @@
 
 #include "editor/graph/GraphReports.h"
 #include "editor/graph/LFODisplay.h"
+#include "model/ParameterIndex.h"
 #include "toolkit/views/CFrame.h"
 
 using namespace model;
 using namespace VSTGUI;
 using editor::at;
-using editor::kAutomatedPointCount;
 using editor::kFirstCurveHandle;
 using editor::Stretch;
 using editor::wholePixels;

@@ -6,6 +6,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 constexpr float kCentreGain = 1.0003273f;  // the pan law in the middle; never bypassed

@@ -20,6 +20,8 @@
 #include "model/PrivateCalls.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 struct Setting {
@@ -196,7 +198,7 @@ class Performance {
   void betweenBlocks(bool first, int frames) {
     const int turn = random_.below(4);
     if (first || turn == 0) changeSettings();
-    for (int n = 0; !first && turn == 1 && n < 6; ++n) set(kPoint1 + random_.below(kAutomatedPoints), value());
+    for (int n = 0; !first && turn == 1 && n < 6; ++n) set(kPoint1 + random_.below(kPointParameters), value());
     if (random_.below(8) == 0) resume();
     if (random_.below(12) == 0) reloadState();
     if (setting_.notes) sendNotes(frames);

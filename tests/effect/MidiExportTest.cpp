@@ -12,6 +12,7 @@
 #include "effect/ControllerFile.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
 using namespace effect;
 
 namespace {
