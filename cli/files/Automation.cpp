@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/values/Automation.h"
+#include "cli/files/Automation.h"
 
 #include <algorithm>
 #include <array>
