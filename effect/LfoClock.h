@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The clock that reads the graphs: one read position from 0 to 1, moved on once a sample.
+// The clock that reads the graphs: one read position from 0 to 1, moved on once per sample.
 //
 // `ClockSettings` is read off the parameters once a block, `ClockState` lives from sample to sample; both are
 // plain values, so the sample loop keeps them in registers.
@@ -17,7 +17,7 @@ inline constexpr double kDottedFactor = 1.33333;  // not 4/3: rounding it moves 
 inline constexpr double kTripletFactor = 1.5;
 inline constexpr double kDividerScale = 0.00390625;  // 1/256: the divider that makes a quarter beat's cycle
 inline constexpr double kFastestFreeHz = 440.0;      // of the free clock, at a rate of 1
-inline constexpr double kSlowestIncrement = 1e-11;   // cycles a sample; the free clock never stops for good
+inline constexpr double kSlowestIncrement = 1e-11;   // cycles per sample; the free clock never stops for good
 inline constexpr double kFastestIncrement = 1e12;    // far beyond hearing; keeps wild rates finite
 inline constexpr double kOneShotEnd = 0.9999999999999;
 
@@ -54,7 +54,7 @@ struct ClockSettings {
   double cyclesPerBeat = 0.0;
   double beatsPerSample = 0.0;
   double oneShotLength = 0.0;                // beats
-  double freeIncrement = kSlowestIncrement;  // cycles a sample
+  double freeIncrement = kSlowestIncrement;  // cycles per sample
   double phase = 0.0;
   double swing = 0.5;        // share of a pair of cycles that the first one takes
   double swingFirst = 2.0;   // 1 / swing, a float's value

@@ -294,7 +294,7 @@ class LfoDSP : public AudioEffectX {
   void readGraphs(double position) noexcept;
   [[nodiscard]] effect::GraphReader graphReader(int g) const noexcept;
 
-  // `track`: the clock's positions in the tick, one a sample for as long as it moved.
+  // `track`: the clock's positions in the tick, one per sample for as long as it moved.
   void playTick(const Slice& slice, int start, effect::TickBuffer& tick, int frames) noexcept;
   [[nodiscard]] bool gainsRest() const noexcept;
   void applyGains(effect::TickBuffer& tick, int frames, std::span<const double> track) noexcept;

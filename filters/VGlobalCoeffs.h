@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The tables from which every filter type takes its coefficients: 64 steps a semitone for pitch, the same index for
+// The tables from which every filter type takes its coefficients: 64 steps per semitone for pitch, the same index for
 // resonance. One set serves all channels; it is read-only after `init`.
 #pragma once
 

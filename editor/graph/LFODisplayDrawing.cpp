@@ -206,7 +206,7 @@ std::optional<CColor> LFODisplay::weightColor(int point) const {
   if (!selectionActive && !marqueeActive) return std::nullopt;
   const auto entry = std::ranges::find(selection, point, &MultiSelectPoint::index);
   if (entry == selection.end()) return std::nullopt;
-  const float weight = entry->weight > 0.0f ? entry->weight : 0.0f;  // one that is no number too
+  const float weight = entry->weight > 0.0f ? entry->weight : 0.0f;  // for NaN too
   const auto last = static_cast<float>(kWeightColors - 1);
   return weightColors[std::min(static_cast<std::size_t>(weight * last + 0.5f), kWeightColors - 1)];
 }

@@ -215,7 +215,7 @@ void LFODisplay::dragMarquee(const CPoint& where, int masked) {
   selectInRect(lastPoint - 1);
 }
 
-// False when a weight is no number.
+// False when a weight is NaN.
 bool LFODisplay::dragSelection(CPoint& where, int masked) {
   where.y = std::clamp(where.y, 0.0, graphHeight);
   if (!isPoint(pressedPoint)) return true;

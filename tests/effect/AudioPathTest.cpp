@@ -59,7 +59,7 @@ TEST(HeldAndEmptyBlocks, LeaveTheOutputsAlone) {
   EXPECT_EQ(left, kCentreGain);
 }
 
-TEST(Input, ThatIsNoNumberIsGoneByTheNextCleanBlock) {
+TEST(Input, ThatIsNaNOrInfiniteIsGoneByTheNextCleanBlock) {
   for (const float poison : {NAN, INFINITY, -INFINITY}) {
     for (const int way : {kFilterOn, kXoverOn, kDepthVol}) {  // filter, crossover, gains
       EffectRig rig;

@@ -89,7 +89,7 @@ TEST(Parameters, HaveTheirDefaults) {
     EXPECT_EQ(rig.get(index), expected[static_cast<std::size_t>(index)]) << "index " << index;
 }
 
-TEST(Parameters, IgnoreWhatIsNoNumber) {
+TEST(Parameters, IgnoreNaNAndInfinities) {
   using Limits = std::numeric_limits<double>;
   EffectRig rig;
   rig.playOnes(1);

@@ -311,7 +311,7 @@ TEST_F(EffectFiles, PresetsComeBackAndKeepALockedController) {
   EXPECT_EQ(lostBy(rig, expected), "");
 }
 
-TEST_F(EffectFiles, PresetsThatAreNoneChangeNothing) {
+TEST_F(EffectFiles, RefusedPresetsChangeNothing) {
   auto file = model::writePreset(model::writeChunk(randomState(3)));
   write("torn.fxp", std::span(file).first(18883));
   file.resize(model::kLargestPresetFile + 1);
