@@ -12,12 +12,12 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iomanip>
-#include <iterator>
 #include <sstream>
 #include <unistd.h>
 
 #include "model/ParameterIndex.h"
 #include "model/PrivateCalls.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/effect/TestHost.h"
 
 using namespace model;
@@ -181,8 +181,7 @@ class Performance {
     rig_.fx().bDontInsertMIDIEachPPQ_OnRender = random_.below(2) != 0;
     rig_.fx().setLoadPath(path.c_str());
     set(kExportMidi, random_.pick({0.0f, 1.0f}));
-    std::ifstream file(path, std::ios::binary);
-    for (const char byte : std::string(std::istreambuf_iterator<char>(file), {})) sum_.add(static_cast<float>(byte));
+    for (const char byte : readText(path)) sum_.add(static_cast<float>(byte));
     std::filesystem::remove(path);
   }
 
