@@ -65,6 +65,14 @@ struct ClockSettings {
   bool pwmLate = false;  // bends towards the cycle's end
 };
 
+// Of the PWM parameter, 0 to 1: none in the middle, never quite all at its ends.
+inline void setPwm(ClockSettings& s, float pwm) noexcept {
+  s.hasPwm = pwm != 0.5f;
+  const double bend = (static_cast<double>(pwm) - 0.5) * 1.992;
+  s.pwmAmount = std::abs(bend);
+  s.pwmLate = bend >= 0.0;
+}
+
 struct ClockState {
   double beatPos = 0.0;    // beats since the reference point
   double freePhase = 0.0;  // 0 to below 1

@@ -102,13 +102,7 @@ ClockSettings LfoDSP::clockSettings() const noexcept {
     s.swingFirst = floatReciprocal(s.swing);
     s.swingSecond = floatReciprocal(1.0 - s.swing);
   }
-  const float pwm = padLFO.pwm;
-  s.hasPwm = pwm != 0.5f;
-  if (s.hasPwm) {
-    const double w = (static_cast<double>(pwm) - 0.5) * 1.992;
-    s.pwmAmount = std::abs(w);
-    s.pwmLate = w >= 0.0;
-  }
+  setPwm(s, padLFO.pwm);
   return s;
 }
 

@@ -44,7 +44,7 @@ MUTATIONS = [
         ("the rate has one step too many", "LfoClock.h", "kRateSteps = 42.0f", "kRateSteps = 43.0f"),
         ("swing's second half runs at the speed of its first", "Playback.cpp", "floatReciprocal(1.0 - s.swing)",
          "floatReciprocal(s.swing)"),
-        ("PWM bends to the wrong end", "Playback.cpp", "s.pwmLate = w >= 0.0", "s.pwmLate = w <= 0.0"),
+        ("PWM bends to the wrong end", "LfoClock.h", "s.pwmLate = bend >= 0.0", "s.pwmLate = bend <= 0.0"),
         ("the free clock runs at half its speed", "Playback.cpp", "* kFastestFreeHz * perTable",
          "* 220.0 * perTable"),
         ("a one-shot plays twice as long", "NoteInput.cpp", "0.25 / (divider() * kDividerScale)",

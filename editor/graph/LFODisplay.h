@@ -126,7 +126,7 @@ class LFODisplay : public VSTGUI::CParamDisplay, public editor::EditedGraph {
   std::vector<float> scopeOutCopy;
   std::vector<float> scopeInCopy;
   VSTGUI::CColor scopeOutColor{255, 128, 128, 128};
-  VSTGUI::CColor scopeInColor{192, 192, 192, 64};
+  VSTGUI::CColor scopeInColor{ScopeWaveFormLight};
   Shared<float> pwmValue{0.5f};
   Shared<float> graphOutValue{0.5f};
   Shared<float> phaseValue{0.0f};

@@ -130,16 +130,13 @@ void LFODisplay::plotWave(CDrawContext* /*context*/) {
 void LFODisplay::drawLFOEdit(CDrawContext* context, int columns) {
   context->setFrameColor(LFOLineColor);
   context->setDrawMode(kSmoothMode);
-  const double bend = (static_cast<double>(pwmValue) - 0.5) * 1.992;
   effect::ClockSettings clock;  // the law that plays the graph
-  clock.pwmAmount = std::abs(bend);
-  clock.pwmLate = bend >= 0.0;
-  const bool bends = pwmValue != 0.5f;
+  effect::setPwm(clock, pwmValue);
   const double phase = static_cast<double>(phaseValue);
   for (int i = 0; i < columns; ++i) {
     double p = std::max(0.0, phase + i * (1.0 / graphWidth));
     if (p > 1.0) p -= std::floor(p);
-    if (bends) p = effect::pwmPosition(p, clock);
+    if (clock.hasPwm) p = effect::pwmPosition(p, clock);
     const auto entry = static_cast<int>(p * (kGraphTableSize - 1) + 0.5);
     curvePolyline[at(i)] = {i + 1.0, (1.0 - static_cast<double>(shapeTable[at(entry)])) * graphHeight};
   }
