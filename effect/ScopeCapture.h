@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The waveform behind the graph: what entered and what left the effect, by position in the graph.
+// The traces of the scope behind the graph: what entered and what left the effect, by position in the graph.
 #pragma once
 
 #include <memory>
