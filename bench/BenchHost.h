@@ -61,8 +61,8 @@ class BenchHost {
   }
 
   VstTimeInfo time_{};
-  std::vector<float> left_ = std::vector<float>(kLongestBlock);
-  std::vector<float> right_ = std::vector<float>(kLongestBlock);
+  std::vector<float> left_ = std::vector<float>(effect::kLongestBlock);
+  std::vector<float> right_ = std::vector<float>(effect::kLongestBlock);
 };
 
 }  // namespace bench

@@ -10,6 +10,7 @@
 #include "effect/ParameterTable.h"
 #include "model/CurveLaw.h"
 
+using namespace model;
 using namespace effect;
 
 namespace bench {
@@ -67,11 +68,11 @@ void ticks(benchmark::State& state, ClockSettings settings) {
   });
 }
 
-void samples(benchmark::State& state, const std::vector<Parameter>& parameters, bool bFiveGraphs) {
+void samples(benchmark::State& state, const std::vector<Parameter>& parameters, bool fiveGraphs) {
   BenchHost host;
   LfoDSP& effect = *host.effect;
   host.set(parameters);
-  for (int r = 0; bFiveGraphs && r < 5; ++r) effect.setParameter(kRouteCut + r, kAllRoutesApart[r]);
+  for (int r = 0; fiveGraphs && r < 5; ++r) effect.setParameter(kRouteCut + r, kAllRoutesApart[r]);
   effect.beatsPerSample = kBeatsPerSample;
   measure(state, kTickFrames, [&](std::size_t) {
     for (int j = 0; j < kTickFrames; ++j) {

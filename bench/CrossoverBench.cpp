@@ -45,11 +45,11 @@ void decay(Subject& subject, float* silence) {
 void stereo(benchmark::State& state, Input input) {
   Subject subject;
   std::array<float, kBlock> silence{};
-  const bool bSilent = input == Input::silence;
-  if (bSilent) decay(subject, silence.data());
+  const bool isSilent = input == Input::silence;
+  if (isSilent) decay(subject, silence.data());
   measure(state, kBlock, [&](std::size_t frame) {
-    subject.split(bSilent ? silence.data() : stimulus().left(frame, kBlock),
-                  bSilent ? silence.data() : stimulus().right(frame, kBlock));
+    subject.split(isSilent ? silence.data() : stimulus().left(frame, kBlock),
+                  isSilent ? silence.data() : stimulus().right(frame, kBlock));
     benchmark::ClobberMemory();
   });
 }

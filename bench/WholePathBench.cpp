@@ -9,6 +9,8 @@
 #include "bench/Subjects.h"
 #include "effect/ParameterTable.h"
 
+using namespace model;
+
 namespace bench {
 namespace {
 
@@ -16,8 +18,8 @@ namespace {
 struct Variant {
   const char* name;
   std::vector<Parameter> parameters;
-  bool bScope = false;
-  bool bSilent = false;
+  bool withScope = false;
+  bool isSilent = false;
 };
 
 constexpr int kBlockSizes[] = {1, 12, 13, 64, 128, 512, 4096};
@@ -50,16 +52,16 @@ void play(benchmark::State& state, int blockFrames, const Variant& variant) {
   BenchHost host;
   host.effect->setParameter(kDepthCut, 0.9f);
   host.set(variant.parameters);
-  host.effect->bScopeOn = variant.bScope;
+  host.effect->bScopeOn = variant.withScope;
   const auto block = static_cast<std::size_t>(blockFrames);
   std::vector<float> silence(block);
-  const auto playAt = [&](std::size_t frame, bool bSilent) {
-    host.play(bSilent ? silence.data() : stimulus().left(frame, block),
-              bSilent ? silence.data() : stimulus().right(frame, block), frame, block);
+  const auto playAt = [&](std::size_t frame, bool isSilent) {
+    host.play(isSilent ? silence.data() : stimulus().left(frame, block),
+              isSilent ? silence.data() : stimulus().right(frame, block), frame, block);
   };
   playAt(0, false);
-  for (std::size_t frame = 0; frame < kRunInFrames; frame += block) playAt(frame, variant.bSilent);
-  measure(state, blockFrames, [&](std::size_t frame) { playAt(frame, variant.bSilent); });
+  for (std::size_t frame = 0; frame < kRunInFrames; frame += block) playAt(frame, variant.isSilent);
+  measure(state, blockFrames, [&](std::size_t frame) { playAt(frame, variant.isSilent); });
 }
 
 }  // namespace

@@ -32,10 +32,15 @@ class CExpMapper {
 
 namespace effect {
 
+inline constexpr float kLowestXoverHz = 20.0f;
+inline constexpr float kHighestXoverHz = 20000.0f;
+
 // The effect's two ranges, in hertz: the cutoff of the clean filter types, and the crossover.
 [[nodiscard]] inline Lumbrix::Utility::CExpMapper cutoffMapper() noexcept {
   return {filters::kLowestCleanHz, filters::kHighestCleanHz, 0.9166667f};
 }
-[[nodiscard]] inline Lumbrix::Utility::CExpMapper crossoverMapper() noexcept { return {20.0f, 20000.0f, 0.5f}; }
+[[nodiscard]] inline Lumbrix::Utility::CExpMapper crossoverMapper() noexcept {
+  return {kLowestXoverHz, kHighestXoverHz, 0.5f};
+}
 
 }  // namespace effect

@@ -10,6 +10,19 @@ namespace effect {
 
 [[nodiscard]] inline double finiteOrZero(double value) noexcept { return std::isfinite(value) ? value : 0.0; }
 
+// The values of a MIDI data byte: notes and controllers spread their parameters over as many steps.
+inline constexpr double kSevenBitValues = 128.0;
+
+[[nodiscard]] inline float valueOfController(int number) noexcept {
+  return static_cast<float>(number / kSevenBitValues);
+}
+
+// The timing parameter goes so many samples either way.
+inline constexpr double kMostTimingSamples = 4096.0;
+[[nodiscard]] inline double samplesOfTiming(float timing) noexcept {
+  return static_cast<double>(timing) * (2.0 * kMostTimingSamples) - kMostTimingSamples;
+}
+
 // x to a power of two or four in steps of squaring, rounded to float once.
 [[nodiscard]] inline float fourthPower(float x) noexcept {
   const double square = static_cast<double>(x) * static_cast<double>(x);

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The clock that reads the graphs: one read position from 0 to 1, moved on once a sample.
+// The clock that reads the graphs: one read position from 0 to 1, moved on once per sample.
 //
 // `ClockSettings` is read off the parameters once a block, `ClockState` lives from sample to sample; both are
 // plain values, so the sample loop keeps them in registers.
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 
 #include "effect/Helpers.h"
 
@@ -15,7 +16,8 @@ inline constexpr double kSongWrapBeats = 64.0;    // the longest cycle
 inline constexpr double kDottedFactor = 1.33333;  // not 4/3: rounding it moves every dotted cycle
 inline constexpr double kTripletFactor = 1.5;
 inline constexpr double kDividerScale = 0.00390625;  // 1/256: the divider that makes a quarter beat's cycle
-inline constexpr double kSlowestIncrement = 1e-11;   // cycles a sample; the free clock never stops for good
+inline constexpr double kFastestFreeHz = 440.0;      // of the free clock, at a rate of 1
+inline constexpr double kSlowestIncrement = 1e-11;   // cycles per sample; the free clock never stops for good
 inline constexpr double kFastestIncrement = 1e12;    // far beyond hearing; keeps wild rates finite
 inline constexpr double kOneShotEnd = 0.9999999999999;
 
@@ -27,6 +29,11 @@ inline constexpr float kRateSteps = 42.0f;
   if (!triplet && step % 3 == 2) --step;
   if (!dotted && step % 3 == 1) --step;
   return step;
+}
+
+// The rate in the middle of a step, so that no rounding moves it to its neighbour.
+[[nodiscard]] constexpr float middleOfRateStep(std::size_t step) noexcept {
+  return (static_cast<float>(step) + 0.5f) / kRateSteps;
 }
 
 // A cycle takes 64 / divider beats.
@@ -47,7 +54,7 @@ struct ClockSettings {
   double cyclesPerBeat = 0.0;
   double beatsPerSample = 0.0;
   double oneShotLength = 0.0;                // beats
-  double freeIncrement = kSlowestIncrement;  // cycles a sample
+  double freeIncrement = kSlowestIncrement;  // cycles per sample
   double phase = 0.0;
   double swing = 0.5;        // share of a pair of cycles that the first one takes
   double swingFirst = 2.0;   // 1 / swing, a float's value
@@ -57,6 +64,14 @@ struct ClockSettings {
   bool hasPwm = false;
   bool pwmLate = false;  // bends towards the cycle's end
 };
+
+// Of the PWM parameter, 0 to 1: none in the middle, never quite all at its ends.
+inline void setPwm(ClockSettings& s, float pwm) noexcept {
+  s.hasPwm = pwm != 0.5f;
+  const double bend = (static_cast<double>(pwm) - 0.5) * 1.992;
+  s.pwmAmount = std::abs(bend);
+  s.pwmLate = bend >= 0.0;
+}
 
 struct ClockState {
   double beatPos = 0.0;    // beats since the reference point

@@ -77,7 +77,7 @@ void LfoDSP::initPadLFO() noexcept {
 }
 
 void LfoDSP::initFilters() {
-  filterCoeffs_.init(kTuningHz, sampleRateSafe);
+  filterCoeffs_.init(filters::kTuningHz, sampleRateSafe);
   textFilter_ = std::make_unique<VFilter>(&filterCoeffs_);
 }
 
@@ -106,7 +106,7 @@ void LfoDSP::rebuildForSampleRate() {
   sampleRateSafe = safeRate(sampleRate);
   setIOCount();
   const bool usable = sampleRate > 0.0f && sampleRate <= kHighestSafeRate;
-  VGlobalCoeffs::announce(kTuningHz, sampleRateSafe);
+  VGlobalCoeffs::announce(filters::kTuningHz, sampleRateSafe);
   filterStage_.prepare(filterCoeffs_, usable ? sampleRate : static_cast<float>(sampleRateSafe));
   for (CrossoverState* const state : {&xoverLeft_, &xoverRight_}) {
     state->sampleRate = sampleRateSafe;
@@ -165,7 +165,7 @@ bool LfoDSP::getVendorString(char* text) {
 
 bool LfoDSP::getProductString(char* text) { return getEffectName(text); }
 
-VstInt32 LfoDSP::getVendorVersion() { return kVendorVersion; }
+VstInt32 LfoDSP::getVendorVersion() { return effect::kVendorVersion; }
 
 VstPlugCategory LfoDSP::getPlugCategory() { return kPlugCategEffect; }
 

@@ -30,17 +30,19 @@
 #include "effect/ScopeCapture.h"
 #include "filters/VFilter.h"
 #include "model/CurveLaw.h"
+#include "model/ParameterIndex.h"
 #include "model/PrivateCalls.h"
 #include "model/StateChunk.h"
 #include "threads/AudioGate.h"
 #include "threads/Shared.h"
 #include "vst2/audioeffectx.h"
 
+namespace effect {
+
 inline constexpr VstInt32 kVendorVersion = MODRIFT_VERSION_NUMBER;
-inline constexpr int kHostParameters = 70;
-inline constexpr float kTuningHz = 440.0f;   // of A4, the pitch that cutoffs count from
-inline constexpr int kAutomatedPoints = 24;  // values of the first graph's first eight points: Y, X, curve each
 inline constexpr int kLongestBlock = 16384;  // frames of the crossover's aside buffers
+
+}  // namespace effect
 
 class LfoDSP : public AudioEffectX {
  public:
@@ -156,8 +158,8 @@ class LfoDSP : public AudioEffectX {
   Shared<float> filterVar{0.5f};
   Shared<float> filterMix{1.0f};
   Shared<float> timing{0.5f};
-  Shared<float> timingOffset{0.0f};                             // samples, -4096 to 4096
-  std::array<Shared<float>, kAutomatedPoints> pendingPoints{};  // what the host set before the first block
+  Shared<float> timingOffset{0.0f};                                    // samples, -4096 to 4096
+  std::array<Shared<float>, model::kPointParameters> pendingPoints{};  // what the host set before the first block
   Shared<float> filterType{0.0f};
   Shared<bool> bXoverOn{false};
   Shared<bool> bXoverInvert{false};  // the high band is processed
@@ -292,7 +294,7 @@ class LfoDSP : public AudioEffectX {
   void readGraphs(double position) noexcept;
   [[nodiscard]] effect::GraphReader graphReader(int g) const noexcept;
 
-  // `track`: the clock's positions in the tick, one a sample for as long as it moved.
+  // `track`: the clock's positions in the tick, one per sample for as long as it moved.
   void playTick(const Slice& slice, int start, effect::TickBuffer& tick, int frames) noexcept;
   [[nodiscard]] bool gainsRest() const noexcept;
   void applyGains(effect::TickBuffer& tick, int frames, std::span<const double> track) noexcept;
@@ -306,7 +308,7 @@ class LfoDSP : public AudioEffectX {
   Lumbrix::Utility::CExpMapper xoverMapper_ = effect::crossoverMapper();
   float xoverApplied_ = 0.5f;  // the parameter's value that the coefficients were made for
   CrossoverState xoverLeft_, xoverRight_;
-  std::array<float, kLongestBlock> asideLeft_{}, asideRight_{};
+  std::array<float, effect::kLongestBlock> asideLeft_{}, asideRight_{};
   bool bSplit_ = false;               // the crossover runs in this block
   bool bFiltered_ = false;            // the filter stage has run since it was last looked at for non-finite states
   effect::ClockSettings blockClock_;  // read off the parameters once a block

@@ -25,7 +25,7 @@ constexpr int kShortBars = 1;            // for cycles of up to a bar
 constexpr int kLongBars = 8;
 constexpr int kLastLongRate = 11;  // step of the rate, from 0
 constexpr int kMostFrames = 1 << 29;
-constexpr int kMostChanges = 1 << 20;  // events; from there on one a tick, so that no setting fills the memory
+constexpr int kMostChanges = 1 << 20;  // events; from there on one per tick, so that no setting fills the memory
 
 // Both are up while the graph plays, whichever way it ends.
 class Rendering {

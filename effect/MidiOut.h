@@ -19,7 +19,7 @@ class MidiOut {
   static constexpr long kMostEvents = 2048;  // of a block, passed-through ones included
 
   enum class Limits {
-    block,  // as hosts bear it: kMostEvents a block, one controller event a frame
+    block,  // as hosts bear it: kMostEvents per block, one controller event per frame
     none,   // everything, for a file; memory grows
   };
 

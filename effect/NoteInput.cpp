@@ -26,7 +26,7 @@ int byteOf(const VstMidiEvent& event, int i) { return static_cast<unsigned char>
 
 float cutoffOfNote(int note, float filterType) {
   const filters::FilterType& type = filters::typeAt(filters::typeIndexOf(filterType));
-  if (type.trait != filters::Trait::hertzCutoff) return static_cast<float>(note * 0.0078125);
+  if (type.trait != filters::Trait::hertzCutoff) return static_cast<float>(note / kSevenBitValues);
   return static_cast<float>(limit01(note / 112.0 - 0.155));
 }
 

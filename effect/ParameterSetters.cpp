@@ -33,7 +33,7 @@ float getBpmSync(const LfoDSP& effect, int) { return effect.padLFO.bFreeRun ? 0.
 
 void setTiming(LfoDSP& effect, int, float value) {
   effect.timing = value;
-  effect.timingOffset = static_cast<float>(static_cast<double>(value) * 8192.0 - 4096.0);
+  effect.timingOffset = static_cast<float>(samplesOfTiming(value));
   effect.CalculateTrigOffset();
 }
 
@@ -70,10 +70,10 @@ void setGateMode(LfoDSP& effect, int, float value) {
 
 // 1.0 becomes 128, which the signed field keeps as a negative number: off.
 void setCcNumber(LfoDSP& effect, int, float value) {
-  effect.ccNumber = static_cast<std::int8_t>(integerPart(static_cast<double>(value) * 128.0 + 0.5) & 0xff);
+  effect.ccNumber = static_cast<std::int8_t>(integerPart(static_cast<double>(value) * kSevenBitValues + 0.5) & 0xff);
 }
 
-float getCcNumber(const LfoDSP& effect, int) { return static_cast<float>(effect.ccNumber) * 0.0078125f; }
+float getCcNumber(const LfoDSP& effect, int) { return valueOfController(effect.ccNumber); }
 
 void exportMidi(LfoDSP& effect, int, float value) {
   effect.saveMIDIFile(integerPart(static_cast<double>(value) + 0.5));
@@ -162,8 +162,8 @@ enum class PointValue { y, x, curve };
 
 struct PointParameter {
   explicit PointParameter(int index)
-      : point((index - kPoint1) / 3),
-        value(static_cast<PointValue>((index - kPoint1) % 3)),
+      : point((index - kPoint1) / kNumbersOfPoint),
+        value(static_cast<PointValue>((index - kPoint1) % kNumbersOfPoint)),
         pending(static_cast<std::size_t>(index - kPoint1)) {}
   int point;
   PointValue value;

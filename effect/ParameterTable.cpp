@@ -11,13 +11,12 @@ namespace {
 
 // One of the three numbers of the first graph's first points.
 consteval Row points(int first, std::string_view name, decltype(Row::text) present, decltype(Row::textOf) ofValue) {
-  constexpr int kNumbers = 3;
   return named(first, name)
       .sets(setPoint)
       .gets(getPoint)
       .says(present, ofValue, readByForm<kNearestPercent>)
       .labelled("%")
-      .times(kAutomatedPoints / kNumbers, kNumbers);
+      .times(kAutomatedPointCount, kNumbersOfPoint);
 }
 
 // In the order of the numbers; what has no row has no use.

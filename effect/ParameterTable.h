@@ -36,7 +36,7 @@ struct ParameterRow {
 };
 
 // In the order of their numbers, which have no gaps: a number without a use has an empty row.
-[[nodiscard]] std::span<const ParameterRow, kParameterRows> parameterRows() noexcept;
+[[nodiscard]] std::span<const ParameterRow, model::kParameterRows> parameterRows() noexcept;
 // Null for an index outside the table.
 [[nodiscard]] const ParameterRow* parameterRow(int index) noexcept;
 

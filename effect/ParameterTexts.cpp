@@ -108,28 +108,29 @@ void warp(float v, char* text) noexcept { warpName(asDouble(v) * kWarpScale + 0.
 void nearestWarp(float v, char* text) noexcept { warpName(std::round(asDouble(v) * kWarpScale), text); }
 std::optional<float> readWarp(std::string_view text) noexcept {
   const auto entry = placeOf(text, WarpNames);
-  return entry ? std::optional(static_cast<float>(*entry) / static_cast<float>(kWarps - 1)) : std::nullopt;
+  return entry ? std::optional(valueOfWarp(*entry)) : std::nullopt;
 }
 
 void offsetSamples(float samples, char* text) noexcept { asInteger(4, std::floor(asDouble(samples)), text); }
-void timing(float v, char* text) noexcept { wholeNumber(asDouble(v) * 8192.0 - 4096.0 + 0.5, text); }
+void timing(float v, char* text) noexcept { wholeNumber(samplesOfTiming(v) + 0.5, text); }
 std::optional<float> readOffsetSamples(std::string_view text) noexcept {
-  return placeBetween(readNumber(text), -4096.0, 4096.0);
+  return placeBetween(readNumber(text), -kMostTimingSamples, kMostTimingSamples);
 }
 
 void crossoverHz(float v, char* text) noexcept {
   asInteger(1, asDouble(crossoverMapper().setAndGetValue(v)) + 0.5, text);
 }
 std::optional<float> readCrossoverHz(std::string_view text) noexcept {
-  return ratioBetween(readNumber(text, "Hz"), 20.0, 20000.0);
+  return ratioBetween(readNumber(text, "Hz"), asDouble(kLowestXoverHz), asDouble(kHighestXoverHz));
 }
 
 void gridCells(float v, char* text) noexcept {
-  asInteger(2, std::max(integerPart(asDouble(v * 15.0f) + 0.5) + 1.0, 2.0), text);
+  const int step = integerPart(asDouble(v * static_cast<float>(kGridSteps)) + 0.5);
+  asInteger(2, std::max(step + 1.0, static_cast<double>(kFewestGridCells)), text);
 }
 // One cell is shown as two.
 std::optional<float> readGridCells(std::string_view text) noexcept {
-  const auto cells = readCount(text, 1, 16);
+  const auto cells = readCount(text, 1, kGridSteps + 1);
   return cells && *cells > 0.0f ? cells : std::nullopt;
 }
 
@@ -158,13 +159,12 @@ constinit const Form kGridCells{gridCells, gridCells, readGridCells};
 
 namespace {
 
-constexpr double kHighestRateHz = 440.0;
 constexpr char kBeyondTheNames[] = "fast";
 
 // With so many decimals, and the unit behind it.
 void freeRate(int decimals, const char* unit, float value, char* text) noexcept {
   constexpr double kFastestHz = 1e6;
-  const double hertz = asDouble(fourthPower(value)) * kHighestRateHz;
+  const double hertz = asDouble(fourthPower(value)) * kFastestFreeHz;
   if (hertz < kFastestHz) {
     std::snprintf(text, kTextBytes, "%.*f%s", decimals, hertz, unit);
   } else {
@@ -179,13 +179,12 @@ void beatRate(const PadLFO& lfo, float value, char* text) noexcept {
   std::strcpy(text, step < LFOTimes.size() ? LFOTimes[step] : kBeyondTheNames);
 }
 
-// The middle of the step, so that no rounding moves it to its neighbour. A step that is switched off has no value.
+// A step that is switched off has no value.
 std::optional<float> readBeatRate(const PadLFO& lfo, std::string_view text) noexcept {
-  constexpr float kSteps = 42.0f;
   if (sameText(text, kBeyondTheNames)) return 1.0f;
   const auto step = placeOf(text, LFOTimes);
   if (!step) return std::nullopt;
-  const float value = (static_cast<float>(*step) + 0.5f) / kSteps;
+  const float value = middleOfRateStep(*step);
   return stepOf(lfo, value) == static_cast<int>(*step) ? std::optional(value) : std::nullopt;
 }
 
@@ -202,7 +201,7 @@ void rateTextOf(const LfoDSP& effect, int, float value, char* text) {
 
 std::optional<float> readRate(const LfoDSP& effect, int, std::string_view text) {
   if (!effect.padLFO.bFreeRun) return readBeatRate(effect.padLFO, text);
-  const auto share = placeBetween(readNumber(text, "Hz"), 0.0, kHighestRateHz);
+  const auto share = placeBetween(readNumber(text, "Hz"), 0.0, kFastestFreeHz);
   return share ? std::optional(static_cast<float>(std::pow(asDouble(*share), 0.25))) : std::nullopt;
 }
 
@@ -222,8 +221,8 @@ void cutoffText(const LfoDSP& effect, int, char* text) {
   const float cutoff = effect.filterCutoff;
   if (hasHertzCutoff(effect)) return mappedCutoffHz(cutoff, text);
   const float rateHz = effect.sampleRateSafe;
-  const auto cycles =
-      static_cast<float>(VGlobalCoeffs::cyclesPerSample(filters::pitchEntry(asDouble(cutoff)), kTuningHz, rateHz));
+  const auto cycles = static_cast<float>(
+      VGlobalCoeffs::cyclesPerSample(filters::pitchEntry(asDouble(cutoff)), filters::kTuningHz, rateHz));
   asInteger(5, asDouble(cycles * rateHz) + 0.5, text);
 }
 
@@ -248,9 +247,9 @@ std::optional<float> readCutoff(const LfoDSP& effect, int, std::string_view text
     const double low = asDouble(mapper.setAndGetValue(0.0f));
     return readHertz(*hertz, *hertz + 0.5, low, asDouble(mapper.setAndGetValue(1.0f)));
   }
-  constexpr double kNotes = 128.0, kTuningNote = 69.0;
-  const double low = asDouble(kTuningHz) * std::exp2(-kTuningNote / 12.0);
-  return readHertz(*hertz, *hertz, low, low * std::exp2(kNotes / 12.0));
+  constexpr double kTuningNote = 69.0;
+  const double low = asDouble(filters::kTuningHz) * std::exp2(-kTuningNote / 12.0);
+  return readHertz(*hertz, *hertz, low, low * std::exp2(kSevenBitValues / 12.0));
 }
 
 // --- Retrigger and controller
@@ -282,7 +281,7 @@ void controllerTextOf(const LfoDSP& effect, int index, float, char* text) { cont
 
 std::optional<float> readController(const LfoDSP&, int, std::string_view text) {
   if (sameText(text, "off")) return 0.0f;
-  const auto number = readCount(text, 0, 128);
+  const auto number = readCount(text, 0, static_cast<int>(kSevenBitValues));
   return number && *number < 1.0f ? number : std::nullopt;
 }
 
@@ -296,7 +295,7 @@ void currentWarpText(const LfoDSP& effect, int, char* text) { warpText(effect, k
 
 namespace {
 
-int pointOf(int index) noexcept { return (index - kPoint1) / 3; }
+int pointOf(int index) noexcept { return (index - kPoint1) / kNumbersOfPoint; }
 
 }  // namespace
 
@@ -334,6 +333,7 @@ void varNameText(const LfoDSP& effect, int, char* text) {
   effect.writeFilterText(filters::kVar, effect.filterType, text);
 }
 
+// Of a value that counts over 96, not over the types; hosts have always been told so.
 void varNameTextOf(const LfoDSP& effect, int, float type, char* text) {
   effect.writeFilterText(filters::kVar, type / 96.0f, text);
 }

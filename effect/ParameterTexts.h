@@ -5,8 +5,8 @@
 // The words are part of what users know. Where the text of the present value and that of a value which is passed in
 // differ, as a point's height does or the filter type, hosts know both: neither follows the other.
 //
-// Any value has a text of at most 23 characters: what is no number or lies beyond a table reads "Huge!" or "??", or as
-// the nearest value. Reading takes the text of a present value, in any case, with or without its unit and blanks round
+// Any value has a text of at most 23 characters: NaN and what lies beyond a table read "Huge!" or "??", or as the
+// nearest value. Reading takes the text of a present value, in any case, with or without its unit and blanks round
 // it, and answers with a value from 0 to 1 that shows it, or nothing.
 #pragma once
 

@@ -74,7 +74,7 @@ void LfoDSP::setFreeLFOTime() noexcept {
   const double perTable = static_cast<double>(kGraphTableSize) / static_cast<double>(sampleRateSafe);
   double increment = 0.0;
   if (padLFO.bFreeRun) {
-    increment = static_cast<double>(fourthPower(padLFO.rate)) * 440.0 * perTable * 1.52587890625e-05;
+    increment = static_cast<double>(fourthPower(padLFO.rate)) * kFastestFreeHz * perTable * 1.52587890625e-05;
   } else {
     increment = (tempo / 60.0) * perTable * (divider() * kDividerScale) * 6.103515625e-05;
   }
@@ -102,13 +102,7 @@ ClockSettings LfoDSP::clockSettings() const noexcept {
     s.swingFirst = floatReciprocal(s.swing);
     s.swingSecond = floatReciprocal(1.0 - s.swing);
   }
-  const float pwm = padLFO.pwm;
-  s.hasPwm = pwm != 0.5f;
-  if (s.hasPwm) {
-    const double w = (static_cast<double>(pwm) - 0.5) * 1.992;
-    s.pwmAmount = std::abs(w);
-    s.pwmLate = w >= 0.0;
-  }
+  setPwm(s, padLFO.pwm);
   return s;
 }
 

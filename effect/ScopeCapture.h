@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The waveform behind the graph: what entered and what left the effect, by position in the graph.
+// The traces of the scope behind the graph: what entered and what left the effect, by position in the graph.
 #pragma once
 
 #include <memory>
@@ -19,7 +19,7 @@ struct ScopeTrace {
   // [audio] The input, once a tick: holds `x` from the mark to `index`. Where the position jumped back, the mark
   // follows without a fill.
   void captureInput(int index, float x) noexcept;
-  // [audio] The output, once a sample for the length of a tick: writes `x` at `index` and over what was skipped since
+  // [audio] The output, once per sample of a tick: writes `x` at `index` and over what was skipped since
   // the last sample. Where the position jumped back, the trace starts anew.
   class Writer {
    public:

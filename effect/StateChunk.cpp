@@ -103,8 +103,7 @@ void LfoDSP::repeatParameters(std::initializer_list<VstInt32> indices) {
 // The stored byte counts to 128, which the signed field keeps as -128.
 void LfoDSP::repeatController(const model::Locks& locks) {
   if (locks.controller) return;
-  constexpr float kStep = 0.0078125f;
-  setParameter(kCcNumber, static_cast<float>(static_cast<std::uint8_t>(ccNumber)) * kStep);
+  setParameter(kCcNumber, effect::valueOfController(static_cast<std::uint8_t>(ccNumber)));
 }
 
 void LfoDSP::automateFirst(VstInt32 count) {
@@ -141,7 +140,7 @@ void LfoDSP::announceCurrent(const model::LoadedState& loaded, const model::Lock
   announceGraphs();
   repeatParameters({kRetrigger});
   if (AEffEditor* const e = getEditor(); e && loaded.version >= kFirstWindowSize)
-    e->setParameter(kNoticeEditorSize, 100.0f);
+    e->setParameter(kNoticeEditorSize, kNoticeEditorSizeValue);
   setParameter(kNoticePresetTitle, 1.0f);
 }
 

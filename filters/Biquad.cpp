@@ -54,18 +54,18 @@ template <class Shape, class Store>
 void Biquad::run(float* dest, const float* src, long n, Shape shape, Store store) noexcept {
   float x1 = memX[memPos], x2 = memX[1 - memPos];
   float y1 = memY[memPos], y2 = memY[1 - memPos];
-  bool bFirst = memPos == 0;
+  bool isFirst = memPos == 0;
   for (long i = 0; i < n; ++i) {
     const float x = src[i];
-    const float y = shape(zB[0] * x + zB[1] * x1 + zB[2] * x2 - (zA[1] * y1 + zA[2] * y2), bFirst && i + 1 < n);
-    bFirst = !bFirst;
+    const float y = shape(zB[0] * x + zB[1] * x1 + zB[2] * x2 - (zA[1] * y1 + zA[2] * y2), isFirst && i + 1 < n);
+    isFirst = !isFirst;
     x2 = x1;
     x1 = x;
     y2 = y1;
     y1 = y;
     store(dest[i], y);
   }
-  memPos = bFirst ? 0 : 1;
+  memPos = isFirst ? 0 : 1;
   memX[memPos] = x1;
   memX[1 - memPos] = x2;
   memY[memPos] = y1;
@@ -79,7 +79,7 @@ void Biquad::process_block_mix(float* dest, const float* src, long n) noexcept {
 }
 
 void Biquad::process_block_nd(float* dest, const float* src, long n) noexcept {
-  const auto shape = [](float y, bool bFirst) noexcept { return bFirst ? y + 1e-20f : y; };
+  const auto shape = [](float y, bool isFirst) noexcept { return isFirst ? y + 1e-20f : y; };
   run(dest, src, n, shape, kStore);
 }
 

@@ -157,7 +157,7 @@ void loopFeedback(FilterSetup& s, float& feedback) noexcept {
 
 }  // namespace
 
-// The cutoff ends at a quarter of the rate, and f is that of two steps a sample. Damping falls by the fourth root,
+// The cutoff ends at a quarter of the rate, and f is that of two steps per sample. Damping falls by the fourth root,
 // which spreads the strong resonances over the knob; it ends short of 0, and at what keeps a stage stable.
 void stateVariable(FilterSetup& s) noexcept {
   constexpr double kLogRange = 6.526007;   // of kHighestCleanHz / kLowestCleanHz

@@ -2,7 +2,7 @@
 // Formants of sung and spoken vowels, in hertz: measured singers' voices, speakers, and an abstract modern voice.
 #include "filters/FormantTables.h"
 
-const filters::Voice<5, 5> VOICE_LIST[kVoices] = {
+const filters::Voice<5, 5> VOICE_LIST[filters::kVoices] = {
     {"Soprano",
      {{{800, 1150, 2900, 3900, 4950}, {80, 90, 120, 130, 140}},
       {{350, 2000, 2800, 3600, 4950}, {60, 100, 120, 150, 200}},
@@ -35,7 +35,7 @@ const filters::Voice<5, 5> VOICE_LIST[kVoices] = {
       {{350, 600, 2400, 2675, 2950}, {40, 80, 100, 120, 120}}}},
 };
 
-const filters::Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers] = {
+const filters::Voice<10, 3> FRMNT_VOICE_LIST[filters::kSpeakers] = {
     {"MAN",
      {{{270, 2300, 3000}, {60, 100, 120}},
       {{400, 2000, 2550}, {60, 100, 120}},
@@ -92,6 +92,6 @@ const filters::Voice<6, 4> FRMNT3_VOICE_LIST[1] = {
       {{1407, 1988, 4666, 5226}, {60, 100, 120, 120}}}},
 };
 
-const int TRANSITION_LIST[kTransitions] = {0, 1, 2, 3, 4, 0, 2, 4, 3, 1};
-const int FRMNT_TRANSITION_LIST[kSpokenTransitions] = {0, 1, 2, 3, 4, 5, 7, 6, 9, 8, 0};
-const int FRMNT3_TRANSITION_LIST[kModernTransitions] = {0, 1, 2, 3, 4, 5};
+const int TRANSITION_LIST[filters::kTransitions] = {0, 1, 2, 3, 4, 0, 2, 4, 3, 1};
+const int FRMNT_TRANSITION_LIST[filters::kSpokenTransitions] = {0, 1, 2, 3, 4, 5, 7, 6, 9, 8, 0};
+const int FRMNT3_TRANSITION_LIST[filters::kModernTransitions] = {0, 1, 2, 3, 4, 5};

@@ -18,18 +18,20 @@ struct Voice {
   Vowel<kFormants> vowels[kVowels];
 };
 
-}  // namespace filters
-
 inline constexpr int kVoices = 5;
 inline constexpr int kSpeakers = 4;
-extern const filters::Voice<5, 5> VOICE_LIST[kVoices];
-extern const filters::Voice<10, 3> FRMNT_VOICE_LIST[kSpeakers];
-extern const filters::Voice<6, 4> FRMNT3_VOICE_LIST[1];
 
 // The walks wrap round at these lengths.
 inline constexpr int kTransitions = 10;
 inline constexpr int kSpokenTransitions = 11;
 inline constexpr int kModernTransitions = 6;
-extern const int TRANSITION_LIST[kTransitions];
-extern const int FRMNT_TRANSITION_LIST[kSpokenTransitions];
-extern const int FRMNT3_TRANSITION_LIST[kModernTransitions];
+
+}  // namespace filters
+
+extern const filters::Voice<5, 5> VOICE_LIST[filters::kVoices];
+extern const filters::Voice<10, 3> FRMNT_VOICE_LIST[filters::kSpeakers];
+extern const filters::Voice<6, 4> FRMNT3_VOICE_LIST[1];
+
+extern const int TRANSITION_LIST[filters::kTransitions];
+extern const int FRMNT_TRANSITION_LIST[filters::kSpokenTransitions];
+extern const int FRMNT3_TRANSITION_LIST[filters::kModernTransitions];

@@ -103,8 +103,9 @@ template <class S>
   return dsp::anyAbove(x, kCubeCounts) ? softClip(x) : x;
 }
 
-// One sample of a filter that takes two steps a sample: the tap before, between and after them, weighted 1/4, 1/2, 1/4.
-// That is a low-pass with its zero at half the rate of the steps, the simplest way back from two steps to one sample.
+// One sample of a filter that takes two steps per sample: the tap before, between and after them, weighted 1/4, 1/2,
+// 1/4. That is a low-pass with its zero at half the rate of the steps, the simplest way back from two steps to one
+// sample.
 template <class S, class Steps, class Tap>
 [[nodiscard]] inline S twoSteps(Steps& filter, const Tap& tap, S first, S second) noexcept {
   const S before = tap(filter);

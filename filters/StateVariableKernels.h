@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // State-variable filters: two integrators in a loop, which give low-pass, band-pass and high-pass at once. A stage
-// takes two steps a sample (`twoSteps`).
+// takes two steps per sample (`twoSteps`).
 //
 // Good at: all responses from one state, damping apart from the cutoff, cheap, smooth when its cutoff is swept fast.
 // Bad at: high cutoffs, where damping has to grow to keep it stable, and steep slopes, which take a second stage. The

@@ -7,7 +7,7 @@
 
 std::atomic<float> VGlobalCoeffs::g_sampleRate = 44100.0f;
 std::atomic<float> VGlobalCoeffs::g_sampleRate1 = 1.0f / 44100.0f;
-std::atomic<float> VGlobalCoeffs::g_tune = 440.0f;
+std::atomic<float> VGlobalCoeffs::g_tune = filters::kTuningHz;
 std::atomic<float> VGlobalCoeffs::svf10Hz = 0.0f;
 std::atomic<float> VGlobalCoeffs::svf1Hz = 0.0f;
 

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
-// The tables from which every filter type takes its coefficients: 64 steps a semitone for pitch, the same index for
+// The tables from which every filter type takes its coefficients: 64 steps per semitone for pitch, the same index for
 // resonance. One set serves all channels; it is read-only after `init`.
 #pragma once
 
 #include <atomic>
 #include <vector>
+
+namespace filters {
+
+inline constexpr float kTuningHz = 440.0f;  // of A4, the pitch that cutoffs count from
+
+}  // namespace filters
 
 struct VGlobalCoeffs {
   static constexpr int kEntries = 24576;

@@ -10,9 +10,9 @@ class VSmoothLog {
   [[nodiscard]] virtual const char* nameShort() const noexcept { return "SmoothLog"; }
   virtual ~VSmoothLog() = default;
 
-  // One step a block: in[0] is the target, out[0] the value after the step. The two unnamed buffers are not used.
+  // One step per block: in[0] is the target, out[0] the value after the step. The two unnamed buffers are not used.
   virtual void processBuffer(float* in, float* out, float*, float*, long count) noexcept;
-  // One step a sample toward `target`: out = in * value; `in` may be `out`.
+  // One step per sample toward `target`: out = in * value; `in` may be `out`.
   virtual void multiplyBuffer(float target, float* in, float* out, long count) noexcept;
 
   // `inverseRate` is the inverse of the rate at which samples are stepped.

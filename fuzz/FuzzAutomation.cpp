@@ -2,7 +2,7 @@
 // Any bytes as an automation file: parsed, and its promises checked.
 #include <cmath>
 
-#include "cli/values/Automation.h"
+#include "cli/files/Automation.h"
 #include "fuzz/Require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

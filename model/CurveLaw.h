@@ -12,7 +12,7 @@ namespace model {
 
 inline constexpr int kGraphTableSize = 65536;  // samples of a rendered graph
 
-// A segment as a piece of an exponential: position 1 at its left end falls by the factor `ratio` a sample and reaches
+// A segment as a piece of an exponential: position 1 at its left end falls by the factor `ratio` per sample and reaches
 // `end` at its right end; `scale` stretches 1 - end to 1.
 struct CurveCoef {
   double end;

@@ -40,8 +40,9 @@ struct GraphPoints {
   return static_cast<float>(graph) / static_cast<float>(kLastGraph);
 }
 
-// The snap grid's parameter goes by these steps; cells an axis, 1 to 16. The drawing takes no grid below 2.
+// The snap grid's parameter goes by these steps; cells an axis, 1 to 16. Nobody sees less than two of them.
 inline constexpr int kGridSteps = 15;
+inline constexpr int kFewestGridCells = 2;
 [[nodiscard]] inline int gridStep(float gridSize) noexcept {
   return integerPart(static_cast<double>(gridSize) * kGridSteps + 0.5);
 }

@@ -3,6 +3,8 @@
 // 109 commands of the editor and notices to it. Hosts and presets store the numbers; they never move.
 #pragma once
 
+namespace model {
+
 enum ParameterIndex : int {
   kRate = 0,
   kSwing,
@@ -66,6 +68,15 @@ enum ParameterIndex : int {
   kParameterRows = 110,
 };
 
+inline constexpr int kHostParameters = 70;  // what hosts list; the rest is between editor and effect
+
+// The automated points of the first graph: as many, with the curves before them, and Y, X and curve of each.
+inline constexpr int kAutomatedPointCount = 8;
+inline constexpr int kNumbersOfPoint = 3;
+inline constexpr int kPointParameters = kAutomatedPointCount * kNumbersOfPoint;
+
 inline constexpr float kNoticeClockValue = 11.0f;
 inline constexpr float kNoticeEditorSizeValue = 100.0f;
 inline constexpr float kPasteIntoAll = 999.0f;  // values above it paste into all graphs
+
+}  // namespace model

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // All that a project stores of the effect, as plain values: what chunks and presets are read into and written from.
 //
-// The fields have the names and the defaults of the effect's own; a fresh State is the state of a fresh effect.
+// The fields have the names and the defaults of the effect's own, the b of its booleans included, and `preset show`
+// lists them so; a fresh State is the state of a fresh effect.
 #pragma once
 
 #include <array>

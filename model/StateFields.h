@@ -50,7 +50,7 @@ struct Field {
 
 // A fresh state's value.
 [[nodiscard]] double defaultOf(const Field& field, int element) noexcept;
-// Stores `value` inside the field's limits and type; what is no finite number becomes the default.
+// Stores `value` inside the field's limits and type; NaN and infinities become the default.
 void store(State& state, const Field& field, int element, double value) noexcept;
 
 }  // namespace model

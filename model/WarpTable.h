@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "model/Numbers.h"
 
@@ -25,6 +26,11 @@ inline constexpr double kWarpScale = 16.9999;  // and not 17: stored projects re
 // Values outside 0 to 1 get the nearest end.
 [[nodiscard]] inline int warpEntry(float warp) noexcept {
   return std::clamp(integerPart(static_cast<double>(warp) * kWarpScale + 0.5), 0, kWarps - 1);
+}
+
+// The parameter's value at an entry.
+[[nodiscard]] constexpr float valueOfWarp(std::size_t entry) noexcept {
+  return static_cast<float>(entry) / static_cast<float>(kWarps - 1);
 }
 
 [[nodiscard]] inline double warpMultiplier(float warp) noexcept {

@@ -4,6 +4,7 @@
 #include "editor/shell/LFOGUI.h"
 #include "toolkit/headless/HeadlessPlatform.h"
 
+namespace plugin {
 namespace {
 
 // The widget layer draws into memory while this lives; windows that are open go on with theirs.
@@ -41,3 +42,5 @@ bool drawEditorPicture(LFOGUI& editor, int widthPx, int heightPx, const char* pa
   editor.resizeTo(width, height);
   return written;
 }
+
+}  // namespace plugin

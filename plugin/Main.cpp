@@ -15,8 +15,8 @@ VstIntPtr drawEditor(AEffect* record, VstIntPtr size, const void* path) {
   auto* const effect = static_cast<AudioEffect*>(record->object);
   auto* const editor = dynamic_cast<LFOGUI*>(effect->getEditor());
   if (!editor || !path) return 0;
-  return drawEditorPicture(*editor, static_cast<int>(size >> 16 & 0x7fff), static_cast<int>(size & 0x7fff),
-                           static_cast<const char*>(path));
+  return plugin::drawEditorPicture(*editor, static_cast<int>(size >> 16 & 0x7fff), static_cast<int>(size & 0x7fff),
+                                   static_cast<const char*>(path));
 }
 
 // The frame's dispatcher with the one call that the effect cannot serve, as it knows no editor of its own.

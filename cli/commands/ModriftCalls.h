@@ -13,11 +13,11 @@ namespace modrift::cli {
 [[nodiscard]] bool isModrift(const host::Plugin& plugin) noexcept;
 
 // Numbers behind the listed parameters: settings and commands of the plug-in's own editor, up to this count.
-inline constexpr VstInt32 kModriftNumbers = kParameterRows;
+inline constexpr VstInt32 kModriftNumbers = model::kParameterRows;
 enum class Command : VstInt32 {
-  loadShape = kLoadShape,        // into the current graph; 1 does it
-  currentGraph = kCurrentGraph,  // number / 11
-  exportMidi = kExportMidi,      // 1 at full height, 0 at the cutoff's depth
+  loadShape = model::kLoadShape,        // into the current graph; 1 does it
+  currentGraph = model::kCurrentGraph,  // number / 11
+  exportMidi = model::kExportMidi,      // 1 at full height, 0 at the cutoff's depth
 };
 
 // The file of the next command. Throws RunError, naming `option`, for another plug-in than Modrift and for a path that

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 
+#include "cli/values/Numbers.h"
 #include "model/MidiBytes.h"
 
 namespace modrift::cli {
@@ -128,13 +129,12 @@ std::variant<MidiSong, MidiFileFault> parseMidiFile(std::span<const std::uint8_t
 }
 
 std::vector<host::MidiEvent> eventsOf(const MidiSong& song, double tempoBpm, double sampleRateHz) {
-  constexpr double kLastFrame = 9007199254740992.0;  // frames are limited to what 53 bits hold
   const double unitSeconds = song.inSeconds ? 1.0 : 60.0 / tempoBpm;
   std::vector<host::MidiEvent> events;
   events.reserve(song.messages.size());
   for (const MidiFileMessage& message : song.messages) {
     const double frame = static_cast<double>(message.tick) / song.ticksPerUnit * unitSeconds * sampleRateHz;
-    events.push_back({static_cast<std::int64_t>(std::min(std::round(frame), kLastFrame)),
+    events.push_back({static_cast<std::int64_t>(std::min(std::round(frame), kMostFrames)),
                       {message.bytes.begin(), message.bytes.begin() + message.length}});
   }
   return events;

@@ -31,8 +31,7 @@ void analyse(PowerSpectrum& spectrum, std::vector<float> samples) {
 
 FilterMeasurement::FilterMeasurement()
     : impulseSpectrum_(kMeasured, kRunningRateHz, Window::level), toneSpectrum_(kMeasured, kRunningRateHz) {
-  constexpr float kTuningHz = 440.0f;
-  tables_.init(kTuningHz, kHostRateHz);
+  tables_.init(filters::kTuningHz, kHostRateHz);
 }
 
 bool FilterMeasurement::makesNewTones(int type) noexcept {

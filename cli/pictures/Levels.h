@@ -12,7 +12,7 @@ namespace modrift::cli {
 struct Levels {
   double peak = 0.0;           // largest magnitude; full scale is 1
   double rms = 0.0;            // over all channels
-  std::int64_t notFinite = 0;  // samples that are no number or infinite; they count nowhere else
+  std::int64_t notFinite = 0;  // samples that are NaN or infinite; they count nowhere else
 };
 
 [[nodiscard]] Levels measureLevels(std::span<const std::vector<float>> channels);

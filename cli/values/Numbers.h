@@ -46,7 +46,10 @@ template <class Number>
   return detail::parseWhole<int>(text);
 }
 
-// Numbers and what is none to compute with: "nan", "inf", "1e999" and their kin.
+// Frames that doubles count one by one: 2 to the 53.
+inline constexpr double kMostFrames = 9007199254740992.0;
+
+// Numbers, and also what nobody can compute with: "nan", "inf", "1e999" and their like.
 [[nodiscard]] inline bool isAnyNumber(std::string_view text) noexcept {
   text = trimmed(text);
   if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);

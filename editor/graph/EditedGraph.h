@@ -26,7 +26,7 @@
 
 // A selected point.
 struct MultiSelectPoint {
-  float weight;                  // 0 to 1: how much of a drag the point follows; not a number stops the drag
+  float weight;                  // 0 to 1: how much of a drag the point follows; NaN stops the drag
   VSTGUI::CPoint origin;         // from where a drag is measured
   VSTGUI::CPoint firstPosition;  // where it was selected
   int index;                     // of the point
@@ -34,9 +34,10 @@ struct MultiSelectPoint {
 
 namespace editor {
 
-inline constexpr int kEditedPoints = 64;              // points of a graph in the editor at most
-inline constexpr double kEditedStraight = 0.4999998;  // curve of a segment that was made straight by an edit
-inline constexpr std::size_t kDisplayTable = 65546;   // entries of the display's tables; the last ten are spare
+inline constexpr int kEditedPoints = model::kStoredSlots;  // points of a graph in the editor at most
+inline constexpr double kEditedStraight = 0.4999998;       // curve of a segment that was made straight by an edit
+inline constexpr std::size_t kDisplayTable =
+    model::kGraphTableSize + 10;  // entries of the display's tables; ten to spare
 
 // Of a curve handle whose segment is too short to have one.
 inline constexpr VSTGUI::CRect kNoHandle{-1, -1, -1, -1};
@@ -93,7 +94,7 @@ class EditedGraph {
   void selectByReach(int center, const VSTGUI::CPoint& where);
   // In `selectionRect`.
   void selectInRect(int lastCandidate);
-  // By shares of the graph's extents, from the points' origins; false when a weight is no number.
+  // By shares of the graph's extents, from the points' origins; false when a weight is NaN.
   bool moveSelection(double dx, double dy, Stretch stretch);
   // The next drag starts from where the points are.
   void renewOrigins();
@@ -115,7 +116,7 @@ class EditedGraph {
   // --- Geometry, pixels
   const double graphWidth;
   const double graphHeight;
-  const float shapeScale;                      // table entries a pixel
+  const float shapeScale;                      // table entries per pixel
   const double closeEnoughDistance;            // half a point handle
   const double handleMargin;                   // round a handle, for hover and press
   Shared<std::int32_t> gridSize{kFreshCells};  // cells an axis

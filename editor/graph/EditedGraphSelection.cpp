@@ -24,7 +24,7 @@ double moved(double origin, double by, float weight, double extent) {
 std::uint32_t EditedGraph::AllocateSelPoint(int index, float weight) {
   if (selection.size() >= at(kEditedPoints)) return ~std::uint32_t{0};
   const CPoint& p = points[at(index)];
-  selection.push_back({std::clamp(weight, 0.0f, 1.0f), p, p, index});  // a weight that is no number stays none
+  selection.push_back({std::clamp(weight, 0.0f, 1.0f), p, p, index});  // NaN stays NaN
   return static_cast<std::uint32_t>(selection.size());
 }
 
@@ -52,8 +52,8 @@ void EditedGraph::removeSelected() {
 
 // --- Selecting
 
-// Weights fall from 1 at the point to 0 at the rim. A reach of 0 gives a weight that is no number, which keeps the
-// point from moving.
+// Weights fall from 1 at the point to 0 at the rim. A reach of 0 gives a weight of NaN, which keeps the point from
+// moving.
 void EditedGraph::selectByReach(int center, const CPoint& where) {
   const double middle = points[at(center)].x;
   const double reach = single(wholePixels(middle - where.x) / graphWidth);

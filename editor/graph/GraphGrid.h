@@ -12,11 +12,12 @@
 namespace editor {
 
 // Cells an axis.
-inline constexpr int kFewestCells = 2;
 inline constexpr int kMostCells = 32;
 inline constexpr int kFreshCells = 8;
 
-[[nodiscard]] constexpr int limitedCells(int cells) noexcept { return std::clamp(cells, kFewestCells, kMostCells); }
+[[nodiscard]] constexpr int limitedCells(int cells) noexcept {
+  return std::clamp(cells, model::kFewestGridCells, kMostCells);
+}
 
 // The parameter's cells.
 [[nodiscard]] inline int cellsOf(float parameter) noexcept { return limitedCells(model::gridCells(parameter)); }

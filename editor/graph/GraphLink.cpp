@@ -16,9 +16,7 @@ namespace editor {
 
 namespace {
 
-static_assert(kAutomatedPointCount == kAutomatedPoints / 3);
-
-int pointParameter(int point) { return kPoint1 + 3 * point; }
+int pointParameter(int point) { return kPoint1 + kNumbersOfPoint * point; }
 int xParameter(int point) { return pointParameter(point) + 1; }
 int curveParameter(int segment) { return pointParameter(segment) + 2; }
 

@@ -32,8 +32,7 @@ class LfoDSP;
 
 namespace editor {
 
-inline constexpr int kFirstCurveHandle = 65;    // codes of `pressedPoint`: 65 + s is the curve handle of segment s
-inline constexpr int kAutomatedPointCount = 8;  // of graph 1, with the curves before them
+inline constexpr int kFirstCurveHandle = 65;  // codes of `pressedPoint`: 65 + s is the curve handle of segment s
 
 }  // namespace editor
 
@@ -127,7 +126,7 @@ class LFODisplay : public VSTGUI::CParamDisplay, public editor::EditedGraph {
   std::vector<float> scopeOutCopy;
   std::vector<float> scopeInCopy;
   VSTGUI::CColor scopeOutColor{255, 128, 128, 128};
-  VSTGUI::CColor scopeInColor{192, 192, 192, 64};
+  VSTGUI::CColor scopeInColor{ScopeWaveFormLight};
   Shared<float> pwmValue{0.5f};
   Shared<float> graphOutValue{0.5f};
   Shared<float> phaseValue{0.0f};

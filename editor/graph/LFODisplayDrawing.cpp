@@ -19,7 +19,6 @@ using editor::wholePixels;
 
 namespace {
 
-constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr CDrawMode kSharp{kAliasing | kNonIntegralMode};
 
 int pixelColumn(double x) { return static_cast<int>(x + 0.5); }
@@ -130,17 +129,14 @@ void LFODisplay::plotWave(CDrawContext* /*context*/) {
 
 void LFODisplay::drawLFOEdit(CDrawContext* context, int columns) {
   context->setFrameColor(LFOLineColor);
-  context->setDrawMode(kSmooth);
-  const double bend = (static_cast<double>(pwmValue) - 0.5) * 1.992;
+  context->setDrawMode(kSmoothMode);
   effect::ClockSettings clock;  // the law that plays the graph
-  clock.pwmAmount = std::abs(bend);
-  clock.pwmLate = bend >= 0.0;
-  const bool bends = pwmValue != 0.5f;
+  effect::setPwm(clock, pwmValue);
   const double phase = static_cast<double>(phaseValue);
   for (int i = 0; i < columns; ++i) {
     double p = std::max(0.0, phase + i * (1.0 / graphWidth));
     if (p > 1.0) p -= std::floor(p);
-    if (bends) p = effect::pwmPosition(p, clock);
+    if (clock.hasPwm) p = effect::pwmPosition(p, clock);
     const auto entry = static_cast<int>(p * (kGraphTableSize - 1) + 0.5);
     curvePolyline[at(i)] = {i + 1.0, (1.0 - static_cast<double>(shapeTable[at(entry)])) * graphHeight};
   }
@@ -156,7 +152,7 @@ void LFODisplay::fillCurve(CDrawContext& context, int columns) const {
   path->addLine({right, points[at(lastPoint)].y});
   path->addLine({right, getHeight()});
   path->addLine({0, getHeight()});
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   const auto gradient = Counted<CGradient>::adopt(path->createGradient(0.0, 1.0, LFO_BG_G1, LFO_BG_G2));
   context.fillLinearGradient(path, *gradient, {getWidth() / 2, 0}, {getWidth() / 2, getHeight()});
   strokeOnPixels(context, path);
@@ -186,14 +182,14 @@ void LFODisplay::strokeOutline(CDrawContext& context, int columns) const {
   for (int i = 1; i < columns; ++i) path->addLine(curvePolyline[at(i)]);
   path->addLine({curvePolyline[at(columns)].x, points[at(lastPoint)].y});
   context.setFrameColor(LFOLineColor);
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   strokeOnPixels(context, path);
 }
 
 // --- Handles
 
 void LFODisplay::drawEnvStuff(CDrawContext* context) {
-  context->setDrawMode(kSmooth);
+  context->setDrawMode(kSmoothMode);
   context->setFrameColor(kWhiteCColor);
   context->setFillColor(LFOBgLinesBright);
   context->setLineWidth(1.0);
@@ -207,7 +203,7 @@ std::optional<CColor> LFODisplay::weightColor(int point) const {
   if (!selectionActive && !marqueeActive) return std::nullopt;
   const auto entry = std::ranges::find(selection, point, &MultiSelectPoint::index);
   if (entry == selection.end()) return std::nullopt;
-  const float weight = entry->weight > 0.0f ? entry->weight : 0.0f;  // one that is no number too
+  const float weight = entry->weight > 0.0f ? entry->weight : 0.0f;  // for NaN too
   const auto last = static_cast<float>(kWeightColors - 1);
   return weightColors[std::min(static_cast<std::size_t>(weight * last + 0.5f), kWeightColors - 1)];
 }

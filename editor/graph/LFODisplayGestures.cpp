@@ -4,12 +4,12 @@
 
 #include "editor/graph/GraphReports.h"
 #include "editor/graph/LFODisplay.h"
+#include "model/ParameterIndex.h"
 #include "toolkit/views/CFrame.h"
 
 using namespace model;
 using namespace VSTGUI;
 using editor::at;
-using editor::kAutomatedPointCount;
 using editor::kFirstCurveHandle;
 using editor::Stretch;
 using editor::wholePixels;
@@ -215,7 +215,7 @@ void LFODisplay::dragMarquee(const CPoint& where, int masked) {
   selectInRect(lastPoint - 1);
 }
 
-// False when a weight is no number.
+// False when a weight is NaN.
 bool LFODisplay::dragSelection(CPoint& where, int masked) {
   where.y = std::clamp(where.y, 0.0, graphHeight);
   if (!isPoint(pressedPoint)) return true;

@@ -16,7 +16,6 @@ using editor::at;
 
 namespace {
 
-constexpr CDrawMode kSmooth{kAntiAliasing | kNonIntegralMode};
 constexpr int kTextUp = 14;  // the overlay text is a 14th of the view high
 
 // The length of the shown graph's cycle in beats; 0 for a clock of its own.
@@ -50,7 +49,7 @@ void LFODisplay::drawMarquee(CDrawContext& context) const {
 
 // +1 lies at the bottom of the graph, -1 at the top.
 void LFODisplay::drawScope(CDrawContext& context) const {
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   context.setLineWidth(0.0);
   const double half = graphHeight / 2;
   const CRect& view = getViewSize();
@@ -91,7 +90,7 @@ void LFODisplay::drawPlaybackBar(CDrawContext& context) const {
 
 void LFODisplay::drawOverlay(CDrawContext& context) const {
   const CRect& view = getViewSize();
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   context.setFont(kSystemFont, view.getHeight() / kTextUp);
   const double alpha = std::min(255.0, overlayTimer * 1.2);
   context.setFontColor({255, 255, 255, static_cast<std::uint8_t>(alpha)});
@@ -114,7 +113,7 @@ void LFODisplay::drawTooltip(CDrawContext& context) const {
   context.setFillColor({16, 29, 31, 235});
   context.setFrameColor(BlueFaderDot);
   context.drawRect(box, kDrawFilledAndStroked);
-  context.setDrawMode(kSmooth);
+  context.setDrawMode(kSmoothMode);
   context.setFontColor(MyFontColor);
   context.drawString(text.c_str(), box, kCenterText);
 }

@@ -17,7 +17,6 @@ using namespace VSTGUI;
 
 namespace {
 
-constexpr CDrawMode kSmooth = kNonIntegralMode | kAntiAliasing;
 // The largest bitmap: the background of a window of 8000 by 8000 passes.
 constexpr double kMostPixels = 8192.0 * 8192.0;
 // Pixels from the origin; far beyond, the fixed-point numbers of the drawing library wrap round.
@@ -56,7 +55,7 @@ CPoint pointAt(const NSVGpath& path, int index) {
 
 bool withinReach(CPoint p) { return std::abs(p.x) <= kFarthestPixel && std::abs(p.y) <= kFarthestPixel; }
 
-// False too for what is not a number.
+// False for NaN too.
 bool canBePainted(const NSVGshape& shape, const CGraphicsTransform& transform) {
   for (const NSVGpath* path = shape.paths; path; path = path->next)
     for (int i = 0; i < path->npts; ++i)
@@ -90,9 +89,9 @@ void paintShape(CDrawContext& context, const NSVGshape& shape, const CGraphicsTr
 COffscreenContext* createContext(CFrame* frame, double width, double height) {
   const double wholeWidth = std::trunc(width + 0.5);
   const double wholeHeight = std::trunc(height + 0.5);
-  if (!(wholeWidth * wholeHeight <= kMostPixels)) return nullptr;  // nor what is not a number
+  if (!(wholeWidth * wholeHeight <= kMostPixels)) return nullptr;  // for NaN too
   auto* context = COffscreenContext::create(frame, wholeWidth, wholeHeight, 1.0);
-  if (context) context->setDrawMode(kSmooth);
+  if (context) context->setDrawMode(kSmoothMode);
   return context;
 }
 

@@ -17,7 +17,7 @@ class ParameterNotes {
  public:
   // [any] Neither waits nor allocates; an index outside of the table is ignored.
   void post(int index, float value) noexcept {
-    if (index < 0 || index >= kParameterRows) return;
+    if (index < 0 || index >= model::kParameterRows) return;
     const auto i = static_cast<std::size_t>(index);
     values_[i] = value;
     fresh_[i / kBits].fetch_or(std::uint64_t{1} << (i % kBits), std::memory_order_release);
@@ -41,8 +41,8 @@ class ParameterNotes {
 
  private:
   static constexpr std::size_t kBits = 64;
-  std::array<Shared<float>, kParameterRows> values_{};
-  std::array<std::atomic<std::uint64_t>, (kParameterRows + kBits - 1) / kBits> fresh_{};
+  std::array<Shared<float>, model::kParameterRows> values_{};
+  std::array<std::atomic<std::uint64_t>, (model::kParameterRows + kBits - 1) / kBits> fresh_{};
 };
 
 }  // namespace editor

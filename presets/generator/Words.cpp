@@ -6,6 +6,8 @@
 #include <cmath>
 #include <vector>
 
+#include "effect/ExpMapper.h"
+#include "effect/Helpers.h"
 #include "effect/LfoClock.h"
 #include "effect/PadLFO.h"
 #include "effect/ParameterTable.h"
@@ -18,8 +20,6 @@ using namespace effect;
 
 namespace modrift::factory {
 namespace {
-
-constexpr int kRateSteps = 42;  // the rate's highest step; 0 is the lowest
 
 std::optional<double> inRange(std::optional<double> value, double least, double most) {
   return value && *value >= least && *value <= most ? value : std::nullopt;
@@ -36,15 +36,11 @@ std::optional<std::size_t> placeOf(std::string_view text, const Names& names) {
   return static_cast<std::size_t>(place - std::begin(names));
 }
 
-// The middle of a step, so that no rounding on the way moves it to its neighbour.
-float middleOfRateStep(std::size_t step) { return (static_cast<float>(step) + 0.5f) / static_cast<float>(kRateSteps); }
-
 // --- Values
 
 std::optional<float> readRate(std::string_view text) {
-  constexpr double kHighestHz = 440.0;
-  if (const auto hertz = inRange(readQuantity(text, "Hz"), 0.0, kHighestHz)) {
-    return static_cast<float>(std::pow(*hertz / kHighestHz, 0.25));
+  if (const auto hertz = inRange(readQuantity(text, "Hz"), 0.0, kFastestFreeHz)) {
+    return static_cast<float>(std::pow(*hertz / kFastestFreeHz, 0.25));
   }
   const auto step = placeOf(text, LFOTimes);
   return step ? std::optional(middleOfRateStep(*step)) : std::nullopt;
@@ -79,17 +75,19 @@ std::optional<float> readCount(std::string_view text, double least, double most,
 }
 
 std::optional<float> readGraphNumber(std::string_view text) { return readCount(text, 1.0, kGraphs, kGraphs); }
-std::optional<float> readController(std::string_view text) { return readCount(text, 0.0, 127.0, 128.0); }
+std::optional<float> readController(std::string_view text) {
+  return readCount(text, 0.0, kSevenBitValues - 1.0, kSevenBitValues);
+}
 
-// The effect keeps one cell less than it shows, in fifteenths.
+// The effect keeps one cell less than it shows.
 std::optional<float> readGrid(std::string_view text) {
-  const auto cells = readCount(text, 1.0, 16.0, 16.0);
+  const auto cells = readCount(text, 1.0, kGridSteps + 1.0, kGridSteps + 1.0);
   return cells && *cells > 0.0f ? cells : std::nullopt;
 }
 
 std::optional<float> readWarp(std::string_view text) {
   const auto entry = placeOf(text, WarpNames);
-  return entry ? std::optional(static_cast<float>(*entry) / static_cast<float>(kWarps - 1)) : std::nullopt;
+  return entry ? std::optional(valueOfWarp(*entry)) : std::nullopt;
 }
 
 std::optional<float> readFilterType(std::string_view text) {
@@ -100,8 +98,8 @@ std::optional<float> readFilterType(std::string_view text) {
 }
 
 std::optional<float> readXoverFrequency(std::string_view text) {
-  constexpr double kLowestHz = 20.0;
-  constexpr double kHighestHz = 20000.0;
+  constexpr auto kLowestHz = static_cast<double>(kLowestXoverHz);
+  constexpr auto kHighestHz = static_cast<double>(kHighestXoverHz);
   const auto hertz = inRange(readQuantity(text, "Hz"), kLowestHz, kHighestHz);
   if (!hertz) return std::nullopt;
   return static_cast<float>(std::log(*hertz / kLowestHz) / std::log(kHighestHz / kLowestHz));

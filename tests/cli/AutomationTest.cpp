@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "cli/values/Automation.h"
+#include "cli/files/Automation.h"
 
 namespace modrift::cli {
 namespace {

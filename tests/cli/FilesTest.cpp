@@ -103,7 +103,7 @@ TEST(RenderTargets, RefuseToReplaceInputsAndEachOther) {
   EXPECT_EQ(renderTargets(one, {out}, automation)[0].output, out);
 }
 
-TEST(Channels, MeetAsTheHelpTells) {
+TEST(Channels, AreMixedAndDoubledAsTheHelpSays) {
   const host::Planar stereo = {{1.0f}, {0.5f}}, mono = {{1.0f}}, twice = {{1.0f}, {1.0f}};
   EXPECT_EQ(fitToInputs(mono, 2, ResultChannels::stereo), twice);
   EXPECT_EQ(fitToInputs(stereo, 1, ResultChannels::stereo), (host::Planar{{0.75f}}));

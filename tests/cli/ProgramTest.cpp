@@ -11,6 +11,8 @@
 #include "model/ParameterIndex.h"
 #include "tests/cli/ProgramRun.h"
 
+using namespace model;
+
 namespace modrift::cli {
 namespace {
 

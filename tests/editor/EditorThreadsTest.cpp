@@ -7,6 +7,8 @@
 #include "editor/shell/LFOGUI.h"
 #include "tests/editor/GraphWindow.h"
 
+using namespace model;
+
 namespace {
 
 using editor::at;
@@ -107,7 +109,7 @@ TEST_F(EditorThreads, ShowWhatSoundsOnceAllIsQuiet) {
     block();
   });
   std::thread automation = repeat(500, [this](Random& random) {
-    const int index = random.below(4) == 0 ? random.below(kHostParameters) : kPoint1 + random.below(kAutomatedPoints);
+    const int index = random.below(4) == 0 ? random.below(kHostParameters) : kPoint1 + random.below(kPointParameters);
     record()->setParameter(record(), index, random.unit());
   });
   std::thread project = repeat(20000, [this](Random&) { storeAndRestore(); });

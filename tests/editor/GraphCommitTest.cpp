@@ -5,6 +5,8 @@
 #include "tests/editor/GraphWindow.h"
 #include "toolkit/base/IDataPackage.h"
 
+using namespace model;
+
 namespace {
 
 using namespace editor;

@@ -11,6 +11,8 @@
 #include "editor/graph/GraphTooltip.h"
 #include "tests/editor/GraphWindow.h"
 
+using namespace model;
+
 namespace {
 
 using namespace editor;

@@ -19,7 +19,7 @@
 #include "toolkit/views/CFrame.h"
 
 // Parameters of graph 1.
-constexpr int yOf(int point) { return kPoint1 + 3 * point; }
+constexpr int yOf(int point) { return model::kPoint1 + model::kNumbersOfPoint * point; }
 constexpr int xOf(int point) { return yOf(point) + 1; }
 constexpr int curveOf(int segment) { return yOf(segment) + 2; }
 
@@ -76,8 +76,8 @@ class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
     editor::commitGraphEdit(*display, rig.fx());
   }
   void setParameter(VstInt32 index, float) override {
-    if (index == kNoticeGraph) editor::loadGraph(*display, rig.fx(), false);
-    if (index == kNoticePoint) reloads_ = true;
+    if (index == model::kNoticeGraph) editor::loadGraph(*display, rig.fx(), false);
+    if (index == model::kNoticePoint) reloads_ = true;
   }
   void idle() override {
     if (reloads_) editor::loadGraph(*display, rig.fx(), true);
@@ -125,7 +125,7 @@ class GraphWindow : public VSTGUI::IControlListener, public AEffEditor {
     reports.clear();
     rig.host.edits.clear();
   }
-  void selectGraph(int g) { rig.set(kCurrentGraph, g / 11.0); }
+  void selectGraph(int g) { rig.set(model::kCurrentGraph, g / 11.0); }
   // The effect plays its first block.
   void warmUp() { rig.playOnes(64); }
   // What the host was told since the last call.

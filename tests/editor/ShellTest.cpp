@@ -12,6 +12,8 @@
 #include "tests/effect/TestHost.h"
 #include "toolkit/headless/HeadlessPlatform.h"
 
+using namespace model;
+
 namespace {
 
 using VSTGUI::HeadlessFrame;

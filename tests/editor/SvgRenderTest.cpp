@@ -3,12 +3,12 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "editor/panel/PanelImages.h"
 #include "editor/panel/ReferenceSize.h"
 #include "editor/panel/SvgRender.h"
+#include "tests/TemporaryFolder.h"
 #include "toolkit/base/Bundle.h"
 #include "toolkit/drawing/VectorImage.h"
 #include "toolkit/views/CFrame.h"
@@ -142,8 +142,7 @@ TEST_F(SvgRendering, PaintsEveryImageOfThePanelAtItsSize) {
 // What the painting leaves out would be missing on the panel, though it shows in other programs.
 TEST(PanelImages, UseOnlyWhatIsPainted) {
   for (const PanelImage& image : kPanelImages) {
-    std::ifstream file(kResources / image.file, std::ios::binary);
-    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::string text = readText(kResources / image.file);
     for (const char* word : {"radient", "<text", "<use", "<style", "class=", "clip-", "filter", "mask", "dasharray",
                              "linecap", "linejoin", "evenodd", "display", "visibility"})
       EXPECT_EQ(text.find(word), std::string::npos) << word << " in " << image.file;

@@ -6,6 +6,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 constexpr float kCentreGain = 1.0003273f;  // the pan law in the middle; never bypassed
@@ -57,7 +59,7 @@ TEST(HeldAndEmptyBlocks, LeaveTheOutputsAlone) {
   EXPECT_EQ(left, kCentreGain);
 }
 
-TEST(Input, ThatIsNoNumberIsGoneByTheNextCleanBlock) {
+TEST(Input, ThatIsNaNOrInfiniteIsGoneByTheNextCleanBlock) {
   for (const float poison : {NAN, INFINITY, -INFINITY}) {
     for (const int way : {kFilterOn, kXoverOn, kDepthVol}) {  // filter, crossover, gains
       EffectRig rig;

@@ -5,6 +5,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 // The read position of the sample at `beat`, 120 beats a minute, on the beat clock, after `settings`.

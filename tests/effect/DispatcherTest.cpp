@@ -6,6 +6,8 @@
 #include "effect/Helpers.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 TEST(Record, TellsTheHostWhatItIs) {
@@ -27,7 +29,7 @@ TEST(Answers, AreThoseOfTheInterface) {
   const std::pair<VstInt32, VstIntPtr> kNumbers[] = {{effIdentify, 0x4E764566},
                                                      {effCanBeAutomated, 1},
                                                      {effGetPlugCategory, 1},
-                                                     {effGetVendorVersion, kVendorVersion},
+                                                     {effGetVendorVersion, effect::kVendorVersion},
                                                      {effGetTailSize, 1},
                                                      {effGetVstVersion, 2400},
                                                      {effGetNumMidiInputChannels, 1},

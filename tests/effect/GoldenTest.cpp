@@ -12,13 +12,15 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iomanip>
-#include <iterator>
 #include <sstream>
 #include <unistd.h>
 
 #include "model/ParameterIndex.h"
 #include "model/PrivateCalls.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/effect/TestHost.h"
+
+using namespace model;
 
 namespace {
 
@@ -179,8 +181,7 @@ class Performance {
     rig_.fx().bDontInsertMIDIEachPPQ_OnRender = random_.below(2) != 0;
     rig_.fx().setLoadPath(path.c_str());
     set(kExportMidi, random_.pick({0.0f, 1.0f}));
-    std::ifstream file(path, std::ios::binary);
-    for (const char byte : std::string(std::istreambuf_iterator<char>(file), {})) sum_.add(static_cast<float>(byte));
+    for (const char byte : readText(path)) sum_.add(static_cast<float>(byte));
     std::filesystem::remove(path);
   }
 
@@ -196,7 +197,7 @@ class Performance {
   void betweenBlocks(bool first, int frames) {
     const int turn = random_.below(4);
     if (first || turn == 0) changeSettings();
-    for (int n = 0; !first && turn == 1 && n < 6; ++n) set(kPoint1 + random_.below(kAutomatedPoints), value());
+    for (int n = 0; !first && turn == 1 && n < 6; ++n) set(kPoint1 + random_.below(kPointParameters), value());
     if (random_.below(8) == 0) resume();
     if (random_.below(12) == 0) reloadState();
     if (setting_.notes) sendNotes(frames);

@@ -12,6 +12,7 @@
 #include "effect/ControllerFile.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
 using namespace effect;
 
 namespace {
@@ -124,9 +125,9 @@ TEST(Export, LastsABarOrEightByTheRate) {
 }
 
 TEST(Export, TakesTheSongsTempoWhetherItPlaysStandsOrIsUnknown) {
-  for (const auto& [bpm, bPlays, frames] : {std::tuple{90.0, true, 61}, {90.0, false, 61}, {0.0, false, 46}}) {
+  for (const auto& [bpm, plays, frames] : {std::tuple{90.0, true, 61}, {90.0, false, 61}, {0.0, false, 46}}) {
     ExportRig rig;
-    rig.at(3.0, bpm, bPlays);
+    rig.at(3.0, bpm, plays);
     rig.host.givesTime = bpm > 0.0;
     rig.playOnes(512);
     testing::internal::CaptureStderr();

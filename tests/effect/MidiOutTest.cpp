@@ -4,6 +4,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 // The cutoff goes up and down so fast that its seven bits change in every tick of a block.

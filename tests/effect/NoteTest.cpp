@@ -5,6 +5,7 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
 using namespace effect;
 
 namespace {

@@ -8,6 +8,8 @@
 
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 struct RoundTrip {
@@ -87,7 +89,7 @@ TEST(Parameters, HaveTheirDefaults) {
     EXPECT_EQ(rig.get(index), expected[static_cast<std::size_t>(index)]) << "index " << index;
 }
 
-TEST(Parameters, IgnoreWhatIsNoNumber) {
+TEST(Parameters, IgnoreNaNAndInfinities) {
   using Limits = std::numeric_limits<double>;
   EffectRig rig;
   rig.playOnes(1);
@@ -119,7 +121,7 @@ TEST(ParameterNames, AreThoseThatHostsShow) {
   for (int g = 1; g <= model::kGraphs; ++g)
     names.push_back(std::string("Warp ") + (g < 10 ? "0" : "") + std::to_string(g));
   names.insert(names.end(), {"LFO Depth", "VF Var", "VF Mix", "Timing"});
-  for (int p = 0; p < kAutomatedPoints / 3; ++p) {
+  for (int p = 0; p < kPointParameters / 3; ++p) {
     names.push_back("Point Y" + std::to_string(p));
     names.push_back("Point X" + std::to_string(p));
     names.push_back("Curve  " + std::to_string(p + 1));

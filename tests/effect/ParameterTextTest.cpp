@@ -7,6 +7,8 @@
 #include "model/PrivateCalls.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
+
 namespace {
 
 std::string shown(EffectRig& rig, int index) {

@@ -15,6 +15,8 @@
 #include "model/ParameterIndex.h"
 #include "tests/model/ChunkBuilder.h"
 
+using namespace model;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -100,11 +100,11 @@ TEST(EffectState, IsToldToEditorAndHostInOrder) {
   EffectRig rig;
   auto* const editor = new RecordingEditor;
   rig.fx().setEditor(editor);
-  const auto heardOf = [&](const ChunkBuilder& chunk, bool bClockToo = false) {
+  const auto heardOf = [&](const ChunkBuilder& chunk, bool clockToo = false) {
     editor->heard.clear();
     rig.host.automated.clear();
     load(rig, chunk);
-    if (!bClockToo) std::erase(editor->heard, kNoticeClock);
+    if (!clockToo) std::erase(editor->heard, kNoticeClock);
     return testing::PrintToString(editor->heard);
   };
   State state = randomState(4);
@@ -311,7 +311,7 @@ TEST_F(EffectFiles, PresetsComeBackAndKeepALockedController) {
   EXPECT_EQ(lostBy(rig, expected), "");
 }
 
-TEST_F(EffectFiles, PresetsThatAreNoneChangeNothing) {
+TEST_F(EffectFiles, RefusedPresetsChangeNothing) {
   auto file = model::writePreset(model::writeChunk(randomState(3)));
   write("torn.fxp", std::span(file).first(18883));
   file.resize(model::kLargestPresetFile + 1);

@@ -82,7 +82,7 @@ TEST(WildValues, OfGraphPointsAreHarmless) {
     rig.set(kCopyGraph, 1.0);
     rig.set(kPasteGraph, 1000.0);
     rig.playOnes(1);
-    for (int point = kPoint1; point < kPoint1 + kAutomatedPoints; ++point) rig.set(point, 0.3);
+    for (int point = kPoint1; point < kPoint1 + kPointParameters; ++point) rig.set(point, 0.3);
     expectFinite(rig, "points");
   }
 }

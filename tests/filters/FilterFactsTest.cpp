@@ -340,7 +340,7 @@ TEST(FilterFacts, DryMixIsTheInputAsEachFamilyHearsIt) {
   }
 }
 
-TEST(FilterFacts, BlocksOfNoSampleLeaveNoTrace) {
+TEST(FilterFacts, BlocksOfNoSampleChangeNothing) {
   Noise random(4u);
   Signal noise(480);
   for (float& x : noise) x = random();

@@ -2,7 +2,7 @@
 // The sound of each type, held bit for bit on every build: settings that sweep, settings that jump, and one filter that
 // goes from type to type. A line of a golden file has a name, a checksum of all samples, and a share of the samples
 // themselves, so that a difference shows where it begins. After a wanted change:
-// MODRIFT_WRITE_GOLDEN=tests/filters modrift_filters_test --gtest_filter='Golden*'
+// MODRIFT_WRITE_GOLDEN=tests/filters filters_tests --gtest_filter='Golden*'
 #include <bit>
 #include <cstdlib>
 #include <fstream>

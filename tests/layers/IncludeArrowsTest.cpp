@@ -55,7 +55,7 @@ const std::vector<Row> kRooms = {
     {"formats", {"vst2", "host", "devices"}},
     {"cli/terminal", {}},
     {"cli/values", {"host", "model", "vst2", "cli/terminal"}},
-    {"cli/files", {"host", "model", "vst2", "cli/terminal"}},
+    {"cli/files", {"host", "model", "vst2", "cli/terminal", "cli/values"}},
     {"cli/pictures", {"host", "model", "filters", "cli/terminal", "cli/values"}},
     {"cli/commands",
      {"host", "devices", "model", "vst2", "filters", "cli/terminal", "cli/values", "cli/files", "cli/pictures"}},

@@ -214,7 +214,7 @@ TEST(StateChunk, IsToldApartAndRefusedBySize) {
   }
 }
 
-TEST(StateChunk, BringsNumbersThatAreNoneToTheirDefaults) {
+TEST(StateChunk, BringsNaNAndInfinitiesToTheirDefaults) {
   for (const float broken : {std::nanf(""), HUGE_VALF, -HUGE_VALF}) {
     auto chunk = ChunkBuilder::current(everywhereOdd());
     const auto isFraction = [](const model::Field& f) { return f.type == FieldType::f32 || f.type == FieldType::f64; };

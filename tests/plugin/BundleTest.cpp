@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 
 #include "model/PrivateCalls.h"
+#include "tests/TemporaryFolder.h"
 #include "vst2/aeffect.h"
 
 namespace {
@@ -38,8 +38,7 @@ TEST(Bundle, BringsNoToolkitIntoTheHostsProcess) {
 }
 
 TEST(Bundle, SaysItsVersionInItsFacts) {
-  std::ifstream stream(MODRIFT_BUNDLE "/Contents/Info.plist");
-  const std::string facts(std::istreambuf_iterator<char>(stream), {});
+  const std::string facts = readText(MODRIFT_BUNDLE "/Contents/Info.plist");
   EXPECT_NE(facts.find("<string>" MODRIFT_VERSION "</string>"), std::string::npos);
   EXPECT_EQ(facts.find('@'), std::string::npos) << "a place-holder was left";
 }

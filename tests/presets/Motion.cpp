@@ -14,6 +14,7 @@
 #include "model/PresetFile.h"
 #include "tests/effect/TestHost.h"
 
+using namespace model;
 using namespace effect;
 
 namespace {

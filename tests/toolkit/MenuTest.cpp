@@ -78,7 +78,7 @@ TEST(MenuItems, AreFoundMovedMarkedAndRemoved) {
 }
 
 // As an editor builds menus of folders out of shells that it keeps, and takes all down again.
-TEST(MenuItems, LeaveShellsThatWereRememberedToTheirKeeper) {
+TEST(MenuItems, LeaveSubMenusAloneThatSomebodyElseOwnsToo) {
   for (const bool menuFirst : {true, false}) {
     int gone = 0;
     std::vector<COptionMenu*> shells(24);

@@ -44,7 +44,7 @@ void CKnob::drawHandle(CDrawContext* context) {
     handle->draw(context, place.offset(tip.x - handle->getWidth() / 2, tip.y - handle->getHeight() / 2));
     return;
   }
-  context->setDrawMode(kAntiAliasing | kNonIntegralMode);
+  context->setDrawMode(kSmoothMode);
   context->setLineWidth(handleLineWidth);
   context->setLineStyle(CLineStyle(CLineStyle::kLineCapRound));
   context->setFrameColor(colorHandle);

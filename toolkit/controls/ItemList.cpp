@@ -22,7 +22,7 @@ constexpr double kSignRoom = 28;  // left of the title
 constexpr double kRowsAWheelNotch = 3;
 
 void drawFolderSign(CDrawContext& context, const CPoint& at) {
-  context.setDrawMode(kAntiAliasing | kNonIntegralMode);
+  context.setDrawMode(kSmoothMode);
   const auto shape = Counted<CGraphicsPath>::adopt(context.createGraphicsPath());
   shape->addRect({at.x, at.y - 3, at.x + 13, at.y + 5});
   shape->addRect({at.x, at.y - 5, at.x + 6, at.y - 3});

@@ -34,6 +34,9 @@ class CDrawMode {
   std::uint32_t code_;
 };
 
+// For curves and whatever moves by less than a pixel.
+inline constexpr CDrawMode kSmoothMode{kAntiAliasing | kNonIntegralMode};
+
 class CLineStyle {
  public:
   enum LineCap : std::int32_t { kLineCapButt = 0, kLineCapRound = 1, kLineCapSquare = 2 };

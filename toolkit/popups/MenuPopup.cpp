@@ -367,7 +367,7 @@ void MenuPopup::drawItem(CDrawContext& context, const Level& level, std::int32_t
   context.drawString(item.getTitle(), title, kLeftText);
   context.restoreGlobalState();
   context.saveGlobalState();
-  context.setDrawMode(kAntiAliasing | kNonIntegralMode);
+  context.setDrawMode(kSmoothMode);
   const auto sign = Counted<CGraphicsPath>::adopt(context.createGraphicsPath());
   if (item.isChecked()) {
     const double x = row.left + kCheckRoom / 2;

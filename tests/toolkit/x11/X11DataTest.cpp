@@ -11,6 +11,7 @@
 #include <thread>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include "tests/TemporaryFolder.h"
 #include "tests/toolkit/x11/FrameDesktop.h"
 #include "toolkit/base/IDataPackage.h"
 #include "toolkit/popups/CNewFileSelector.h"
@@ -272,8 +273,7 @@ TEST_F(X11Files, ComeFromADialogProgram) {
   run(CNewFileSelector::kSelectSaveFile, {X11Platform::Selector::kPortal, X11Platform::Selector::kProgram});
   ASSERT_TRUE(until([&] { return chooser.ended == 1; })) << "there is no portal, so the program is asked";
   EXPECT_EQ(chooser.chosen, std::vector<std::string>{"/chosen/one.fxp"});
-  std::ifstream text(folder / "args");
-  const std::string arguments((std::istreambuf_iterator<char>(text)), {});
+  const std::string arguments = readText(folder / "args");
   for (const std::string& wanted : {std::string("--save"), std::string("--title=Save preset"),
                                     "--filename=" + folder.string() + "/", std::string("Preset | *.fxp")})
     EXPECT_NE(arguments.find(wanted), std::string::npos) << wanted << " in " << arguments;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/values/Automation.h"
+#include "cli/files/Automation.h"
 
 #include <algorithm>
 #include <array>
@@ -112,9 +112,8 @@ std::variant<std::vector<AutomationPoint>, AutomationFault> parseAutomation(std:
 }
 
 std::int64_t frameAtBeat(double beat, double startBeat, double tempoBpm, double sampleRateHz) noexcept {
-  constexpr double kLimit = 9007199254740992.0;
   const double frame = std::round((beat - startBeat) * 60.0 / tempoBpm * sampleRateHz);
-  return static_cast<std::int64_t>(std::clamp(frame, -kLimit, kLimit));
+  return static_cast<std::int64_t>(std::clamp(frame, -kMostFrames, kMostFrames));
 }
 
 }  // namespace modrift::cli
