@@ -201,7 +201,7 @@ class LfoDSP : public AudioEffectX {
   // --- Files and the editor's window
   std::array<char, model::kLongestPath + 1> loadPath{};  // [ui] what the next load reads, zero at its end
   Shared<std::int16_t> editorWidth{model::kUsualEditorWidth}, editorHeight{model::kUsualEditorHeight};  // pixels
-  // [ui] of new windows, as the user has chosen
+  // [ui] the size that a click with Control on the window's corner brings back
   int savedEditorWidth = model::kUsualEditorWidth, savedEditorHeight = model::kUsualEditorHeight;
   int timerInterval = 30;  // [ui] ms between two turns of the editor
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The whole state between the live fields and the bytes that hosts keep.
 //
-// A load first reads all of the chunk into plain values; a chunk that is refused has changed nothing by then. Under the
-// gate the values go into the fields. Outside of it, since hosts have locks of their own, everybody hears of them in a
-// fixed order that editors and hosts know: the effect's own parameters, the host's automation, the graphs, the window.
+// A load first reads all of the chunk into plain values; a chunk that is refused has changed nothing by then, but
+// for one of the old layout without a version, which leaves fresh graphs. The values go into the fields under the gate.
+// Outside of it, since hosts have locks of their own, everybody hears of them in a fixed order that editors and hosts
+// know: the effect's own parameters, the host's automation, the graphs, the window.
 #include "effect/LfoDSP.h"
 #include "effect/ParameterTable.h"
 #include "model/StateFields.h"

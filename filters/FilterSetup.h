@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// From the performance controls to a type's coefficients, once a block: cutoff, resonance and "Var" as positions in the
-// shared tables. Everything is computed in double precision and stored as float.
+// From the performance controls to a type's coefficients, once a control tick: cutoff, resonance and "Var" as positions
+// in the shared tables. Everything is computed in double precision and stored as float.
 #pragma once
 
 #include "filters/FilterCoefs.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The frame of every kernel: one block's job, the input and output stages, and what is checked at a block's end.
+// A block is what is played with one set of coefficients: in the effect a control tick, 24 samples at twice the rate.
 //
 // A kernel is a small class over the sample type: it takes coefficients and state to registers when it is made, turns
 // one input into one output per call, and gives its state back with `keep`. `run` is the loop round it.

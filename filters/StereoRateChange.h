@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The rate change of `rspl::Downsampler2Flt` for a left/right pair: both branches of both channels in four lanes. Gives
 // what two mono objects give, to the bit down and within 1e-17 up: the mono class guards each sample against denormal
-// numbers, here the owner calls `flushTraces` now and then.
+// numbers, here the owner calls `flushTraces` after each tick.
 //
 // Frames are interleaved: left, right, left, right. Life: construction (coefficients loaded, memories clear), then
 // blocks [audio]; one object a direction.

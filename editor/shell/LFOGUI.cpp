@@ -279,7 +279,8 @@ void LFOGUI::destroyStuff() {
   panel = nullptr;
 }
 
-// Hosts may do anything in their answer to a new size, also close the window.
+// A host that says it can resize is asked before the frame changes (`beforeSizeChange`); every host is told the size
+// once the panel stands. Hosts may do anything in their answer, also close the window.
 void LFOGUI::rebuild() {
   letGo();
   resizePending = false;

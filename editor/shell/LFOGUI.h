@@ -6,7 +6,8 @@
 //   getRect(&rect); open(window); idle() again and again; close();
 //
 // All of it is for the user-interface thread [ui] but `setParameter`, which comes on any thread [any] and only leaves a
-// note; the next idle acts on it. So no other thread ever touches a view, nor waits for one that draws.
+// note, on which the host's next idle acts; a stored window size alone counts at once. So no other thread ever touches
+// a view, nor waits for one that draws.
 //
 // A resize is never a stretching: it tears the panel down and builds it anew at the new size.
 #pragma once
