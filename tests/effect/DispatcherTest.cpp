@@ -10,16 +10,10 @@ namespace {
 
 TEST(Record, TellsTheHostWhatItIs) {
   EffectRig rig;
-  const AEffect& record = *rig.record();
-  EXPECT_EQ(record.magic, 0x56737450);
-  EXPECT_EQ(record.numPrograms, 1);
-  EXPECT_EQ(record.numParams, kHostParameters);
-  EXPECT_EQ(record.numInputs, 2);
-  EXPECT_EQ(record.numOutputs, 2);
-  // The state chunk's flag belongs to the state code.
-  EXPECT_EQ(record.flags & ~effFlagsProgramChunks, effFlagsCanMono | effFlagsCanReplacing);
-  EXPECT_EQ(record.uniqueID, 0x56726c71);
-  EXPECT_EQ(record.version, 1);
+  const AEffect& r = *rig.record();
+  EXPECT_EQ((std::vector{r.magic, r.uniqueID, r.version, r.numPrograms, r.numParams, r.numInputs, r.numOutputs}),
+            (std::vector{0x56737450, 0x56726c71, 1, 1, int{kHostParameters}, 2, 2}));
+  EXPECT_EQ(r.flags, effFlagsCanMono | effFlagsCanReplacing | effFlagsProgramChunks);
 }
 
 TEST(Answers, AreThoseOfTheInterface) {

