@@ -37,6 +37,37 @@ TEST(AudioGate, NeverLetsABlockAndAHoldInTogether) {
   EXPECT_EQ(guarded, blocks + holds);
 }
 
+TEST(AudioGate, WaitsForTheBlockInFlightAndTurnsTheNextOneAway) {
+  AudioGate gate;
+  std::atomic<int> step{0};
+  std::atomic<bool> blockEnded{false};
+  std::thread audio([&] {
+    {
+      const AudioGate::Block block(gate);
+      EXPECT_FALSE(block.held());
+      step = 1;
+      while (step < 2) std::this_thread::yield();  // the holder is about to ask
+      for (int turn = 0; turn < 1000; ++turn) std::this_thread::yield();
+      blockEnded = true;
+    }
+    while (step < 3) std::this_thread::yield();
+    const AudioGate::Block late(gate);
+    EXPECT_TRUE(late.held());
+    step = 4;
+  });
+  while (step < 1) std::this_thread::yield();
+  step = 2;
+  {
+    const AudioGate::Hold hold(gate);
+    EXPECT_TRUE(blockEnded);
+    step = 3;
+    while (step < 4) std::this_thread::yield();
+  }
+  audio.join();
+  const AudioGate::Block after(gate);
+  EXPECT_FALSE(after.held());
+}
+
 // A host may call `resume` out of its own callback, in the middle of a block, on the same thread.
 TEST(AudioGate, DoesNotWaitForItsOwnThread) {
   AudioGate gate;
