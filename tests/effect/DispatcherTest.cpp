@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// What the effect answers to its host, and the small helpers behind it.
+// What the effect answers to its host.
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "effect/Helpers.h"
 #include "tests/effect/TestHost.h"
 
 namespace {
@@ -118,14 +117,6 @@ TEST(Resume, TellsTheHostAndTakesTheSampleRate) {
   EXPECT_EQ(rig.fx().sampleRateSafe, 96000.0f);
   rig.call(effMainsChanged, 0, 0);
   EXPECT_EQ(rig.fx().sampleRateSafe, 48000.0f);
-}
-
-TEST(Helpers, WriteNumbersIntoTheirFields) {
-  char text[16];
-  const auto wide = [&](long value) { return mylong2string(value, text), std::string(text); };
-  EXPECT_EQ(wide(7), "      7");
-  EXPECT_EQ(wide(100000000), "Huge!");
-  EXPECT_EQ(wide(-999999999), "-9999999");
 }
 
 }  // namespace

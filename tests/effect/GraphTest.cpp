@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Graphs: the default, the curve law's ends, rendering of odd point chains, copy and paste, the warp table.
+// Graphs: copy and paste, the warp table.
 #include <cstdio>
 #include <gtest/gtest.h>
 
@@ -9,20 +9,6 @@
 using namespace model;
 
 namespace {
-
-TEST(CurveLaw, StaysFiniteRisesAllTheWayAndMeetsBothEnds) {
-  EffectRig rig;
-  float previousMiddle = 1.0f;
-  for (const double curve : {-1.0, 0.0, 1e-9, 0.1, 0.3, 0.4999, 0.7, 0.9, 1.0, 2.0}) {
-    rig.draw(4, {{0.0, 0.9, curve}, {65536.0, 0.2, 0.5}});
-    const auto& table = rig.fx().graphTable[4];
-    for (std::size_t i = 1; i < 65536; ++i) ASSERT_GE(table[i], table[i - 1] - 1e-6f) << "curve " << curve;
-    EXPECT_NEAR(table[0], 0.1f, 1e-6f);
-    EXPECT_LE(table[65535], 0.801f);
-    EXPECT_LE(table[32768], previousMiddle + 1e-6f);  // the higher, the later it rises
-    previousMiddle = table[32768];
-  }
-}
 
 TEST(Clipboard, PastesPointsTableAndWarpAtOnceAndNothingWhileItIsEmpty) {
   EffectRig rig;

@@ -32,20 +32,6 @@ int rounds() {
   return wanted ? std::atoi(wanted) : 1;
 }
 
-// Does `act` over and over until it is destroyed, and counts the turns.
-class Worker {
- public:
-  explicit Worker(std::function<void()> act)
-      : thread_([this, act = std::move(act)](const std::stop_token& stop) {
-          for (; !stop.stop_requested(); ++turns_) act();
-        }) {}
-  [[nodiscard]] int turns() const { return turns_; }
-
- private:
-  std::atomic<int> turns_{0};
-  std::jthread thread_;
-};
-
 // The editor's thread: presets, shapes, exports and parameters of all kinds.
 class Loader {
  public:
@@ -117,18 +103,22 @@ TEST(Soak, BlocksLoadsSavesAndAutomationRunTogether) {
   KorvelInDSPEdit effect(hostCallback);
   {
     Loader loader(effect, folder);
-    const Worker loading([&] { loader.act(); });
-    const Worker living([&] { effect.suspend(), effect.resume(); });
-    const Worker saving([&] {  // a host that keeps copies
+    std::atomic<int> loads = 0, lives = 0, saves = 0;
+    const auto overAndOver = [](std::atomic<int>& turns, std::function<void()> act) {
+      return std::jthread([&turns, act = std::move(act)](const std::stop_token& stop) {
+        for (; !stop.stop_requested(); ++turns) act();
+      });
+    };
+    const auto loading = overAndOver(loads, [&] { loader.act(); });
+    const auto living = overAndOver(lives, [&] { effect.suspend(), effect.resume(); });
+    const auto saving = overAndOver(saves, [&] {  // a host that keeps copies
       void* data = nullptr;
       const auto size = static_cast<std::size_t>(effect.getChunk(&data, false));
       const std::vector<std::byte> copy(static_cast<std::byte*>(data), static_cast<std::byte*>(data) + size);
       ASSERT_EQ(model::readChunk(copy).index(), 0u);
     });
-    const auto worked = [&](int round) {
-      return loading.turns() >= 150 * round && living.turns() >= 50 * round && saving.turns() >= 50 * round;
-    };
-    for (int turn = 0; turn < 4000 * rounds() || !worked(rounds()); ++turn) playBlock(effect, turn);
+    const auto worked = [&] { return std::min({loads / 3, +lives, +saves}) >= 50 * rounds(); };
+    for (int turn = 0; turn < 4000 * rounds() || !worked(); ++turn) playBlock(effect, turn);
   }
   fs::remove_all(folder);
 }
