@@ -51,7 +51,10 @@ class Loader {
                                            [this] { effect_.SaveShape(shape_.c_str()); },
                                            [this] { command(kLoadShape, shape_); },
                                            [this] { blast(); },
-                                           [this] { exportNowAndThen(); }};
+                                           [this] {
+                                             // Plays up to eight bars, so that it would crowd out the rest.
+                                             if (random_() % 8 == 0) command(kExportMidi, midi_);
+                                           }};
     kActs[random_() % std::size(kActs)]();
   }
 
@@ -66,10 +69,6 @@ class Loader {
   void command(int index, const std::string& path) {
     effect_.setLoadPath(path.c_str());
     effect_.setParameter(index, 1.0f);
-  }
-  // Plays up to eight bars, so that it would crowd out the rest.
-  void exportNowAndThen() {
-    if (random_() % 8 == 0) command(kExportMidi, midi_);
   }
   void blast() {
     for (int n = 0; n < 100; ++n) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // How the pointer, drags and keys reach the views.
 
+#include <array>
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/Window.h"
@@ -23,14 +24,10 @@ struct TwoViews : Window {
 };
 
 TEST(Events, ReachTheViewThatTheyBelongTo) {
-  struct Case {
-    const char* what;
-    const char* doings;
-    const char* log;
-  };
+  using Words = std::array<const char*, 3>;
   for (const auto& [what, doings, log] : {
-           Case{"a handled press keeps the pointer until the release", "press 10 10 move 150 10 release 0 0",
-                "lenter lmove ldown ldrag lup lexit renter "},
+           Words{"a handled press keeps the pointer until the release", "press 10 10 move 150 10 release 0 0",
+                 "lenter lmove ldown ldrag lup lexit renter "},
            {"one that wants no more gets no moves and no release", "press 150 20 move 10 10 release 0 0 move 11 10",
             "renter rmove rdown rexit lenter lmove "},
            {"leaving the window leaves the view", "move 10 10 leave 0 0", "lenter lmove lexit "},
