@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The MIDI file export: lengths, events, bytes, and what it leaves behind.
-#include <atomic>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <thread>
 #include <unistd.h>
 
 #include "effect/ControllerFile.h"

@@ -2,7 +2,9 @@
 // Everything that loads, saves, exports, automates, suspends and resumes in threads of its own while blocks run. What
 // it proves is mostly the sanitizers' to say; without them sound must stay finite, and every state that is taken out
 // must be whole enough to load again. MODRIFT_SOAK_ROUNDS asks for more than one round.
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Saving and loading through the effect: what changes, who hears of it in which order, what a lock keeps, which files
 // load.
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <filesystem>

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Settings, positions and graphs far beyond any sense: blocks end, output is finite, indices are inside the tables (the
 // sanitizer build watches those).
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 
