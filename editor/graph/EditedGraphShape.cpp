@@ -34,7 +34,7 @@ void EditedGraph::RenderShape() {
     const double y = 1.0 - static_cast<double>(table[at(middle)]);
     curveHandles[from] = around({(points[from].x + points[to].x) / 2, y * graphHeight}, closeEnoughDistance);
   };
-  renderGraph(storedPoints(Rounding::none), table, ShownShape{placeCurveHandle});
+  renderGraph(storedPoints(Rounding::none), table, ShownShape<decltype(placeCurveHandle)>{placeCurveHandle});
   std::fill(shapeTable.begin() + kGraphTableSize, shapeTable.end(), table.back());
 }
 

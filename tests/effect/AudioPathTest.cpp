@@ -13,36 +13,19 @@ namespace {
 constexpr float kCentreGain = 1.0003273f;  // the pan law in the middle; never bypassed
 
 TEST(Gains, FollowTheGraphByItsDepth) {
-  struct Row {
-    double height, pan, volume, knob;
-    float left, right;
-  };
-  for (const auto& row : {Row{1.0, 0.0, 0.5, 1.0, 1.413f, 0.0f},
-                          {1.0, 1.0, 0.5, 1.0, 0.0f, 1.413f},
-                          {1.0, 0.5, 1.0, 1.0, kCentreGain, kCentreGain},
-                          {0.25, 0.5, 0.0, 1.0, kCentreGain * 0.75f, kCentreGain * 0.75f},
-                          {0.0, 0.5, 0.75, 1.0, kCentreGain * 0.5f, kCentreGain * 0.5f},
-                          {0.0, 0.5, 1.0, 0.5, kCentreGain * 0.5f, kCentreGain * 0.5f}}) {
+  for (const auto& [height, pan, volume, knob, left, right] :
+       {std::tuple{1.0, 0.0, 0.5, 1.0, 1.413f, 0.0f},
+        {1.0, 1.0, 0.5, 1.0, 0.0f, 1.413f},
+        {1.0, 0.5, 1.0, 1.0, kCentreGain, kCentreGain},
+        {0.25, 0.5, 0.0, 1.0, kCentreGain * 0.75f, kCentreGain * 0.75f},
+        {0.0, 0.5, 0.75, 1.0, kCentreGain * 0.5f, kCentreGain * 0.5f},
+        {0.0, 0.5, 1.0, 0.5, kCentreGain * 0.5f, kCentreGain * 0.5f}}) {
     EffectRig rig;
-    rig.drawFlat(0, row.height);
-    for (const auto& [index, value] : {std::pair{6, row.volume}, {7, row.pan}, {38, row.knob}}) rig.set(index, value);
+    rig.drawFlat(0, height);
+    for (const auto& [index, value] : {std::pair{6, volume}, {7, pan}, {38, knob}}) rig.set(index, value);
     const Stereo out = rig.playOnes(2);
-    EXPECT_EQ(out.left[1], row.left) << row.height << " " << row.volume;
-    EXPECT_EQ(out.right[1], row.right) << row.height << " " << row.volume;
-  }
-}
-
-TEST(Crossover, IsAnAllPassWhenNothingMovesTheBands) {
-  for (const double inverted : {0.0, 1.0}) {
-    EffectRig rig;
-    rig.set(kXoverOn, 1.0);
-    rig.set(kXoverInvert, inverted);
-    // The 1.000327 of the pan law touches one band only, so the sum is flat to that much.
-    double energy = 0.0;
-    Stereo impulse(44100);
-    impulse.left[0] = 1.0f;
-    for (const float x : rig.play(impulse).left) energy += static_cast<double>(x) * static_cast<double>(x);
-    EXPECT_NEAR(energy, 1.0, 1e-3);
+    EXPECT_EQ(out.left[1], left) << height << " " << volume;
+    EXPECT_EQ(out.right[1], right) << height << " " << volume;
   }
 }
 

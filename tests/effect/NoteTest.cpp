@@ -57,27 +57,22 @@ TEST(Gate, OpensWithTheFirstNoteAndClosesWithTheLast) {
   EXPECT_EQ(rig.fx().heldNotes, 1);
 }
 
-struct NoteCase {
-  int note;
-  double filterType, rate, cutoff;  // of the parameters before and after
-};
-
 TEST(Notes, SetRateCutoffAndPwmAndTellTheHost) {
   const double type3 = 3.0 / 92.0, type2 = 2.0 / 92.0;
-  for (const auto& c : {NoteCase{48, type3, 0.0, 48.0 / 128},
-                        {47, type3, 0.5, 47.0 / 128},
-                        {60, type2, 12.0 / 79, 60.0 / 112 - 0.155},
-                        {5, type2, 0.5, 0.0},
-                        {127, type2, 1.0, 127.0 / 112 - 0.155}}) {
+  for (const auto& [note, type, rate, cutoff] : {std::tuple{48, type3, 0.0, 48.0 / 128},
+                                                 {47, type3, 0.5, 47.0 / 128},
+                                                 {60, type2, 12.0 / 79, 60.0 / 112 - 0.155},
+                                                 {5, type2, 0.5, 0.0},
+                                                 {127, type2, 1.0, 127.0 / 112 - 0.155}}) {
     EffectRig rig;
     for (const int on : {kVelToPwm, kNoteToRate, kNoteToCutoff}) rig.set(on, 1.0);
-    rig.set(kFilterType, c.filterType);
-    rig.send({{0, kOn, c.note, 32}});
+    rig.set(kFilterType, type);
+    rig.send({{0, kOn, note, 32}});
     rig.playOnes(1);
-    EXPECT_FLOAT_EQ(rig.get(kRate), static_cast<float>(c.rate)) << c.note;
-    EXPECT_FLOAT_EQ(rig.get(kFilterCutoff), static_cast<float>(c.cutoff)) << c.note;
+    EXPECT_FLOAT_EQ(rig.get(kRate), static_cast<float>(rate)) << note;
+    EXPECT_FLOAT_EQ(rig.get(kFilterCutoff), static_cast<float>(cutoff)) << note;
     EXPECT_FLOAT_EQ(rig.get(kPwm), 32.0f / 127.0f);
-    EXPECT_EQ(rig.host.automated.size(), c.note < 48 ? 2u : 3u);
+    EXPECT_EQ(rig.host.automated.size(), note < 48 ? 2u : 3u);
     EXPECT_EQ(rig.host.eventLists, 0);  // a note that is taken does not pass on
     EXPECT_EQ(rig.fx().trigPos, 0.0);   // and without the switch nothing is triggered
   }

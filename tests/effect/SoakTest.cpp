@@ -2,7 +2,9 @@
 // Everything that loads, saves, exports, automates, suspends and resumes in threads of its own while blocks run. What
 // it proves is mostly the sanitizers' to say; without them sound must stay finite, and every state that is taken out
 // must be whole enough to load again. MODRIFT_SOAK_ROUNDS asks for more than one round.
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -34,20 +36,6 @@ int rounds() {
   return wanted ? std::atoi(wanted) : 1;
 }
 
-// Does `act` over and over until it is destroyed, and counts the turns.
-class Worker {
- public:
-  explicit Worker(std::function<void()> act)
-      : thread_([this, act = std::move(act)](const std::stop_token& stop) {
-          for (; !stop.stop_requested(); ++turns_) act();
-        }) {}
-  [[nodiscard]] int turns() const { return turns_; }
-
- private:
-  std::atomic<int> turns_{0};
-  std::jthread thread_;
-};
-
 // The editor's thread: presets, shapes, exports and parameters of all kinds.
 class Loader {
  public:
@@ -67,7 +55,10 @@ class Loader {
                                            [this] { effect_.SaveShape(shape_.c_str()); },
                                            [this] { command(kLoadShape, shape_); },
                                            [this] { blast(); },
-                                           [this] { exportNowAndThen(); }};
+                                           [this] {
+                                             // Plays up to eight bars, so that it would crowd out the rest.
+                                             if (random_() % 8 == 0) command(kExportMidi, midi_);
+                                           }};
     kActs[random_() % std::size(kActs)]();
   }
 
@@ -82,10 +73,6 @@ class Loader {
   void command(int index, const std::string& path) {
     effect_.setLoadPath(path.c_str());
     effect_.setParameter(index, 1.0f);
-  }
-  // Plays up to eight bars, so that it would crowd out the rest.
-  void exportNowAndThen() {
-    if (random_() % 8 == 0) command(kExportMidi, midi_);
   }
   void blast() {
     for (int n = 0; n < 100; ++n) {
@@ -119,18 +106,22 @@ TEST(Soak, BlocksLoadsSavesAndAutomationRunTogether) {
   KorvelInDSPEdit effect(hostCallback);
   {
     Loader loader(effect, folder);
-    const Worker loading([&] { loader.act(); });
-    const Worker living([&] { effect.suspend(), effect.resume(); });
-    const Worker saving([&] {  // a host that keeps copies
+    std::atomic<int> loads = 0, lives = 0, saves = 0;
+    const auto overAndOver = [](std::atomic<int>& turns, std::function<void()> act) {
+      return std::jthread([&turns, act = std::move(act)](const std::stop_token& stop) {
+        for (; !stop.stop_requested(); ++turns) act();
+      });
+    };
+    const auto loading = overAndOver(loads, [&] { loader.act(); });
+    const auto living = overAndOver(lives, [&] { effect.suspend(), effect.resume(); });
+    const auto saving = overAndOver(saves, [&] {  // a host that keeps copies
       void* data = nullptr;
       const auto size = static_cast<std::size_t>(effect.getChunk(&data, false));
       const std::vector<std::byte> copy(static_cast<std::byte*>(data), static_cast<std::byte*>(data) + size);
       ASSERT_EQ(model::readChunk(copy).index(), 0u);
     });
-    const auto worked = [&](int round) {
-      return loading.turns() >= 150 * round && living.turns() >= 50 * round && saving.turns() >= 50 * round;
-    };
-    for (int turn = 0; turn < 4000 * rounds() || !worked(rounds()); ++turn) playBlock(effect, turn);
+    const auto worked = [&] { return std::min({loads / 3, +lives, +saves}) >= 50 * rounds(); };
+    for (int turn = 0; turn < 4000 * rounds() || !worked(); ++turn) playBlock(effect, turn);
   }
   fs::remove_all(folder);
 }

@@ -70,6 +70,7 @@ struct TestHost {
   std::vector<VstMidiEvent> sent;                // by the effect, since the test last emptied it
   VstIntPtr timeFilter = 0;                      // the last one asked for
   std::function<void()> onIdle;                  // what the host does when the effect gives it a turn
+  std::function<void()> onAutomate;              // and when it reports a parameter
   VstIntPtr canSizeWindow = 1;                   // or -1
   std::vector<std::pair<int, int>> windowSizes;  // that the editor asked for
 
@@ -88,13 +89,12 @@ struct TestHost {
     switch (opcode) {
       case audioMasterAutomate:
         automated.push_back({index, opt});
+        if (onAutomate) onAutomate();
         edits += "set " + std::to_string(index) + ' ';
         return 0;
       case audioMasterBeginEdit:
-        edits += "begin " + std::to_string(index) + ' ';
-        return 1;
       case audioMasterEndEdit:
-        edits += "end " + std::to_string(index) + ' ';
+        edits += (opcode == audioMasterBeginEdit ? "begin " : "end ") + std::to_string(index) + ' ';
         return 1;
       case audioMasterVersion:
         return kVstVersion;

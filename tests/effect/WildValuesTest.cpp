@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Settings, positions and graphs far beyond any sense: blocks end, output is finite, indices are inside the tables (the
 // sanitizer build watches those).
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -22,7 +24,8 @@ void expectFinite(EffectRig& rig, const std::string& what) {
   EXPECT_TRUE(std::isfinite(rig.fx().lfoPhase) && std::isfinite(rig.fx().freePhase)) << what;
 }
 
-constexpr double kWild[] = {1e20, -1e20, 1e9, -1e9, 1e30, -1e30, 3e38, -3e38, 1e-40, -1e-40, -5.0, 0.0, 1.0, 777.0};
+constexpr double kWild[] = {1e20, -1e20,    1e9,   -1e9,   1e30, -1e30, 3e38, -3e38,
+                            NAN,  INFINITY, 1e-40, -1e-40, -5.0, 0.0,   1.0,  777.0};
 
 TEST(WildValues, OfParametersAndSampleRateAreHarmless) {
   for (std::uint32_t seed = 1; seed <= 120; ++seed) {
@@ -34,9 +37,13 @@ TEST(WildValues, OfParametersAndSampleRateAreHarmless) {
       for (int n = 0; n < 6; ++n) {
         const int index = random.below(kParameterRows);
         if (index == kLoadShape || index == kLoadPreset || index == kExportMidi) continue;  // files
-        rig.set(index, kWild[random.below(std::size(kWild))]);
-        char text[256];
-        rig.call(effGetParamDisplay, index, 0, text);
+        const auto value = static_cast<float>(kWild[random.below(std::size(kWild))]);
+        rig.set(index, static_cast<double>(value));
+        char shown[256] = "", ofValue[256] = "";
+        std::memcpy(ofValue, &value, sizeof value);
+        rig.call(effGetParamDisplay, index, 0, shown);
+        rig.call(effVendorSpecific, model::kCallValueToText, index, ofValue);
+        EXPECT_LT(std::max(std::strlen(shown), std::strlen(ofValue)), 24u) << index << " at " << value;
       }
       rig.set(kFilterOn, 0.0);  // wild drives and mixes are the filter's matter
       expectFinite(rig, "seed " + std::to_string(seed) + ", turn " + std::to_string(turn));

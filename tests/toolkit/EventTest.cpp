@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // How the pointer, drags and keys reach the views.
 
+#include <array>
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/Window.h"
@@ -23,14 +24,10 @@ struct TwoViews : Window {
 };
 
 TEST(Events, ReachTheViewThatTheyBelongTo) {
-  struct Case {
-    const char* what;
-    const char* doings;
-    const char* log;
-  };
+  using Words = std::array<const char*, 3>;
   for (const auto& [what, doings, log] : {
-           Case{"a handled press keeps the pointer until the release", "press 10 10 move 150 10 release 0 0",
-                "lenter lmove ldown ldrag lup lexit renter "},
+           Words{"a handled press keeps the pointer until the release", "press 10 10 move 150 10 release 0 0",
+                 "lenter lmove ldown ldrag lup lexit renter "},
            {"one that wants no more gets no moves and no release", "press 150 20 move 10 10 release 0 0 move 11 10",
             "renter rmove rdown rexit lenter lmove "},
            {"leaving the window leaves the view", "move 10 10 leave 0 0", "lenter lmove lexit "},
@@ -95,58 +92,23 @@ TEST(Events, ADragOutEndsThePressAndKeepsThePackage) {
   window.user().endDrag();
 }
 
-TEST(Events, KeysGoToTheFocus) {
-  class KeyView : public CView {
-   public:
-    using CView::CView;
-    std::int32_t onKeyDown(VstKeyCode& key) override {
-      got.push_back(static_cast<char>(key.character));
-      return key.character == 'y' ? kKeyHandled : kKeyNotHandled;
-    }
-    void looseFocus() override { got += "-"; }
-    void takeFocus() override { got += "+"; }
-    std::string got;
+TEST(Frame, OpensOnAPlatformOnlyAndChangesItsSizeWhenAllAgree) {
+  const auto alone = Counted<CFrame>::adopt(new CFrame({0, 0, 10, 10}, nullptr));
+  EXPECT_FALSE(alone->open(nullptr));
+  CPoint where;
+  EXPECT_FALSE(alone->getCurrentMouseLocation(where));
+  Window window;
+  const auto resized = [&] {
+    const bool allowed = window.frame->setSize(300, 150);
+    EXPECT_EQ(window.frame->getWidth(), allowed ? 300 : 200);
+    return allowed;
   };
-  Window window;
-  auto* const view = new KeyView({0, 0, 50, 50});
-  window.frame->addView(view);
-  EXPECT_FALSE(window.user().key('a')) << "without a focus nobody takes keys";
-  window.frame->setFocusView(view);
-  EXPECT_TRUE(window.user().wantsKeyboard());
-  EXPECT_TRUE(window.user().key('y'));
-  EXPECT_FALSE(window.user().key('n'));
-  window.frame->setFocusView(nullptr);
-  EXPECT_EQ(view->got, "+yn-");
-  EXPECT_FALSE(window.user().wantsKeyboard());
-}
-
-TEST(Frame, DoesNotOpenWithoutADisplay) {
-  HeadlessPlatform platform;
-  platform.hasDisplay = false;
-  const auto frame = Counted<CFrame>::adopt(new CFrame({0, 0, 10, 10}, nullptr));
-  EXPECT_FALSE(frame->open(nullptr)) << "no platform at all";
-  setPlatform(PlatformType::kDefaultNative, &platform);
-  EXPECT_FALSE(frame->open(nullptr));
-  setPlatform(PlatformType::kDefaultNative, nullptr);
-  CPoint where(7, 7);
-  EXPECT_FALSE(frame->getCurrentMouseLocation(where));
-  EXPECT_EQ(where, CPoint(7, 7));
-  frame->idle();
-}
-
-TEST(Frame, ChangesItsSizeOnlyWhenAllAgree) {
-  Window window;
   for (bool* const refuses : {&window.refusesSize, &window.user().refusesSize}) {
     *refuses = true;
-    EXPECT_FALSE(window.frame->setSize(300, 150));
+    EXPECT_FALSE(resized());
     *refuses = false;
   }
-  CRect size;
-  window.frame->getSize(size);
-  EXPECT_EQ(size, CRect(0, 0, 200, 100));
-  EXPECT_TRUE(window.frame->setSize(300, 150));
-  window.frame->getSize(size);
-  EXPECT_EQ(size, CRect(0, 0, 300, 150));
+  EXPECT_TRUE(resized());
 }
 
 }  // namespace

@@ -127,6 +127,7 @@ TEST(Lists, SelectByMouseAndKeysAndTellTheirOwner) {
   user.doubleClick(row(0));
   EXPECT_EQ(told, "changed changed 0 ");
   window.frame->setFocusView(list);
+  EXPECT_TRUE(user.wantsKeyboard());
   const auto after = [&](std::int32_t character, std::uint8_t virt) {
     EXPECT_TRUE(user.key(character, virt));
     return list->selection();
