@@ -151,7 +151,7 @@ TEST(Scope, IsCopiedBehindTheWritePositionAlsoOverItsWrap) {
   LfoDSP& effect = window.rig.fx();
   std::int32_t readIndex = 0;
   const auto readAt = [&](int position, float sample) {
-    for (int i = 0; i < 65536; ++i) effect.scopeOut[i] = sample;
+    for (int i = 0; i < 65536; ++i) effect.scopeIn[i] = -(effect.scopeOut[i] = sample);
     effect.displayIndex = position;
     readScope(*window.display, effect, readIndex);
   };
@@ -161,6 +161,7 @@ TEST(Scope, IsCopiedBehindTheWritePositionAlsoOverItsWrap) {
   readAt(1256, 0.5f);  // the tail, then the head
   EXPECT_EQ(window.display->scopeOutCopy[65535], 0.5f);
   EXPECT_EQ(window.display->scopeOutCopy[999], 0.5f);
+  EXPECT_EQ(window.display->scopeInCopy[999], -0.5f);
   EXPECT_EQ(window.display->scopeOutCopy[1000], 0.25f);
   EXPECT_EQ(readIndex, 1000);
 }
