@@ -22,7 +22,7 @@ void monoToStereoTaken() noexcept;
 void channelsSet(int inputs, int outputs) noexcept;
 // A block brought more MIDI than leaves the effect: some was dropped. `events` counts those of the block.
 void eventsExceeded(long events) noexcept;
-// A preset was read and taken; a load that fails says nothing.
+// A preset file was read and its state handed on; a file that is none says nothing.
 void presetTaken(const char* path) noexcept;
 
 // --- The MIDI export
