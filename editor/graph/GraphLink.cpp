@@ -105,6 +105,9 @@ void copyTable(const EditedGraph& graph, LfoDSP& effect, int target) {
 void copyGraph(const EditedGraph& graph, LfoDSP& effect, int target) {
   copyTable(graph, effect, target);
   effect.setPoints(target, graph.storedPoints(Rounding::factor), kEditedPoints);
+  // A block that renders automated points just now, or a load, may end after this and leave its own table behind: the
+  // next block renders the points once more. Blocks do so for graph 1 only, the one that is automated.
+  if (target == 0 && effect.bWarmedUp) effect.bGraphsDirty.publish(true);
 }
 
 }  // namespace
